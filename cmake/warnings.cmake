@@ -1,0 +1,23 @@
+# What every target of ours is compiled with; GoogleTest and other libraries keep their own flags.
+add_library(vextrel_flags INTERFACE)
+target_compile_options(vextrel_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+  -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference -Wextra-semi -Wundef)
+target_include_directories(vextrel_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
+
+if(VEXTREL_SANITIZE)
+  target_compile_options(vextrel_flags INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(vextrel_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+  # 0x0A00: Windows 10 is the oldest system we run on. Assertions stay on in release builds (no NDEBUG): this is a
+  # security tool.
+  set(CMAKE_CXX_FLAGS_RELEASE "-O2")
+  target_compile_definitions(vextrel_flags INTERFACE
+    UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0A00 WINVER=0x0A00 NTDDI_VERSION=0x0A000006)
+  target_compile_options(vextrel_flags INTERFACE -ffunction-sections -fdata-sections -fstack-protector-strong)
+  target_link_options(vextrel_flags INTERFACE
+    -static -fstack-protector-strong -Wl,--gc-sections -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
+endif()

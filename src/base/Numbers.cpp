@@ -1,0 +1,96 @@
+#include "base/Numbers.h"
+
+#include "base/Error.h"
+
+#include <cmath>
+#include <limits>
+
+namespace vextrel {
+
+namespace {
+
+constexpr bool IsDigit(wchar_t c) noexcept {
+    return c >= L'0' && c <= L'9';
+}
+
+std::wstring_view TrimBlanks(std::wstring_view text) noexcept {
+    const auto first = text.find_first_not_of(L' ');
+    if (first == std::wstring_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+/// Whether the fraction's digits round the whole part up: above a half always, exactly a half only to an even result.
+bool FractionRoundsUp(std::wstring_view fraction, bool wholeIsOdd) noexcept {
+    if (fraction.empty() || fraction.front() < L'5') {
+        return false;
+    }
+    const bool aboveHalf = fraction.front() > L'5' || fraction.substr(1).find_first_not_of(L'0') != fraction.npos;
+    return aboveHalf || wholeIsOdd;
+}
+
+} // namespace
+
+std::int64_t RoundHalfEven(double value) noexcept {
+    const double below = std::floor(value);
+    const double rest = value - below;
+    const auto whole = static_cast<std::int64_t>(below);
+    if (rest < 0.5) {
+        return whole;
+    }
+    return rest > 0.5 || whole % 2 != 0 ? whole + 1 : whole;
+}
+
+std::int16_t ToInt16(std::int64_t value) {
+    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max()) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    return static_cast<std::int16_t>(value);
+}
+
+std::optional<std::int64_t> ParseNumber(std::wstring_view text) noexcept {
+    text = TrimBlanks(text);
+    const bool negative = text.starts_with(L'-');
+    if (negative || text.starts_with(L'+')) {
+        text.remove_prefix(1);
+    }
+
+    // Digits are gathered by hand rather than through a double, which would round 16-digit numbers a second time.
+    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+    std::int64_t whole = 0;
+    std::size_t digits = 0;
+    while (digits < text.size() && IsDigit(text[digits])) {
+        const std::int64_t digit = text[digits] - L'0';
+        if (whole > (largest - digit) / 10) {
+            return std::nullopt;
+        }
+        whole = whole * 10 + digit;
+        ++digits;
+    }
+
+    std::wstring_view fraction = text.substr(digits);
+    if (!fraction.empty()) {
+        if (fraction.front() != L'.') {
+            return std::nullopt;
+        }
+        fraction.remove_prefix(1);
+        for (const wchar_t c : fraction) {
+            if (!IsDigit(c)) {
+                return std::nullopt;
+            }
+        }
+    }
+    if (digits == 0 && fraction.empty()) {
+        return std::nullopt;
+    }
+    if (FractionRoundsUp(fraction, whole % 2 != 0)) {
+        if (whole == largest) {
+            return std::nullopt;
+        }
+        ++whole;
+    }
+    return negative ? -whole : whole;
+}
+
+} // namespace vextrel

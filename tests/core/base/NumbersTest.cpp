@@ -1,0 +1,77 @@
+#include "base/Numbers.h"
+
+#include "base/Error.h"
+
+#include <gtest/gtest.h>
+
+namespace vextrel {
+namespace {
+
+TEST(Numbers, HalvesRoundToTheEvenNeighbour) {
+    const struct {
+        double value;
+        std::int64_t rounded;
+    } rows[] = {{0.5, 0},   {1.5, 2},  {2.5, 2},    {-0.5, 0},     {-1.5, -2}, {-2.5, -2},
+                {2.49, 2},  {2.51, 3}, {-2.51, -3}, {252.45, 252}, {0.0, 0},   {1e15 + 0.5, 1000000000000000},
+                {-0.51, -1}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(RoundHalfEven(row.value), row.rounded) << row.value;
+    }
+}
+
+TEST(Numbers, SixteenBitsAreARangeAndNotAWrap) {
+    EXPECT_EQ(ToInt16(32767), 32767);
+    EXPECT_EQ(ToInt16(-32768), -32768);
+    for (const std::int64_t outside : {32768LL, -32769LL, 65536LL, 99999999999LL}) {
+        try {
+            static_cast<void>(ToInt16(outside));
+            ADD_FAILURE() << outside << " was accepted";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Number(), 6);
+            EXPECT_EQ(error.Description(), L"Overflow");
+        }
+    }
+}
+
+TEST(Numbers, ANumberIsWhatAUserWouldWrite) {
+    const struct {
+        const wchar_t* text;
+        std::optional<std::int64_t> number;
+    } rows[] = {
+        {L"252", 252},
+        {L"  7  ", 7},
+        {L"+7", 7},
+        {L"-7", -7},
+        {L"007", 7},
+        {L"2.5", 2},
+        {L"3.5", 4},
+        {L"2.500", 2},
+        {L"2.5001", 3},
+        {L"-2.5", -2},
+        {L"-3.5", -4},
+        {L".5", 0},
+        {L".6", 1},
+        {L"5.", 5},
+        {L"9223372036854775807", 9223372036854775807},
+        {L"9223372036854775808", std::nullopt},
+        {L"", std::nullopt},
+        {L"   ", std::nullopt},
+        {L".", std::nullopt},
+        {L"-", std::nullopt},
+        {L"+-1", std::nullopt},
+        {L"1 2", std::nullopt},
+        {L"- 1", std::nullopt},
+        {L"1e3", std::nullopt},
+        {L"&HFF", std::nullopt},
+        {L"1,5", std::nullopt},
+        {L"1.2.3", std::nullopt},
+        {L"\t1", std::nullopt},
+        {L"12x", std::nullopt},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(ParseNumber(row.text), row.number) << testing::PrintToString(std::wstring(row.text));
+    }
+}
+
+} // namespace
+} // namespace vextrel
