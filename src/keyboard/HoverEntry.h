@@ -1,0 +1,57 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vextrel {
+
+/// Hover entry: resting the pointer on a key for the delay enters it, once per arrival. Keys are told apart by their
+/// caption, so the two Shift keys count as one. Decides; the shell owns the timer and obeys.
+class HoverEntry {
+  public:
+    /// What the shell does with the hover timer.
+    enum class TimerOrder {
+        Leave,   ///< as it is
+        Run,     ///< start it when it is stopped or its interval changed; a running countdown goes on
+        Restart, ///< count the full delay from now
+        Stop,
+    };
+
+    /// Whether hover entry is switched on (TimerEnabled). Switching it on or off orders the timer likewise.
+    [[nodiscard]] bool IsEnabled() const noexcept { return enabled_; }
+    [[nodiscard]] TimerOrder SetEnabled(bool enabled) noexcept;
+
+    /// The key under the pointer, armed for entry (CurrentButton); none at the start and after it was cleared.
+    [[nodiscard]] std::optional<int> CurrentButton() const noexcept { return currentButton_; }
+    void ClearCurrentButton() noexcept { currentButton_.reset(); }
+
+    /// The pointer moved over a key. @param captionOfCurrent the caption that CurrentButton shows now, empty if none.
+    [[nodiscard]] TimerOrder MoveOverKey(int button, std::wstring_view caption, std::wstring_view captionOfCurrent);
+
+    /// The pointer moved over the background: hover entry pauses until the next move over a key, without being
+    /// switched off.
+    [[nodiscard]] TimerOrder LeaveKeys() noexcept { return TimerOrder::Stop; }
+
+    /// A tick of the timer. @return the key to enter, if it has not been entered since the pointer came to it.
+    /// @param captionOfCurrent the caption that CurrentButton shows now.
+    [[nodiscard]] std::optional<int> Tick(std::wstring_view captionOfCurrent) const;
+
+    /// After the tick's entry: remembers the caption of CurrentButton as it is then.
+    void Entered(std::wstring_view captionOfCurrent);
+
+    /// After any caption refresh that is no arrival (physical Shift under a resting pointer): if the current key was
+    /// the one entered last, its new caption is remembered in place of the old one.
+    /// @param before, after the caption of CurrentButton before and after the refresh.
+    void CaptionRefreshed(std::wstring_view before, std::wstring_view after);
+
+  private:
+    bool enabled_ = false;
+    std::optional<int> currentButton_;
+    std::wstring lastCaption_; ///< LastHoverCaption
+};
+
+/// The delays of the toolbar's menu, in milliseconds.
+inline constexpr int hoverDelaysMs[] = {500, 1000, 1500, 2000};
+
+} // namespace vextrel

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace vextrel {
+
+// The keys: which buttons there are, what each is for, and the captions that a layout gives them. A key button is known
+// by its number: 31 is Command31.
+
+inline constexpr int keyButtonCount = 65;
+inline constexpr int characterKeyCount = 47;
+/// Character keys per row, first row to fourth.
+inline constexpr std::array<int, 4> keysPerRow{13, 13, 11, 10};
+
+namespace keys {
+inline constexpr int backspace = 15;
+inline constexpr int tab = 16;
+inline constexpr int enter = 29;
+inline constexpr int capsLock = 30;
+inline constexpr int leftShift = 42;
+inline constexpr int rightShift = 53;
+inline constexpr int space = 57;
+/// A leftover that shows a message box with the text "asdf". It is kept on purpose.
+inline constexpr int messageLeftover = 58;
+} // namespace keys
+
+/// Command54 to Command56: do nothing.
+[[nodiscard]] constexpr bool IsInertKey(int button) noexcept {
+    return button >= 54 && button <= 56;
+}
+
+/// Whether the button is part of the keyboard. The others (Command14, 54 to 56, 58 to 64) exist hidden.
+[[nodiscard]] constexpr bool IsKeyShown(int button) noexcept {
+    return button >= 1 && button <= keyButtonCount && button != 14 && !(button >= 54 && button <= 56) &&
+           !(button >= 58 && button <= 64);
+}
+
+/// The captions of one character key.
+struct KeyCaption {
+    std::wstring lower;
+    std::wstring upper;
+    std::wstring altGr;
+    friend bool operator==(const KeyCaption&, const KeyCaption&) = default;
+};
+
+/// The captions of the 47 character keys in slot order: rows of 13, 13, 11 and 10. There is room for 49 slots.
+class KeyCaptions {
+  public:
+    static constexpr std::size_t slotCount = 49;
+
+    /// Starts as the built-in English layout, so that a layout with gaps never leaves a blank key.
+    KeyCaptions();
+
+    /// @throws Error "Subscript out of range" for slot 49 and above.
+    [[nodiscard]] KeyCaption& At(std::size_t slot);
+    [[nodiscard]] const KeyCaption& At(std::size_t slot) const;
+    friend bool operator==(const KeyCaptions&, const KeyCaptions&) = default;
+
+  private:
+    std::array<KeyCaption, slotCount> slots_;
+};
+
+/// The slot of a key. @param row 1 to 4. @param key 1 to the row's number of keys.
+[[nodiscard]] std::size_t SlotOf(int row, int key) noexcept;
+
+/// Sets the lower and upper captions of all 47 keys to the US English arrangement and touches nothing else.
+void LoadEnglishLayout(KeyCaptions& captions);
+
+/// The button that shows a slot in the standard arrangement. @param slot 0 to 46.
+[[nodiscard]] int StandardButtonOfSlot(std::size_t slot) noexcept;
+
+/// The other character on the same key of the standard arrangement, in either direction; a character on none of the
+/// keys is its own counterpart.
+[[nodiscard]] wchar_t ShiftCounterpart(wchar_t character) noexcept;
+
+enum class ActionKey : std::size_t { Backspace, Tab, CapsLock, Enter, Shift };
+/// Captions of the action keys, indexed by ActionKey.
+using ActionKeyCaptions = std::array<std::wstring, 5>;
+[[nodiscard]] const ActionKeyCaptions& DefaultActionKeyCaptions();
+
+} // namespace vextrel

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace vextrel {
+
+/// A piece of text. Positions and counts are in UTF-16 units.
+struct TextRange {
+    std::size_t start = 0;
+    std::size_t count = 0;
+    friend constexpr bool operator==(TextRange, TextRange) = default;
+    [[nodiscard]] constexpr std::size_t End() const noexcept { return start + count; }
+};
+
+/// The password and whatever is cut from it: text in fixed memory of its own (SecretPages.h), never reallocated, wiped
+/// wherever a character leaves it. Not copyable, so that no second copy comes about by accident.
+class SecretText {
+  public:
+    /// What 16-bit caret positions can reach.
+    static constexpr std::size_t capacity = 32767;
+
+    SecretText();
+    ~SecretText();
+    SecretText(const SecretText&) = delete;
+    SecretText& operator=(const SecretText&) = delete;
+
+    [[nodiscard]] std::size_t Size() const noexcept { return size_; }
+    [[nodiscard]] bool IsEmpty() const noexcept { return size_ == 0; }
+    /// Valid until the next change.
+    [[nodiscard]] std::wstring_view View() const noexcept { return {characters_, size_}; }
+    /// A part of it, cut at the end.
+    [[nodiscard]] std::wstring_view View(TextRange range) const noexcept;
+
+    void Clear() noexcept;
+    /// @throws Error "Overflow" when the result would exceed the capacity; the text is unchanged then.
+    void Assign(std::wstring_view text);
+    /// Replaces the characters in the range (cut at the end) by the text, which must not lie in this object.
+    /// @throws Error "Overflow" when the result would exceed the capacity; the text is unchanged then.
+    void Replace(TextRange range, std::wstring_view text);
+    /// For system calls that fill a buffer: room for capacity characters and a terminator. The filler says afterwards
+    /// through SetSize how many it wrote; what lies behind is wiped.
+    [[nodiscard]] wchar_t* Buffer() noexcept { return characters_; }
+    void SetSize(std::size_t size) noexcept;
+
+  private:
+    wchar_t* characters_;
+    std::size_t size_ = 0;
+};
+
+} // namespace vextrel

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vextrel {
+
+// The texts of the settings file and what they mean. Comparisons are exact and case-sensitive; what is not recognised
+// gives nothing, and the option stays as it was unless said otherwise.
+
+namespace settings {
+inline constexpr const wchar_t* section = L"Settings";
+inline constexpr const wchar_t* saveSettings = L"Save Settings in INI";
+inline constexpr const wchar_t* viewToolbar = L"View Toolbar";
+inline constexpr const wchar_t* keyboardLayout = L"Keyboard Layout";
+inline constexpr const wchar_t* mouseMode = L"MouseMode";
+inline constexpr const wchar_t* dragDropMode = L"Drag Drop Mode";
+inline constexpr const wchar_t* viewPasswordMask = L"View Password Mask";
+inline constexpr const wchar_t* beepOnHover = L"Beep on Hover";
+inline constexpr const wchar_t* keepPassword = L"Keep Password after Drag Drop";
+inline constexpr const wchar_t* transparency = L"Transparency";
+inline constexpr const wchar_t* hoverTimerInterval = L"Hover Timer Interval";
+inline constexpr const wchar_t* toolbarVisible = L"Toolbar Visible";
+} // namespace settings
+
+/// Named as it is stored.
+enum class InputMode : std::int16_t { Standard = 1, Hover = 2, HiddenMouseAndHover = 3 };
+enum class DragDropMode : std::int16_t { DragDrop = 0, Inject = 1 };
+
+/// "True" and "False".
+[[nodiscard]] std::optional<bool> ParseBoolean(std::wstring_view text) noexcept;
+[[nodiscard]] const wchar_t* BooleanText(bool value) noexcept;
+
+/// Switches that are on unless the file says "False".
+[[nodiscard]] constexpr bool IsOnUnlessFalse(std::wstring_view text) noexcept {
+    return text != L"False";
+}
+
+/// What is not recognised is the standard mode.
+[[nodiscard]] InputMode ParseInputMode(std::wstring_view text) noexcept;
+[[nodiscard]] const wchar_t* InputModeText(InputMode mode) noexcept;
+
+[[nodiscard]] std::optional<DragDropMode> ParseDragDropMode(std::wstring_view text) noexcept;
+[[nodiscard]] const wchar_t* DragDropModeText(DragDropMode mode) noexcept;
+
+/// The layout identifier that "Keyboard Layout" stands for; English (409) when it is not recognised.
+[[nodiscard]] std::int32_t ParseKeyboardLayout(std::wstring_view text) noexcept;
+
+/// 252 (99 percent of 255) when the text is not numeric; nothing when the number is outside 0..256.
+[[nodiscard]] std::optional<std::int16_t> ParseTransparency(std::wstring_view text) noexcept;
+
+/// In milliseconds. Below 1 gives 2000; nothing when the text is not numeric or the number beyond 16 bits.
+[[nodiscard]] std::optional<std::int32_t> ParseHoverInterval(std::wstring_view text) noexcept;
+
+/// The alpha that a window gets for an opacity option, as a byte; 256 is applied as 255. Nothing outside 0..256.
+/// The layer's range ends at 255 (isLayer).
+[[nodiscard]] std::optional<std::uint8_t> AlphaForKeyboard(std::int16_t transparency) noexcept;
+[[nodiscard]] std::optional<std::uint8_t> AlphaForLayer(std::int16_t transparency) noexcept;
+
+// The sliders.
+
+inline constexpr int hoverSliderMinMs = 500;
+inline constexpr int hoverSliderMaxMs = 2000;
+inline constexpr int hoverSliderStepMs = 100;
+inline constexpr int transparencySliderMinPercent = 20;
+inline constexpr int transparencySliderMaxPercent = 100;
+
+/// The delay slider's position for an interval: its nearest step; an interval outside shows at the nearer end.
+[[nodiscard]] int HoverSliderPosition(std::int32_t intervalMs) noexcept;
+/// The opacity slider's position (percent) nearest to an alpha.
+[[nodiscard]] int TransparencySliderPercent(std::int16_t transparency) noexcept;
+/// percent / 100 x 255, rounded to the nearest.
+[[nodiscard]] std::int16_t TransparencyOfPercent(int percent) noexcept;
+
+/// The answer to the question for a new layer opacity: any text; nothing when it is no number of 32 bits.
+[[nodiscard]] std::optional<std::int32_t> ParseLayerAnswer(std::wstring_view text) noexcept;
+
+/// The protective-layer command of the View menu, step by step as a state: what it remembers between uses.
+struct LayerCommandState {
+    std::int16_t firstSeen = 0; ///< the layer's opacity at the first use; 0 = not yet seen
+    std::int32_t lastTyped = 0; ///< the last number typed into its question
+    friend constexpr bool operator==(LayerCommandState, LayerCommandState) = default;
+};
+struct LayerCommandOutcome {
+    LayerCommandState state;
+    std::int16_t coverTransparency = 0; ///< to be set at once
+    bool marked = false;                ///< the menu item's check mark
+    bool ask = false;                   ///< ask for a new value afterwards
+    friend constexpr bool operator==(LayerCommandOutcome, LayerCommandOutcome) = default;
+};
+[[nodiscard]] LayerCommandOutcome RunLayerCommand(LayerCommandState state, std::int16_t coverTransparency,
+                                                  std::int16_t defaultCoverTransparency);
+/// The answer to the question (nothing when it was cancelled or cannot be converted): what is remembered from now on.
+/// The opacity to set is the remembered number as 16 bits; nothing when it does not fit.
+[[nodiscard]] LayerCommandState TakeLayerAnswer(LayerCommandState state, std::optional<std::int32_t> answer) noexcept;
+[[nodiscard]] std::optional<std::int16_t> LayerOpacity(LayerCommandState state) noexcept;
+
+} // namespace vextrel
