@@ -1,0 +1,52 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace vextrel {
+
+/// Shows an unexpected error to the user. Implemented by the program's error reporting; there is at most one.
+class ErrorSink {
+  public:
+    /// @param source the failing handler's name. @param owner the window whose handler failed.
+    virtual void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
+                        HWND owner) noexcept = 0;
+
+  protected:
+    ErrorSink() = default;
+    ErrorSink(const ErrorSink&) = default;
+    ErrorSink& operator=(const ErrorSink&) = default;
+    ~ErrorSink() = default;
+};
+
+/// Makes a sink the program's for as long as it lives.
+class ErrorSinkScope {
+  public:
+    explicit ErrorSinkScope(ErrorSink& sink) noexcept;
+    ~ErrorSinkScope();
+    ErrorSinkScope(const ErrorSinkScope&) = delete;
+    ErrorSinkScope& operator=(const ErrorSinkScope&) = delete;
+};
+
+namespace detail {
+/// Reports the exception that is being handled.
+void ReportCurrentException(HWND owner, const wchar_t* handler) noexcept;
+/// In a test build: throws in place of the named handler's body when the test asked for it. Else nothing.
+void ThrowInjectedFault(const wchar_t* handler);
+} // namespace detail
+
+/// Runs an event handler's body. Nothing escapes into Windows: what the body throws is reported under the handler's
+/// name, and the program carries on.
+template <typename Body>
+void GuardEvent(HWND owner, const wchar_t* handler, Body&& body) noexcept {
+    try {
+        detail::ThrowInjectedFault(handler);
+        body();
+    } catch (...) {
+        detail::ReportCurrentException(owner, handler);
+    }
+}
+
+} // namespace vextrel

@@ -1,0 +1,122 @@
+#include "win32/Form.h"
+
+#include "ui/resources.h"
+#include "win32/EventGuard.h"
+#include "win32/Text.h"
+
+#include <algorithm>
+
+namespace vextrel {
+
+namespace {
+
+std::vector<Form*>& LoadedForms() noexcept {
+    static std::vector<Form*> forms;
+    return forms;
+}
+
+} // namespace
+
+Form::~Form() {
+    Unload();
+}
+
+int Form::Dpi() const noexcept {
+    const UINT dpi = handle_ != nullptr ? ::GetDpiForWindow(handle_) : ::GetDpiForSystem();
+    return dpi != 0 ? static_cast<int>(dpi) : USER_DEFAULT_SCREEN_DPI;
+}
+
+const std::vector<Form*>& Form::Loaded() noexcept {
+    return LoadedForms();
+}
+
+void Form::RegisterClassOnce() {
+    static const ATOM atom = [] {
+        const HINSTANCE instance = ::GetModuleHandleW(nullptr);
+        WNDCLASSEXW description{};
+        description.cbSize = sizeof description;
+        description.style = CS_DBLCLKS;
+        description.lpfnWndProc = &Form::WindowProc;
+        description.hInstance = instance;
+        description.hIcon = ::LoadIconW(instance, MAKEINTRESOURCEW(IDI_VEXTREL));
+        description.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+        description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_3DFACE + 1));
+        description.lpszClassName = className;
+        return ::RegisterClassExW(&description);
+    }();
+    if (atom == 0) {
+        ThrowLastError();
+    }
+}
+
+void Form::Load(const CreateArgs& args) {
+    if (IsLoaded()) {
+        return;
+    }
+    RegisterClassOnce();
+    unloading_ = false;
+    // Room first: nothing may throw between the window's creation and its entry in the list.
+    LoadedForms().reserve(LoadedForms().size() + 1);
+    const HWND window =
+        ::CreateWindowExW(args.exStyle, className, args.title, args.style, args.leftPx, args.topPx, args.widthPx,
+                          args.heightPx, args.owner, nullptr, ::GetModuleHandleW(nullptr), this);
+    if (window == nullptr) {
+        ThrowLastError();
+    }
+    LoadedForms().push_back(this);
+}
+
+void Form::RunOnUnload() noexcept {
+    if (!unloading_) {
+        unloading_ = true;
+        OnUnload();
+    }
+}
+
+void Form::Unload() noexcept {
+    if (!IsLoaded() || unloading_) {
+        return;
+    }
+    RunOnUnload();
+    if (handle_ != nullptr) {
+        ::DestroyWindow(handle_);
+    }
+    Forget();
+}
+
+void Form::Forget() noexcept {
+    handle_ = nullptr;
+    auto& forms = LoadedForms();
+    forms.erase(std::remove(forms.begin(), forms.end(), this), forms.end());
+}
+
+LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_NCCREATE) {
+        auto* form = static_cast<Form*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
+        form->handle_ = window;
+        ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(form));
+    }
+    auto* form = reinterpret_cast<Form*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (form == nullptr) {
+        return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+    if (message == WM_DESTROY) {
+        // An owner that goes takes what it owns with it; such a form has not been unloaded by anyone yet.
+        form->RunOnUnload();
+    }
+    if (message == WM_NCDESTROY) {
+        ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+        form->Forget();
+        return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+    LRESULT result = 0;
+    bool handled = false;
+    // The forms guard their handlers one by one, each under its own name; this one catches what none of them covers.
+    GuardEvent(window, className, [&] {
+        result = form->OnMessage(message, wParam, lParam);
+        handled = true;
+    });
+    return handled ? result : ::DefWindowProcW(window, message, wParam, lParam);
+}
+
+} // namespace vextrel

@@ -1,0 +1,79 @@
+#include "win32/Text.h"
+
+#include "base/Error.h"
+
+namespace vextrel {
+
+namespace {
+
+bool CodePageExpresses(std::wstring_view text) {
+    return Widen(Narrow(text)) == text;
+}
+
+std::wstring ShortPath(const std::wstring& path) {
+    const DWORD size = ::GetShortPathNameW(path.c_str(), nullptr, 0);
+    if (size == 0) {
+        return {};
+    }
+    std::wstring result(size, L'\0');
+    result.resize(::GetShortPathNameW(path.c_str(), result.data(), size));
+    return result;
+}
+
+} // namespace
+
+std::string Narrow(std::wstring_view text) {
+    const int length = static_cast<int>(text.size());
+    const int size = ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(size), '\0');
+    ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, result.data(), size, nullptr, nullptr);
+    return result;
+}
+
+std::wstring Widen(std::string_view text) {
+    const int length = static_cast<int>(text.size());
+    const int size = ::MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0);
+    std::wstring result(static_cast<std::size_t>(size), L'\0');
+    ::MultiByteToWideChar(CP_ACP, 0, text.data(), length, result.data(), size);
+    return result;
+}
+
+std::string NarrowPath(const std::wstring& path) {
+    if (CodePageExpresses(path)) {
+        return Narrow(path);
+    }
+    if (const std::wstring whole = ShortPath(path); !whole.empty()) {
+        return Narrow(whole);
+    }
+    const auto separator = path.find_last_of(L'\\');
+    if (separator == std::wstring::npos) {
+        return Narrow(path);
+    }
+    return Narrow(ShortPath(path.substr(0, separator)) + path.substr(separator));
+}
+
+std::wstring SystemErrorText(DWORD code) {
+    wchar_t* buffer = nullptr;
+    const DWORD size =
+        ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                         nullptr, code, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+    std::wstring text(buffer == nullptr ? L"" : buffer, size);
+    ::LocalFree(buffer);
+    while (!text.empty() && (text.back() == L'\r' || text.back() == L'\n' || text.back() == L' ')) {
+        text.pop_back();
+    }
+    return text;
+}
+
+void ThrowLastError() {
+    const DWORD code = ::GetLastError();
+    throw Error(static_cast<std::int32_t>(code), SystemErrorText(code));
+}
+
+std::wstring WindowText(HWND window) {
+    std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(::GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+} // namespace vextrel

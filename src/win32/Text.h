@@ -1,0 +1,29 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+#include <string>
+#include <string_view>
+
+namespace vextrel {
+
+// The boundary between our wide text and the system's ANSI code page. The code page is a fact of the boundary: what it
+// cannot express becomes its substitute character.
+
+[[nodiscard]] std::string Narrow(std::wstring_view text);
+[[nodiscard]] std::wstring Widen(std::string_view text);
+
+/// A path for a call of the A form: the path itself if the code page expresses it, else its short form. A file that
+/// does not exist yet goes by its folder's short form.
+[[nodiscard]] std::string NarrowPath(const std::wstring& path);
+
+/// The system's own text for an error code, without the line break at its end.
+[[nodiscard]] std::wstring SystemErrorText(DWORD code);
+
+/// Throws the Error of a failed system call. Call it at once, before anything else changes the last error.
+[[noreturn]] void ThrowLastError();
+
+/// The text of a window or control; not for the password boxes, whose text belongs into a SecretText.
+[[nodiscard]] std::wstring WindowText(HWND window);
+
+} // namespace vextrel

@@ -1,0 +1,31 @@
+#include "win32/WindowStyle.h"
+
+namespace vextrel {
+
+namespace {
+
+void ChangeExStyle(HWND window, LONG_PTR add, LONG_PTR remove) noexcept {
+    const LONG_PTR style = ::GetWindowLongPtrW(window, GWL_EXSTYLE);
+    ::SetWindowLongPtrW(window, GWL_EXSTYLE, (style | add) & ~remove);
+}
+
+} // namespace
+
+void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept {
+    if (!alpha) {
+        return;
+    }
+    ChangeExStyle(window, WS_EX_LAYERED, 0);
+    // The colour key is passed but has no effect without LWA_COLORKEY.
+    ::SetLayeredWindowAttributes(window, RGB(255, 255, 0), *alpha, LWA_ALPHA);
+}
+
+void SetClickThrough(HWND window, bool clickThrough) noexcept {
+    ChangeExStyle(window, clickThrough ? WS_EX_TRANSPARENT : 0, clickThrough ? 0 : WS_EX_TRANSPARENT);
+}
+
+void SetTopmost(HWND window, bool topmost) noexcept {
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
+}
+
+} // namespace vextrel

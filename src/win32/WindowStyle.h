@@ -1,0 +1,20 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace vextrel {
+
+/// Makes a window layered and gives it the alpha. Without an alpha nothing is done at all, style included: a layered
+/// window that never got one is invisible. Failures are ignored.
+void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept;
+
+/// Adds or removes WS_EX_TRANSPARENT: whether the pointer passes through the window to what lies beneath.
+void SetClickThrough(HWND window, bool clickThrough) noexcept;
+
+/// Puts a window into the topmost band or takes it out, without moving or activating it.
+void SetTopmost(HWND window, bool topmost) noexcept;
+
+} // namespace vextrel
