@@ -1,0 +1,36 @@
+#include "app/ErrorReport.h"
+
+#include "app/frmError.h"
+#include "win32/handles.h"
+
+namespace vextrel {
+
+std::wstring ErrorReportText(std::wstring_view source, std::int32_t number, std::wstring_view description) {
+    return std::wstring(source) + L"\r\n" + std::to_wstring(number) + L": " + std::wstring(description);
+}
+
+void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
+                         HWND owner) noexcept {
+    try {
+        if (!sources_.emplace(source).second) {
+            return;
+        }
+        waiting_.push_back({std::wstring(source), ErrorReportText(source, number, description), owner});
+        if (showing_) {
+            return;
+        }
+        const FlagScope showing(showing_);
+        while (!waiting_.empty()) {
+            const Pending next = waiting_.front();
+            waiting_.pop_front();
+            frmError(next.text).RunModal(operations_, next.owner);
+            sources_.erase(next.source);
+        }
+    } catch (...) {
+        // An error inside the reporting is not reported.
+        waiting_.clear();
+        sources_.clear();
+    }
+}
+
+} // namespace vextrel

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ui/Operations.h"
+#include "win32/EventGuard.h"
+
+#include <deque>
+#include <set>
+#include <string>
+
+namespace vextrel {
+
+/// The text of an error report: the source, a line break, the number, ": " and the description.
+[[nodiscard]] std::wstring ErrorReportText(std::wstring_view source, std::int32_t number,
+                                           std::wstring_view description);
+
+/// Shows errors in frmError, one dialog at a time. An error that comes while a dialog is open waits its turn; a further
+/// one of the same handler is dropped, so that a failing timer cannot pile up dialogs. Works without the application
+/// object.
+class ErrorReport final : public ErrorSink {
+  public:
+    explicit ErrorReport(Operations& operations)
+        : operations_(operations) {}
+
+    void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
+                HWND owner) noexcept override;
+
+  private:
+    struct Pending {
+        std::wstring source;
+        std::wstring text;
+        HWND owner;
+    };
+
+    Operations& operations_;
+    std::deque<Pending> waiting_;
+    std::set<std::wstring, std::less<>> sources_; ///< of the dialog that is open and of those that wait
+    bool showing_ = false;
+};
+
+} // namespace vextrel

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ui/Dialog.h"
+
+#include <string>
+#include <utility>
+
+namespace vextrel {
+
+/// Shows an unexpected error: a label, the message in a read-only box (so that it can be copied), a close button.
+class frmError final : public Dialog {
+  public:
+    explicit frmError(std::wstring message)
+        : message_(std::move(message)) {}
+
+  private:
+    [[nodiscard]] Look LookOf() const override { return {L"Vextrel", {400, 180}}; }
+    void CreateControls() override;
+    void OnCommand(int id, int notification) override;
+
+    std::wstring message_;
+};
+
+} // namespace vextrel

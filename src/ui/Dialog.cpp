@@ -1,0 +1,126 @@
+#include "ui/Dialog.h"
+
+#include "win32/EventGuard.h"
+#include "win32/Text.h"
+
+#include <algorithm>
+
+namespace vextrel {
+
+void Dialog::LoadOver(HWND owner) {
+    const Look look = LookOf();
+    constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+    constexpr DWORD exStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+    const bool aboveTopmost = owner != nullptr && (::GetWindowLongPtrW(owner, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+
+    const UINT dpi = owner != nullptr ? ::GetDpiForWindow(owner) : ::GetDpiForSystem();
+    RECT frame{0, 0, ::MulDiv(look.clientSize96.width, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI),
+               ::MulDiv(look.clientSize96.height, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI)};
+    ::AdjustWindowRectExForDpi(&frame, style, FALSE, exStyle, dpi);
+    const int width = frame.right - frame.left;
+    const int height = frame.bottom - frame.top;
+
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
+    RECT over = monitor.rcWork;
+    if (owner != nullptr && !::IsIconic(owner)) {
+        ::GetWindowRect(owner, &over);
+    }
+    const auto centred = [](LONG low, LONG high, int extent, LONG from, LONG to) {
+        const LONG wanted = (low + high - extent) / 2;
+        return static_cast<int>(std::max(from, std::min(wanted, to - extent)));
+    };
+    Load({.title = look.title,
+          .style = style,
+          .exStyle = exStyle | (aboveTopmost ? WS_EX_TOPMOST : 0UL),
+          .owner = owner,
+          .leftPx = centred(over.left, over.right, width, monitor.rcWork.left, monitor.rcWork.right),
+          .topPx = centred(over.top, over.bottom, height, monitor.rcWork.top, monitor.rcWork.bottom),
+          .widthPx = width,
+          .heightPx = height});
+    CreateControls();
+}
+
+int Dialog::RunModal(Operations& operations, HWND owner) {
+    owner_ = ::IsWindow(owner) ? owner : nullptr;
+    result_ = IDCANCEL;
+    ended_ = false;
+    const Operations::Scope modal(operations, Operations::Kind::Modal);
+    LoadOver(owner_);
+    // Whoever disabled the owner before (a dialog beneath this one) enables it again.
+    const bool disablesOwner = owner_ != nullptr && ::IsWindowEnabled(owner_);
+    if (disablesOwner) {
+        ::EnableWindow(owner_, FALSE);
+    }
+    ::ShowWindow(Handle(), SW_SHOW);
+
+    MSG message{};
+    while (!ended_ && IsLoaded()) {
+        const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
+        if (got <= 0) {
+            // The program ends: the outer loop has to learn of it, too.
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
+        if (!::IsDialogMessageW(Handle(), &message)) {
+            ::TranslateMessage(&message);
+            ::DispatchMessageW(&message);
+        }
+    }
+    // Before the window goes: else the system would activate another program's window.
+    if (disablesOwner) {
+        ::EnableWindow(owner_, TRUE);
+    }
+    Unload();
+    return result_;
+}
+
+void Dialog::End(int result) noexcept {
+    result_ = result;
+    ended_ = true;
+    // Wakes the loop if nothing else does.
+    ::PostMessageW(Handle(), WM_NULL, 0, 0);
+}
+
+void Dialog::OnUnload() noexcept {
+    ended_ = true;
+}
+
+HWND Dialog::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD exStyle,
+                        const Rect& place96, int id) {
+    const HWND control =
+        ::CreateWindowExW(exStyle, controlClass, text, WS_CHILD | WS_VISIBLE | style, Scaled(place96.left),
+                          Scaled(place96.top), Scaled(place96.Width()), Scaled(place96.Height()), Handle(),
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
+    if (control == nullptr) {
+        ThrowLastError();
+    }
+    ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_.MessageFont(Dpi())), FALSE);
+    return control;
+}
+
+void Dialog::OnCommand(int id, int) {
+    if (id == IDOK || id == IDCANCEL) {
+        End(id);
+    }
+}
+
+LRESULT Dialog::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefaultHandler(message, wParam, lParam);
+}
+
+LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
+    case WM_CLOSE: End(IDCANCEL); return 0;
+    // Read-only texts belong to the dialog's ground.
+    case WM_CTLCOLORSTATIC:
+        ::SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+        ::SetTextColor(reinterpret_cast<HDC>(wParam), ::GetSysColor(COLOR_BTNTEXT));
+        return reinterpret_cast<LRESULT>(::GetSysColorBrush(COLOR_3DFACE));
+    default: return OnDialogMessage(message, wParam, lParam);
+    }
+}
+
+} // namespace vextrel

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+namespace vextrel {
+
+/// Keeps count of the operations that run a message loop inside themselves (drags, injection, layout capture, the
+/// double-click flash, everything modal), since events that arrive meanwhile must find the program safe:
+/// one transfer at a time, the layer disabled under modal windows, closing put off until all of it has unwound.
+class Operations {
+  public:
+    enum class Kind {
+        Transfer, ///< a drag, an injection or a capture: what would disturb it is refused
+        Modal,    ///< a dialog, message box, common dialog or input box
+        Flash,    ///< pumps messages, and clicks during it count
+    };
+
+    /// Runs an operation for as long as it lives.
+    class Scope {
+      public:
+        Scope(Operations& operations, Kind kind) noexcept;
+        ~Scope();
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+
+      private:
+        Operations& operations_;
+        Kind kind_;
+    };
+
+    /// The windows that modality and closing act on; null while there are none.
+    void SetWindows(HWND mainWindow, HWND layer) noexcept;
+    [[nodiscard]] HWND MainWindow() const noexcept { return mainWindow_; }
+
+    [[nodiscard]] bool IsTransferring() const noexcept { return transfers_ > 0; }
+    [[nodiscard]] bool IsModalOpen() const noexcept { return modals_ > 0; }
+    /// Timers and hover entry rest while something modal or a transfer is going on.
+    [[nodiscard]] bool IsResting() const noexcept { return modals_ > 0 || transfers_ > 0; }
+    [[nodiscard]] bool IsClosePending() const noexcept { return closePending_; }
+
+    /// A close request. @return whether the main window may be unloaded now; if not, the request is remembered, open
+    /// dialogs are ended, and it comes again (WM_CLOSE) when the outermost operation has unwound.
+    [[nodiscard]] bool RequestClose() noexcept;
+
+    /// Disables the layer beneath a modal window (disabling an owner does not disable what it owns) and enables it
+    /// again; nested calls count.
+    void DisableLayer() noexcept;
+    void EnableLayer() noexcept;
+
+  private:
+    void EndOpenDialogs() noexcept;
+
+    HWND mainWindow_ = nullptr;
+    HWND layer_ = nullptr;
+    int transfers_ = 0;
+    int modals_ = 0;
+    int depth_ = 0;
+    int layerDisabled_ = 0;
+    bool closePending_ = false;
+};
+
+/// Runs a message box of the system as a modal operation; without a main window as a plain one.
+int ShowMessageBox(Operations& operations, const wchar_t* text, const wchar_t* title, UINT style);
+
+} // namespace vextrel
