@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "win32/ProgramState.h"
+
+namespace vextrel {
+
+/// The only access to files in INI format, the settings file and layout files alike. The system's profile functions do
+/// the reading and writing; nothing is ever held open or parsed here.
+class SettingsStore {
+  public:
+    explicit SettingsStore(ProgramState& program)
+        : program_(program) {}
+
+    /// The settings file's path: "vxrconfig.ini" in the program folder. @param createIfMissing creates it empty.
+    [[nodiscard]] std::wstring GetSettingsPath(bool createIfMissing) const;
+
+    /// @return the value, cut to 254 characters of the code page; empty for an empty file name and for whatever is
+    /// missing.
+    [[nodiscard]] std::wstring ReadINIValue(const std::wstring& file, std::wstring_view section,
+                                            std::wstring_view key) const;
+
+    /// Writes one value, unless the user has switched saving off. A failure is not reported: a settings file that
+    /// cannot be written changes nothing else. @param file empty for the settings file.
+    void WriteINIValue(const std::wstring& file, std::wstring_view section, std::wstring_view key,
+                       std::wstring_view value);
+
+    /// Values of the section "Settings" in the settings file.
+    [[nodiscard]] std::wstring ReadSetting(std::wstring_view key) const;
+    void WriteSetting(std::wstring_view key, std::wstring_view value);
+
+    /// From now on each write asks first. Until the application object exists, writes are unconditional.
+    void SetWriteGate(std::function<bool()> mayWrite) { mayWrite_ = std::move(mayWrite); }
+
+  private:
+    ProgramState& program_;
+    std::function<bool()> mayWrite_;
+};
+
+/// Whether a listing of the path finds an entry.
+[[nodiscard]] bool FileExists(const std::wstring& path);
+
+} // namespace vextrel
