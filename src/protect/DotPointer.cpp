@@ -1,0 +1,24 @@
+#include "protect/DotPointer.h"
+
+#include "ui/resources.h"
+
+namespace vextrel {
+
+namespace {
+
+HCURSOR LoadDot(int id) noexcept {
+    // LR_SHARED: the system keeps one of each and frees it with the program.
+    return static_cast<HCURSOR>(
+        ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_CURSOR, 0, 0, LR_SHARED));
+}
+
+} // namespace
+
+HCURSOR DotPointerForDpi(int dpi) noexcept {
+    if (dpi >= 192) {
+        return LoadDot(IDC_GREYDOT_192);
+    }
+    return LoadDot(dpi >= 144 ? IDC_GREYDOT_144 : IDC_GREYDOT_96);
+}
+
+} // namespace vextrel

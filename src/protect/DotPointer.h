@@ -1,0 +1,11 @@
+#pragma once
+
+#include "win32/handles.h"
+
+namespace vextrel {
+
+/// The small grey dot that stands in for the pointer, in the size that fits a DPI.
+/// @return null when the cursor cannot be loaded; the system's pointer stays then.
+[[nodiscard]] HCURSOR DotPointerForDpi(int dpi) noexcept;
+
+} // namespace vextrel

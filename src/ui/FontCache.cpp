@@ -1,0 +1,27 @@
+#include "ui/FontCache.h"
+
+namespace vextrel {
+
+HFONT FontCache::MessageFont(int dpi) {
+    return Get(dpi, 0);
+}
+
+HFONT FontCache::Sized(int dpi, int heightPx) {
+    return Get(dpi, heightPx > 0 ? heightPx : 1);
+}
+
+HFONT FontCache::Get(int dpi, int heightPx) {
+    UniqueFont& font = fonts_[{dpi, heightPx}];
+    if (!font) {
+        NONCLIENTMETRICSW metrics{};
+        metrics.cbSize = sizeof metrics;
+        ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, static_cast<UINT>(dpi));
+        if (heightPx != 0) {
+            metrics.lfMessageFont.lfHeight = -heightPx;
+        }
+        font.Reset(::CreateFontIndirectW(&metrics.lfMessageFont));
+    }
+    return font.Get();
+}
+
+} // namespace vextrel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "win32/handles.h"
+
+#include <map>
+
+namespace vextrel {
+
+/// The system's message font in the sizes that the window needs, kept for as long as the DPI stays.
+class FontCache {
+  public:
+    /// The message font as the user has set it, for this DPI.
+    [[nodiscard]] HFONT MessageFont(int dpi);
+    /// The same face at a height in pixels (of the characters, without leading).
+    [[nodiscard]] HFONT Sized(int dpi, int heightPx);
+    void Clear() noexcept { fonts_.clear(); }
+
+  private:
+    [[nodiscard]] HFONT Get(int dpi, int heightPx);
+    std::map<std::pair<int, int>, UniqueFont> fonts_; ///< by DPI and height; height 0 is the user's own
+};
+
+} // namespace vextrel

@@ -1,0 +1,132 @@
+#include "ui/KeyPainter.h"
+
+#include "keyboard/KeyTable.h"
+
+#include <algorithm>
+
+namespace vextrel {
+
+namespace {
+
+/// Part of a colour's way to another, 0 to 256.
+COLORREF Mix(COLORREF from, COLORREF to, int part) noexcept {
+    const auto channel = [part](int a, int b) { return static_cast<BYTE>(a + (b - a) * part / 256); };
+    return RGB(channel(GetRValue(from), GetRValue(to)), channel(GetGValue(from), GetGValue(to)),
+               channel(GetBValue(from), GetBValue(to)));
+}
+
+bool IsHighContrast() noexcept {
+    HIGHCONTRASTW contrast{};
+    contrast.cbSize = sizeof contrast;
+    return ::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+struct KeyColours {
+    COLORREF ground;
+    COLORREF face;
+    COLORREF edge;
+    COLORREF text;
+};
+
+KeyColours ColoursOf(const KeyLook& look) noexcept {
+    const COLORREF ground = ::GetSysColor(COLOR_3DFACE);
+    if (look.pushed || look.lit) {
+        const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
+        if (look.pushed || IsHighContrast()) {
+            return {ground, highlight, highlight, ::GetSysColor(COLOR_HIGHLIGHTTEXT)};
+        }
+        return {ground, Mix(::GetSysColor(COLOR_WINDOW), highlight, 56), highlight, ::GetSysColor(COLOR_WINDOWTEXT)};
+    }
+    if (IsHighContrast()) {
+        return {ground, ::GetSysColor(COLOR_BTNFACE), ::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_BTNTEXT)};
+    }
+    const COLORREF edge = Mix(ground, ::GetSysColor(COLOR_WINDOWTEXT), 96);
+    if (look.isCharacterKey) {
+        return {ground, ::GetSysColor(COLOR_WINDOW), edge, ::GetSysColor(COLOR_WINDOWTEXT)};
+    }
+    return {ground, Mix(ground, ::GetSysColor(COLOR_WINDOWTEXT), 16), edge, ::GetSysColor(COLOR_BTNTEXT)};
+}
+
+SIZE Measure(HDC context, HFONT font, const std::wstring& text) noexcept {
+    const SelectScope selected(context, font);
+    SIZE size{};
+    ::GetTextExtentPoint32W(context, text.data(), static_cast<int>(text.size()), &size);
+    return size;
+}
+
+/// The largest font, from the wanted height downwards, in which the caption fits the key's width.
+HFONT FittingFont(HDC context, const RECT& area, const KeyLook& look, int wantedPx, FontCache& fonts) {
+    constexpr int smallestPx = 6;
+    const LONG room = std::max<LONG>(1, area.right - area.left);
+    int heightPx = std::max(wantedPx, smallestPx);
+    while (heightPx > smallestPx && Measure(context, fonts.Sized(look.dpi, heightPx), look.caption).cx > room) {
+        --heightPx;
+    }
+    return fonts.Sized(look.dpi, heightPx);
+}
+
+void PaintCaption(HDC context, RECT area, const KeyLook& look, COLORREF colour, FontCache& fonts) {
+    const int keyHeight = area.bottom - area.top;
+    ::InflateRect(&area, -::MulDiv(2, look.dpi, USER_DEFAULT_SCREEN_DPI), 0);
+    // Single characters are read one by one and want to be large; the words on the action keys are landmarks.
+    const int wantedPx = look.isCharacterKey && look.caption.size() == 1 ? keyHeight / 2 : keyHeight * 2 / 5;
+    const SelectScope font(context, FittingFont(context, area, look, wantedPx, fonts));
+    ::SetBkMode(context, TRANSPARENT);
+    ::SetTextColor(context, colour);
+    ::DrawTextW(context, look.caption.c_str(), static_cast<int>(look.caption.size()), &area,
+                DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
+void PaintInto(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts) {
+    const KeyColours colours = ColoursOf(look);
+    const int gap = std::max(1, ::MulDiv(1, look.dpi, USER_DEFAULT_SCREEN_DPI));
+    const int rounding = ::MulDiv(5, look.dpi, USER_DEFAULT_SCREEN_DPI);
+
+    const UniqueBrush ground(::CreateSolidBrush(colours.ground));
+    ::FillRect(context, &area, ground.Get());
+
+    // The gap between two keys is drawn, not laid out: the buttons touch, so that no click falls between them.
+    const RECT face{area.left + gap, area.top + gap, area.right - gap, area.bottom - gap};
+    const UniqueBrush fill(::CreateSolidBrush(colours.face));
+    const UniquePen edge(::CreatePen(PS_SOLID, gap, colours.edge));
+    {
+        const SelectScope brush(context, fill.Get());
+        const SelectScope pen(context, edge.Get());
+        ::RoundRect(context, face.left, face.top, face.right, face.bottom, rounding, rounding);
+    }
+    PaintCaption(context, face, look, colours.text, fonts);
+}
+
+} // namespace
+
+void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts) {
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    if (width <= 0 || height <= 0) {
+        return;
+    }
+    const UniqueMemoryContext memory(::CreateCompatibleDC(context));
+    const UniqueBitmap bitmap(::CreateCompatibleBitmap(context, width, height));
+    const SelectScope selected(memory.Get(), bitmap.Get());
+    PaintInto(memory.Get(), {0, 0, width, height}, look, fonts);
+    ::BitBlt(context, area.left, area.top, width, height, memory.Get(), 0, 0, SRCCOPY);
+}
+
+std::wstring TextShownOnKey(std::wstring_view caption) {
+    return caption == L"&&" ? std::wstring(L"&") : std::wstring(caption);
+}
+
+bool IsCharacterKey(int button) noexcept {
+    switch (button) {
+    case keys::backspace:
+    case keys::tab:
+    case keys::enter:
+    case keys::capsLock:
+    case keys::leftShift:
+    case keys::rightShift: return false;
+    default: return true;
+    }
+}
+
+} // namespace vextrel

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ui/FontCache.h"
+#include "win32/Windows.h"
+
+#include <string>
+#include <string_view>
+
+namespace vextrel {
+
+/// What a key looks like.
+struct KeyLook {
+    std::wstring caption; ///< as shown, ampersands single
+    bool isCharacterKey = true;
+    bool pushed = false;
+    bool lit = false; ///< a modifier in effect
+    int dpi = 96;
+};
+
+/// Draws a key in system colours, so that high-contrast themes hold. A caption that is too wide shrinks.
+void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts);
+
+/// A button caption as it is read: doubled ampersands single.
+[[nodiscard]] std::wstring TextShownOnKey(std::wstring_view caption);
+
+/// Character keys and the space bar, as opposed to action keys.
+[[nodiscard]] bool IsCharacterKey(int button) noexcept;
+
+} // namespace vextrel

@@ -1,0 +1,288 @@
+#include "ui/PasswordBox.h"
+
+#include "base/Numbers.h"
+#include "win32/EventGuard.h"
+#include "win32/Text.h"
+
+#include <imm.h>
+
+namespace vextrel {
+
+namespace {
+
+constexpr wchar_t maskCharacter = L'*';
+
+/// What an edit control makes of the control characters that Ctrl+letter types.
+enum ControlCharacter : wchar_t {
+    ctrlC = 3,
+    ctrlV = 22,
+    ctrlX = 24,
+    ctrlZ = 26,
+};
+
+bool IsDown(int virtualKey) noexcept {
+    return ::GetKeyState(virtualKey) < 0;
+}
+
+/// The primary button as the user sees it, swapped buttons considered.
+bool IsPrimaryButtonDown() noexcept {
+    const int button = ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
+    return ::GetAsyncKeyState(button) < 0;
+}
+
+} // namespace
+
+PasswordBox::~PasswordBox() {
+    if (handle_ != nullptr) {
+        ::RemoveWindowSubclass(handle_, &PasswordBox::SubclassProc, 0);
+    }
+}
+
+void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, KeyboardEvents* const& events) {
+    view_ = view;
+    events_ = &events;
+    const bool plain = view == PasswordBoxView::Plain;
+    const DWORD style =
+        WS_CHILD | WS_TABSTOP | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | (plain ? ES_MULTILINE | ES_AUTOVSCROLL : WS_VISIBLE);
+    handle_ =
+        ::CreateWindowExW(WS_EX_CLIENTEDGE | WS_EX_NOPARENTNOTIFY, WC_EDITW, L"", style, 0, 0, 0, 0, parent,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
+    if (handle_ == nullptr ||
+        ::SetWindowSubclass(handle_, &PasswordBox::SubclassProc, 0, reinterpret_cast<DWORD_PTR>(this)) == FALSE) {
+        ThrowLastError();
+    }
+    ::SendMessageW(handle_, EM_SETLIMITTEXT, SecretText::capacity, 0);
+    if (!plain) {
+        ::SendMessageW(handle_, EM_SETPASSWORDCHAR, maskCharacter, 0);
+        // An input method would keep and show what is composed.
+        ::ImmAssociateContextEx(handle_, nullptr, 0);
+    }
+}
+
+bool PasswordBox::IsShown() const noexcept {
+    return (::GetWindowLongPtrW(handle_, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+void PasswordBox::Show(bool show) noexcept {
+    ::ShowWindow(handle_, show ? SW_SHOWNA : SW_HIDE);
+}
+
+BoxSelection PasswordBox::Selection() const {
+    DWORD start = 0;
+    DWORD end = 0;
+    ::SendMessageW(handle_, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    return {ToInt16(start), ToInt16(static_cast<std::int64_t>(end) - start)};
+}
+
+void PasswordBox::Select(BoxSelection selection) noexcept {
+    ::SendMessageW(handle_, EM_SETSEL, static_cast<WPARAM>(selection.start),
+                   static_cast<LPARAM>(selection.start) + selection.length);
+    ::SendMessageW(handle_, EM_SCROLLCARET, 0, 0);
+}
+
+std::size_t PasswordBox::Length() const noexcept {
+    return static_cast<std::size_t>(::SendMessageW(handle_, WM_GETTEXTLENGTH, 0, 0));
+}
+
+void PasswordBox::ReadText(SecretText& text) const {
+    const LRESULT length =
+        ::SendMessageW(handle_, WM_GETTEXT, SecretText::capacity + 1, reinterpret_cast<LPARAM>(text.Buffer()));
+    text.SetSize(static_cast<std::size_t>(length));
+}
+
+void PasswordBox::SetText(const wchar_t* text) noexcept {
+    ::SendMessageW(handle_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    ::SendMessageW(handle_, EM_EMPTYUNDOBUFFER, 0, 0);
+}
+
+void PasswordBox::Apply(const TextEdit& edit) noexcept {
+    if (edit.box) {
+        ::SendMessageW(handle_, EM_SETSEL, edit.box->range.start, static_cast<LPARAM>(edit.box->range.End()));
+        // Without undo: its buffer would keep what was removed.
+        ::SendMessageW(handle_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(edit.box->text.c_str()));
+        ::SendMessageW(handle_, EM_EMPTYUNDOBUFFER, 0, 0);
+    }
+    Select({edit.caret, 0});
+}
+
+void PasswordBox::OverwriteAndEmpty() noexcept {
+    SecretText filler;
+    filler.Assign(std::wstring(Length(), maskCharacter));
+    filler.Buffer()[filler.Size()] = L'\0';
+    SetText(filler.Buffer());
+    SetText(L"");
+}
+
+LRESULT CALLBACK PasswordBox::SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                           DWORD_PTR self) noexcept {
+    auto* box = reinterpret_cast<PasswordBox*>(self);
+    if (message == WM_NCDESTROY) {
+        ::RemoveWindowSubclass(window, &PasswordBox::SubclassProc, 0);
+        box->handle_ = nullptr;
+        return ::DefSubclassProc(window, message, wParam, lParam);
+    }
+    LRESULT result = 0;
+    GuardEvent(::GetParent(window), box->view_ == PasswordBoxView::Masked ? L"txtPassword" : L"txtText",
+               [&] { result = box->OnMessage(message, wParam, lParam); });
+    return result;
+}
+
+LRESULT PasswordBox::ToEdit(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    return ::DefSubclassProc(handle_, message, wParam, lParam);
+}
+
+LRESULT PasswordBox::ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (view_ == PasswordBoxView::Masked) {
+        return ToEdit(message, wParam, lParam);
+    }
+    (*events_)->PlainBoxWillChange();
+    const LRESULT result = ToEdit(message, wParam, lParam);
+    (*events_)->PlainBoxHasChanged();
+    return result;
+}
+
+LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_CHAR: return OnChar(wParam, lParam);
+    case WM_KEYDOWN: return OnKeyDown(wParam, lParam);
+    case WM_KEYUP: (*events_)->KeyUp(static_cast<UINT>(wParam)); return ToEdit(message, wParam, lParam);
+    case WM_GETDLGCODE: return OnGetDialogCode(wParam, lParam);
+    case WM_PASTE:
+    case WM_CUT:
+    case WM_COPY:
+    case WM_CLEAR:
+    case WM_UNDO:
+    case EM_UNDO: return OnClipboard(message, wParam, lParam);
+    // The balloon that warns of Caps Lock tells whoever watches that a password is being entered.
+    case EM_SHOWBALLOONTIP: return TRUE;
+    case WM_LBUTTONDOWN: return OnButtonDown(wParam, lParam);
+    case WM_MOUSEMOVE: return OnMouseMove(wParam, lParam);
+    case WM_LBUTTONUP: return OnButtonUp(wParam, lParam);
+    case WM_CAPTURECHANGED: gesture_.Cancel(); return ToEdit(message, wParam, lParam);
+    default: return ToEdit(message, wParam, lParam);
+    }
+}
+
+LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
+    const auto code = static_cast<wchar_t>(wParam);
+    switch (code) {
+    case ctrlV:
+        return view_ == PasswordBoxView::Masked ? OnClipboard(WM_PASTE, 0, 0)
+                                                : ToEditAndFollow(WM_CHAR, wParam, lParam);
+    case ctrlC:
+    case ctrlX:
+    case ctrlZ:
+        if (view_ == PasswordBoxView::Masked) {
+            return 0;
+        }
+        break;
+    default: break;
+    }
+    if (!(*events_)->KeyPress(code)) {
+        return 0;
+    }
+    return ToEditAndFollow(WM_CHAR, wParam, lParam);
+}
+
+LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
+    const auto key = static_cast<UINT>(wParam);
+    const bool mayAct = (*events_)->KeyDown(key);
+    if (key == VK_ESCAPE || !mayAct) {
+        return 0;
+    }
+    if (view_ == PasswordBoxView::Masked) {
+        if (key == VK_INSERT && IsDown(VK_SHIFT)) {
+            return OnClipboard(WM_PASTE, 0, 0);
+        }
+        if (key == VK_DELETE || (key == VK_INSERT && IsDown(VK_CONTROL))) {
+            return 0;
+        }
+        return ToEdit(WM_KEYDOWN, wParam, lParam);
+    }
+    const bool changesText = key == VK_DELETE || key == VK_INSERT || key == VK_BACK || key == VK_RETURN;
+    return changesText ? ToEditAndFollow(WM_KEYDOWN, wParam, lParam) : ToEdit(WM_KEYDOWN, wParam, lParam);
+}
+
+LRESULT PasswordBox::OnGetDialogCode(WPARAM, LPARAM lParam) noexcept {
+    // Not DLGC_HASSETSEL: arriving by Tab must keep caret and selection.
+    LRESULT code = DLGC_WANTCHARS | DLGC_WANTARROWS;
+    const auto* message = reinterpret_cast<const MSG*>(lParam);
+    if (message != nullptr && message->message == WM_KEYDOWN) {
+        const bool breaksLine = message->wParam == VK_RETURN && view_ == PasswordBoxView::Plain;
+        if (breaksLine || message->wParam == VK_ESCAPE) {
+            code |= DLGC_WANTMESSAGE;
+        }
+    }
+    return code;
+}
+
+LRESULT PasswordBox::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (view_ == PasswordBoxView::Plain) {
+        return message == WM_COPY ? ToEdit(message, wParam, lParam) : ToEditAndFollow(message, wParam, lParam);
+    }
+    if (message == WM_PASTE) {
+        (*events_)->PasteIntoMaskedBox();
+    }
+    return 0;
+}
+
+bool PasswordBox::IsOnSelection(LPARAM point) const {
+    const BoxSelection selection = Selection();
+    if (selection.length == 0) {
+        return false;
+    }
+    const LRESULT answer = ::SendMessageW(handle_, EM_CHARFROMPOS, 0, point);
+    const int character = LOWORD(answer);
+    return character >= selection.start && character < selection.start + selection.length;
+}
+
+LRESULT PasswordBox::OnButtonDown(WPARAM wParam, LPARAM lParam) {
+    selectionBeforePress_ = Selection();
+    pressPoint_ = lParam;
+    RECT area{};
+    ::GetClientRect(handle_, &area);
+    const auto verdict =
+        gesture_.Press({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, IsOnSelection(lParam), {area.right, area.bottom},
+                       {::GetSystemMetrics(SM_CXDRAG), ::GetSystemMetrics(SM_CYDRAG)});
+    if (verdict == DragGesture::Verdict::Hold) {
+        ::SetFocus(handle_);
+        ::SetCapture(handle_);
+        return 0;
+    }
+    return ToEdit(WM_LBUTTONDOWN, wParam, lParam);
+}
+
+LRESULT PasswordBox::OnMouseMove(WPARAM wParam, LPARAM lParam) {
+    (*events_)->MouseMoveInTextBox();
+    if ((wParam & MK_LBUTTON) == 0) {
+        gesture_.Cancel();
+        return ToEdit(WM_MOUSEMOVE, wParam, lParam);
+    }
+    switch (gesture_.Move({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
+    case DragGesture::Verdict::StartDrag: StartDrag(); return 0;
+    case DragGesture::Verdict::Hold: return 0;
+    default: return ToEdit(WM_MOUSEMOVE, wParam, lParam);
+    }
+}
+
+LRESULT PasswordBox::OnButtonUp(WPARAM wParam, LPARAM lParam) {
+    if (gesture_.Release() == DragGesture::Verdict::Click) {
+        ::ReleaseCapture();
+        ToEdit(WM_LBUTTONDOWN, wParam | MK_LBUTTON, pressPoint_);
+    }
+    return ToEdit(WM_LBUTTONUP, wParam, lParam);
+}
+
+void PasswordBox::StartDrag() {
+    // The edit control tracks the mouse until its button goes up, and so does OLE: end the one before the other starts.
+    ToEdit(WM_LBUTTONUP, 0, pressPoint_);
+    if (::GetCapture() == handle_) {
+        ::ReleaseCapture();
+    }
+    Select(selectionBeforePress_);
+    if (IsPrimaryButtonDown()) {
+        (*events_)->DragPassword();
+    }
+}
+
+} // namespace vextrel

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "keyboard/SecretText.h"
+#include "keyboard/TextEdit.h"
+#include "ui/DragGesture.h"
+#include "ui/KeyboardEvents.h"
+#include "win32/Windows.h"
+
+namespace vextrel {
+
+/// One of the two text boxes that show the password: an edit control whose keyboard input goes through the controller
+/// and out of which the password can be dragged.
+class PasswordBox {
+  public:
+    PasswordBox() = default;
+    ~PasswordBox();
+    PasswordBox(const PasswordBox&) = delete;
+    PasswordBox& operator=(const PasswordBox&) = delete;
+
+    /// @throws Error with the system's code.
+    void Create(HWND parent, int id, PasswordBoxView view, KeyboardEvents* const& events);
+
+    [[nodiscard]] HWND Handle() const noexcept { return handle_; }
+    [[nodiscard]] PasswordBoxView View() const noexcept { return view_; }
+    /// Whether the box itself is shown, whatever its window.
+    [[nodiscard]] bool IsShown() const noexcept;
+    void Show(bool show) noexcept;
+
+    /// @throws Error "Overflow" when a position does not fit 16 bits.
+    [[nodiscard]] BoxSelection Selection() const;
+    /// Positions behind the text's end are clamped by the box.
+    void Select(BoxSelection selection) noexcept;
+    [[nodiscard]] std::size_t Length() const noexcept;
+    void ReadText(SecretText& text) const;
+
+    /// Our own changes; none of them comes back as an event.
+    void SetText(const wchar_t* text) noexcept;
+    void Apply(const TextEdit& edit) noexcept;
+    /// Overwrites what the control holds before it lets go of it.
+    void OverwriteAndEmpty() noexcept;
+
+  private:
+    static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                         DWORD_PTR self) noexcept;
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT ToEdit(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    /// The box acts by itself; in the plain view the password then follows.
+    LRESULT ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnChar(WPARAM wParam, LPARAM lParam);
+    LRESULT OnKeyDown(WPARAM wParam, LPARAM lParam);
+    LRESULT OnGetDialogCode(WPARAM wParam, LPARAM lParam) noexcept;
+    LRESULT OnClipboard(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnButtonDown(WPARAM wParam, LPARAM lParam);
+    LRESULT OnMouseMove(WPARAM wParam, LPARAM lParam);
+    LRESULT OnButtonUp(WPARAM wParam, LPARAM lParam);
+    [[nodiscard]] bool IsOnSelection(LPARAM point) const;
+    void StartDrag();
+
+    HWND handle_ = nullptr;
+    PasswordBoxView view_ = PasswordBoxView::Masked;
+    KeyboardEvents* const* events_ = nullptr;
+    DragGesture gesture_;
+    BoxSelection selectionBeforePress_;
+    LPARAM pressPoint_ = 0;
+};
+
+} // namespace vextrel

@@ -1,0 +1,204 @@
+#include "ui/ToolbarControl.h"
+
+#include "ui/ids.h"
+#include "ui/resources.h"
+#include "win32/EventGuard.h"
+#include "win32/Text.h"
+
+namespace vextrel {
+
+namespace {
+
+struct PictureSet {
+    int sizePx;
+    int strip;
+    int disabledStrip;
+};
+
+/// The largest drawn size that the DPI's own would not exceed: pictures are never stretched.
+PictureSet PicturesFor(int dpi) noexcept {
+    if (dpi >= 192) {
+        return {32, IDB_TOOLBAR_200, IDB_TOOLBAR_DISABLED_200};
+    }
+    if (dpi >= 144) {
+        return {24, IDB_TOOLBAR_150, IDB_TOOLBAR_DISABLED_150};
+    }
+    return {16, IDB_TOOLBAR_100, IDB_TOOLBAR_DISABLED_100};
+}
+
+UniqueImageList LoadStrip(int strip, int sizePx) {
+    const int count = static_cast<int>(ToolButtons().size());
+    UniqueImageList images(::ImageList_Create(sizePx, sizePx, ILC_COLOR32, count, 0));
+    const UniqueBitmap bitmap(static_cast<HBITMAP>(
+        ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(strip), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    ::ImageList_Add(images.Get(), bitmap.Get(), nullptr);
+    return images;
+}
+
+BYTE StyleOf(ToolButtonStyle style) noexcept {
+    switch (style) {
+    case ToolButtonStyle::Check: return BTNS_CHECK;
+    case ToolButtonStyle::Group: return BTNS_CHECKGROUP;
+    case ToolButtonStyle::GroupWithMenu: return BTNS_CHECKGROUP | BTNS_DROPDOWN;
+    case ToolButtonStyle::Plain: break;
+    }
+    return BTNS_BUTTON;
+}
+
+/// Separators carry a number of their own, so that they can be hidden by it.
+constexpr int firstGapId = 2190;
+
+} // namespace
+
+ToolbarControl::~ToolbarControl() {
+    if (handle_ != nullptr) {
+        ::RemoveWindowSubclass(handle_, &ToolbarControl::SubclassProc, 0);
+    }
+}
+
+void ToolbarControl::Create(HWND parent, KeyboardEvents* const& events) {
+    events_ = &events;
+    const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
+                        CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
+    handle_ = ::CreateWindowExW(WS_EX_NOPARENTNOTIFY, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent,
+                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids::tbToolbar)),
+                                ::GetModuleHandleW(nullptr), nullptr);
+    if (handle_ == nullptr ||
+        ::SetWindowSubclass(handle_, &ToolbarControl::SubclassProc, 0, reinterpret_cast<DWORD_PTR>(this)) == FALSE) {
+        ThrowLastError();
+    }
+    ::SendMessageW(handle_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    // Mixed: a button's text is its tool tip and what assistive programs read, and is not drawn.
+    ::SendMessageW(handle_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
+    AddButtons();
+}
+
+void ToolbarControl::AddButtons() {
+    int picture = 0;
+    int gapId = firstGapId;
+    for (const ToolButton& tool : ToolButtons()) {
+        if (tool.startsGroup) {
+            TBBUTTON gap{};
+            gap.idCommand = gapId++;
+            gap.fsStyle = BTNS_SEP;
+            ::SendMessageW(handle_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&gap));
+        }
+        TBBUTTON button{};
+        button.iBitmap = picture++;
+        button.idCommand = tool.id;
+        button.fsState = TBSTATE_ENABLED;
+        button.fsStyle = StyleOf(tool.style);
+        button.iString = reinterpret_cast<INT_PTR>(tool.toolTip);
+        ::SendMessageW(handle_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+    }
+}
+
+void ToolbarControl::SetDpi(int dpi) {
+    const PictureSet pictures = PicturesFor(dpi);
+    UniqueImageList images = LoadStrip(pictures.strip, pictures.sizePx);
+    UniqueImageList disabledImages = LoadStrip(pictures.disabledStrip, pictures.sizePx);
+    ::SendMessageW(handle_, TB_SETBITMAPSIZE, 0, MAKELPARAM(pictures.sizePx, pictures.sizePx));
+    ::SendMessageW(handle_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
+    ::SendMessageW(handle_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages.Get()));
+    images_ = std::move(images);
+    disabledImages_ = std::move(disabledImages);
+    const int margin = ::MulDiv(6, dpi, USER_DEFAULT_SCREEN_DPI);
+    ::SendMessageW(handle_, TB_SETBUTTONSIZE, 0, MAKELPARAM(pictures.sizePx + margin, pictures.sizePx + margin));
+}
+
+bool ToolbarControl::IsShown() const noexcept {
+    return (::GetWindowLongPtrW(handle_, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
+int ToolbarControl::ButtonCount() const noexcept {
+    return static_cast<int>(::SendMessageW(handle_, TB_BUTTONCOUNT, 0, 0));
+}
+
+RECT ToolbarControl::ButtonRect(int index) const noexcept {
+    RECT area{};
+    ::SendMessageW(handle_, TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area));
+    return area;
+}
+
+void ToolbarControl::ShowGaps(bool show) noexcept {
+    int gapId = firstGapId;
+    for (const ToolButton& tool : ToolButtons()) {
+        if (tool.startsGroup) {
+            ::SendMessageW(handle_, TB_HIDEBUTTON, static_cast<WPARAM>(gapId++), MAKELPARAM(show ? FALSE : TRUE, 0));
+        }
+    }
+}
+
+int ToolbarControl::BreakRows(int widthPx) noexcept {
+    int rowLeft = 0;
+    int previous = -1;
+    for (int index = 0; index < ButtonCount(); ++index) {
+        TBBUTTON button{};
+        ::SendMessageW(handle_, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+        if ((button.fsStyle & BTNS_SEP) != 0) {
+            continue;
+        }
+        const RECT area = ButtonRect(index);
+        if (previous >= 0 && area.right - rowLeft > widthPx) {
+            TBBUTTON last{};
+            ::SendMessageW(handle_, TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
+            ::SendMessageW(handle_, TB_SETSTATE, static_cast<WPARAM>(last.idCommand),
+                           MAKELPARAM(last.fsState | TBSTATE_WRAP, 0));
+            // Positions behind the break count from the new row's start now.
+            rowLeft = ButtonRect(index).left;
+        }
+        previous = index;
+    }
+    return ButtonRect(ButtonCount() - 1).bottom;
+}
+
+int ToolbarControl::Arrange(int widthPx) noexcept {
+    ::SendMessageW(handle_, WM_SETREDRAW, FALSE, 0);
+    for (const ToolButton& tool : ToolButtons()) {
+        const auto state = static_cast<WORD>(::SendMessageW(handle_, TB_GETSTATE, static_cast<WPARAM>(tool.id), 0));
+        ::SendMessageW(handle_, TB_SETSTATE, static_cast<WPARAM>(tool.id), MAKELPARAM(state & ~TBSTATE_WRAP, 0));
+    }
+    ShowGaps(true);
+    if (ButtonRect(ButtonCount() - 1).right > widthPx) {
+        ShowGaps(false);
+    }
+    const int heightPx = BreakRows(widthPx);
+    ::SendMessageW(handle_, WM_SETREDRAW, TRUE, 0);
+    ::InvalidateRect(handle_, nullptr, TRUE);
+    return heightPx;
+}
+
+void ToolbarControl::Refresh(const CommandSnapshot& snapshot) noexcept {
+    for (const ToolButton& tool : ToolButtons()) {
+        const CommandState state = StateOfCommand(tool.id, snapshot);
+        const auto id = static_cast<WPARAM>(tool.id);
+        ::SendMessageW(handle_, TB_CHECKBUTTON, id, MAKELPARAM(state.checked ? TRUE : FALSE, 0));
+        ::SendMessageW(handle_, TB_ENABLEBUTTON, id, MAKELPARAM(state.enabled ? TRUE : FALSE, 0));
+    }
+}
+
+int ToolbarControl::TrackHoverMenu() const {
+    const UniqueMenu menu(::CreatePopupMenu());
+    for (const HoverDelayItem& item : HoverDelayMenu()) {
+        ::AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(item.id), item.caption);
+    }
+    RECT area = ButtonRect(static_cast<int>(::SendMessageW(handle_, TB_COMMANDTOINDEX, ids::toolHover, 0)));
+    ::MapWindowPoints(handle_, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    TPMPARAMS around{sizeof around, area};
+    return ::TrackPopupMenuEx(menu.Get(), TPM_RETURNCMD | TPM_VERTICAL, area.left, area.bottom, ::GetParent(handle_),
+                              &around);
+}
+
+LRESULT CALLBACK ToolbarControl::SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                              DWORD_PTR self) noexcept {
+    auto* toolbar = reinterpret_cast<ToolbarControl*>(self);
+    if (message == WM_NCDESTROY) {
+        ::RemoveWindowSubclass(window, &ToolbarControl::SubclassProc, 0);
+        toolbar->handle_ = nullptr;
+    } else if (message == WM_MOUSEMOVE) {
+        GuardEvent(::GetParent(window), L"tbToolbar_MouseMove", [&] { (*toolbar->events_)->MouseMoveInForm(); });
+    }
+    return ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+} // namespace vextrel

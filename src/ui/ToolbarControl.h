@@ -1,0 +1,52 @@
+#pragma once
+
+#include "ui/Commands.h"
+#include "ui/KeyboardEvents.h"
+#include "win32/handles.h"
+
+#include <functional>
+
+namespace vextrel {
+
+/// The toolbar `tbToolbar`: 15 flat buttons with pictures and tool tips. On a narrow window the gaps between its groups
+/// go first, then it continues in a second row.
+class ToolbarControl {
+  public:
+    ToolbarControl() = default;
+    ~ToolbarControl();
+    ToolbarControl(const ToolbarControl&) = delete;
+    ToolbarControl& operator=(const ToolbarControl&) = delete;
+
+    /// @throws Error with the system's code.
+    void Create(HWND parent, KeyboardEvents* const& events);
+    [[nodiscard]] HWND Handle() const noexcept { return handle_; }
+
+    /// Loads the pictures and sizes for a DPI.
+    void SetDpi(int dpi);
+    void Show(bool show) noexcept { ::ShowWindow(handle_, show ? SW_SHOWNA : SW_HIDE); }
+    [[nodiscard]] bool IsShown() const noexcept;
+
+    /// Arranges the buttons for a width. @return the height they need, in pixels.
+    int Arrange(int widthPx) noexcept;
+    /// Presses and enables every button as the snapshot says.
+    void Refresh(const CommandSnapshot& snapshot) noexcept;
+    /// Opens the Hover button's menu below it. @return the chosen delay's command, or 0.
+    [[nodiscard]] int TrackHoverMenu() const;
+
+  private:
+    static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                         DWORD_PTR self) noexcept;
+    void AddButtons();
+    void ShowGaps(bool show) noexcept;
+    /// Breaks the row before the first button that does not fit. @return the height.
+    int BreakRows(int widthPx) noexcept;
+    [[nodiscard]] RECT ButtonRect(int index) const noexcept;
+    [[nodiscard]] int ButtonCount() const noexcept;
+
+    HWND handle_ = nullptr;
+    KeyboardEvents* const* events_ = nullptr;
+    UniqueImageList images_;
+    UniqueImageList disabledImages_;
+};
+
+} // namespace vextrel

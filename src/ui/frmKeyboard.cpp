@@ -1,0 +1,378 @@
+#include "ui/frmKeyboard.h"
+
+#include "protect/DotPointer.h"
+#include "settings/OptionValues.h"
+#include "ui/AccessibleName.h"
+#include "ui/NoEvents.h"
+#include "ui/ids.h"
+#include "ui/mKBFormMoveSubclass.h"
+#include "ui/resources.h"
+#include "win32/EventGuard.h"
+#include "win32/Text.h"
+#include "win32/WindowStyle.h"
+
+namespace vextrel {
+
+namespace {
+
+constexpr DWORD mainWindowStyle =
+    WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
+constexpr DWORD mainWindowExStyle = WS_EX_CONTROLPARENT;
+
+/// Where a box is kept that must be able to take the focus but is never seen, in twips.
+constexpr int offScreenTwips = -10000;
+
+/// How often the window looks whether another one has come to the front.
+constexpr UINT checkActiveWindowMs = 250;
+constexpr UINT_PTR tmrCheckActiveWindow = 1;
+
+} // namespace
+
+frmKeyboard::frmKeyboard()
+    : controller_(&NoEvents::Instance()) {}
+
+frmKeyboard::~frmKeyboard() {
+    Unload();
+}
+
+void frmKeyboard::SetController(KeyboardEvents* controller) noexcept {
+    controller_ = controller != nullptr ? controller : &NoEvents::Instance();
+}
+
+void frmKeyboard::Load() {
+    // A place holder's size; the window is given its own before it is shown.
+    Form::Load(
+        {.title = L"Vextrel", .style = mainWindowStyle, .exStyle = mainWindowExStyle, .widthPx = 640, .heightPx = 320});
+    CreateMenuBar();
+    CreateControls();
+    ApplyDpi();
+    mKBFormMoveSubclass::InstallHook(Handle());
+    ::SetTimer(Handle(), tmrCheckActiveWindow, checkActiveWindowMs, nullptr);
+}
+
+void frmKeyboard::CreateMenuBar() {
+    menuBar_.Reset(::CreateMenu());
+    for (const Menu& menu : MenuBar()) {
+        const HMENU items = ::CreatePopupMenu();
+        for (const MenuItem& item : menu.items) {
+            ::AppendMenuW(items, item.caption == nullptr ? MF_SEPARATOR : MF_STRING, static_cast<UINT_PTR>(item.id),
+                          item.caption);
+        }
+        ::AppendMenuW(menuBar_.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(items), menu.caption);
+    }
+    ::SetMenu(Handle(), menuBar_.Get());
+}
+
+HWND frmKeyboard::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, int id) {
+    const HWND control = ::CreateWindowExW(WS_EX_NOPARENTNOTIFY, controlClass, text, WS_CHILD | WS_CLIPSIBLINGS | style,
+                                           0, 0, 0, 0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                                           ::GetModuleHandleW(nullptr), nullptr);
+    if (control == nullptr) {
+        ThrowLastError();
+    }
+    return control;
+}
+
+void frmKeyboard::CreateControls() {
+    // In the order in which Tab visits them; a label stands before what it names.
+    txtPassword_.Create(Handle(), ids::txtPassword, PasswordBoxView::Masked, controller_);
+    txtText_.Create(Handle(), ids::txtText, PasswordBoxView::Plain, controller_);
+    lblHoverDelay_ = AddControl(WC_STATICW, L"Hover delay", SS_LEFT | SS_CENTERIMAGE, ids::lblHoverDelay);
+    sldHoverDelay_ =
+        AddControl(TRACKBAR_CLASSW, L"", WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, ids::sldHoverDelay);
+    lblTransparency_ = AddControl(WC_STATICW, L"Opacity", WS_VISIBLE | SS_LEFT | SS_CENTERIMAGE, ids::lblTransparency);
+    sldTransparency_ =
+        AddControl(TRACKBAR_CLASSW, L"", WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, ids::sldTransparency);
+    for (int number = 1; number <= keyButtonCount; ++number) {
+        Key(number).Create(Handle(), number, controller_, fonts_);
+    }
+    toolbar_.Create(Handle(), controller_);
+    statusBar_ = AddControl(STATUSCLASSNAMEW, L"", WS_VISIBLE | SBARS_SIZEGRIP | CCS_NOPARENTALIGN | CCS_NORESIZE,
+                            ids::StatusBar1);
+    txtSetup_ = AddControl(WC_EDITW, L"", WS_VISIBLE, ids::txtSetup);
+
+    ::SendMessageW(sldHoverDelay_, TBM_SETRANGEMIN, FALSE, hoverSliderMinMs);
+    ::SendMessageW(sldHoverDelay_, TBM_SETRANGEMAX, FALSE, hoverSliderMaxMs);
+    ::SendMessageW(sldHoverDelay_, TBM_SETLINESIZE, 0, hoverSliderStepMs);
+    ::SendMessageW(sldHoverDelay_, TBM_SETPAGESIZE, 0, hoverSliderStepMs * 5);
+    ::SendMessageW(sldTransparency_, TBM_SETRANGEMIN, FALSE, transparencySliderMinPercent);
+    ::SendMessageW(sldTransparency_, TBM_SETRANGEMAX, FALSE, transparencySliderMaxPercent);
+    ::SendMessageW(sldTransparency_, TBM_SETLINESIZE, 0, 1);
+    ::SendMessageW(sldTransparency_, TBM_SETPAGESIZE, 0, 10);
+    NameControls();
+}
+
+void frmKeyboard::NameControls() noexcept {
+    SetAccessibleName(txtPassword_.Handle(), L"Password, masked");
+    SetAccessibleName(txtText_.Handle(), L"Password, in clear");
+    SetAccessibleName(sldHoverDelay_, L"Hover delay");
+    SetAccessibleName(sldTransparency_, L"Opacity");
+    SetAccessibleName(toolbar_.Handle(), L"Toolbar");
+    SetAccessibleName(Key(keys::space).Handle(), L"space");
+}
+
+void frmKeyboard::ApplyDpi() {
+    const int dpi = Dpi();
+    fonts_.Clear();
+    const auto font = reinterpret_cast<WPARAM>(fonts_.MessageFont(dpi));
+    for (const HWND control :
+         {txtPassword_.Handle(), txtText_.Handle(), lblHoverDelay_, lblTransparency_, statusBar_, toolbar_.Handle()}) {
+        ::SendMessageW(control, WM_SETFONT, font, TRUE);
+    }
+    toolbar_.SetDpi(dpi);
+    arrangedWidthPx_ = -1;
+    const int offScreenPx = PixelsFromTwips(offScreenTwips, dpi);
+    ::SetWindowPos(txtSetup_, nullptr, offScreenPx, offScreenPx, ::MulDiv(60, dpi, USER_DEFAULT_SCREEN_DPI),
+                   ::MulDiv(20, dpi, USER_DEFAULT_SCREEN_DPI), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void frmKeyboard::OnUnload() noexcept {
+    GuardEvent(Handle(), L"Form_Unload", [&] {
+        ::KillTimer(Handle(), tmrCheckActiveWindow);
+        mKBFormMoveSubclass::RemoveHook(Handle());
+        // Undoes what a hidden pointer may have left.
+        ::ShowCursor(TRUE);
+        controller_->FormUnloading();
+    });
+    // Destroying the window destroys the menu with it.
+    static_cast<void>(menuBar_.Release());
+}
+
+PasswordBox& frmKeyboard::VisibleBox() noexcept {
+    return txtPassword_.IsShown() ? txtPassword_ : txtText_;
+}
+
+void frmKeyboard::FocusVisibleBox() noexcept {
+    ::SetFocus(VisibleBox().Handle());
+}
+
+int frmKeyboard::ToolbarHeightPx() noexcept {
+    if (!toolbar_.IsShown()) {
+        return 0;
+    }
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+    if (client.right != arrangedWidthPx_) {
+        arrangedWidthPx_ = client.right;
+        toolbarHeightPx_ = toolbar_.Arrange(client.right);
+    }
+    return toolbarHeightPx_;
+}
+
+int frmKeyboard::StatusBarHeightPx() const noexcept {
+    // As high as its font wants it: the control would size itself only at the bottom of its parent.
+    return PixelsFromTwips(330, Dpi());
+}
+
+WindowLayoutInput frmKeyboard::LayoutInput() {
+    RECT client{};
+    RECT outer{};
+    ::GetClientRect(Handle(), &client);
+    ::GetWindowRect(Handle(), &outer);
+    const int dpi = Dpi();
+    return {.clientWidthTwips = TwipsFromPixels(client.right, dpi),
+            .clientHeightTwips = TwipsFromPixels(client.bottom, dpi),
+            .frameWidthTwips = TwipsFromPixels(outer.right - outer.left - client.right, dpi),
+            .dpi = dpi,
+            .toolbarHeightPx = ToolbarHeightPx(),
+            .statusBarHeightPx = StatusBarHeightPx()};
+}
+
+void frmKeyboard::LayOut() {
+    const WindowLayoutInput input = LayoutInput();
+    layout_ = LayOutWindow(input);
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+
+    HDWP positions = ::BeginDeferWindowPos(keyButtonCount + 8);
+    const auto place = [&positions](HWND window, const Rect& to) {
+        positions = ::DeferWindowPos(positions, window, nullptr, to.left, to.top, to.Width(), to.Height(),
+                                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    };
+    place(toolbar_.Handle(), {0, 0, client.right, input.toolbarHeightPx});
+    place(txtPassword_.Handle(), layout_.passwordBox);
+    place(txtText_.Handle(), layout_.passwordBox);
+    place(lblHoverDelay_, layout_.hoverDelayLabel);
+    place(sldHoverDelay_, layout_.hoverDelaySlider);
+    place(lblTransparency_, layout_.transparencyLabel);
+    place(sldTransparency_, layout_.transparencySlider);
+    for (int number = 1; number <= keyButtonCount; ++number) {
+        place(Key(number).Handle(), layout_.keys.at(static_cast<std::size_t>(number)));
+    }
+    place(statusBar_, {0, client.bottom - input.statusBarHeightPx, client.right, client.bottom});
+    if (positions != nullptr) {
+        ::EndDeferWindowPos(positions);
+    }
+    const int panes[] = {client.right * 2 / 5, client.right * 7 / 10, -1};
+    ::SendMessageW(statusBar_, SB_SETPARTS, std::size(panes), reinterpret_cast<LPARAM>(panes));
+    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+RECT frmKeyboard::KeyAreaOnScreen() const noexcept {
+    const Rect& area = layout_.keyArea;
+    RECT onScreen{area.left, area.top, area.right, area.bottom};
+    ::MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&onScreen), 2);
+    return onScreen;
+}
+
+void frmKeyboard::ShowHoverDelayLabel(bool show) noexcept {
+    ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
+}
+
+void frmKeyboard::SetHoverSlider(int positionMs) noexcept {
+    ::SendMessageW(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs);
+}
+
+void frmKeyboard::SetTransparencySlider(int percent) noexcept {
+    ::SendMessageW(sldTransparency_, TBM_SETPOS, TRUE, percent);
+}
+
+void frmKeyboard::Refresh(const CommandSnapshot& snapshot, const StatusTexts& status) noexcept {
+    for (const Menu& menu : MenuBar()) {
+        for (const MenuItem& item : menu.items) {
+            const CommandState state = StateOfCommand(item.id, snapshot);
+            const auto id = static_cast<UINT>(item.id);
+            ::CheckMenuItem(menuBar_.Get(), id,
+                            static_cast<UINT>(MF_BYCOMMAND) | (state.checked ? MF_CHECKED : MF_UNCHECKED));
+            ::EnableMenuItem(menuBar_.Get(), id,
+                             static_cast<UINT>(MF_BYCOMMAND) | (state.enabled ? MF_ENABLED : MF_GRAYED));
+        }
+    }
+    toolbar_.Refresh(snapshot);
+    const wchar_t* const texts[] = {status.inputMode.c_str(), status.transferMode.c_str(), status.layout.c_str()};
+    for (WPARAM pane = 0; pane < std::size(texts); ++pane) {
+        ::SendMessageW(statusBar_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane]));
+    }
+}
+
+void frmKeyboard::ShowNotice(const wchar_t* text) noexcept {
+    ::SendMessageW(statusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text));
+}
+
+LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_ACTIVATE:
+        if (LOWORD(wParam) != WA_INACTIVE && HIWORD(wParam) == 0) {
+            GuardEvent(Handle(), L"Form_Activate", [&] { controller_->FormActivated(); });
+            return 0;
+        }
+        break;
+    // The form itself, no child of it, got the focus: it belongs into the password box.
+    case WM_SETFOCUS: GuardEvent(Handle(), L"Form_GotFocus", [&] { FocusVisibleBox(); }); return 0;
+    case WM_COMMAND:
+        if (OnCommand(LOWORD(wParam), HIWORD(wParam))) {
+            return 0;
+        }
+        break;
+    case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
+    case WM_HSCROLL: OnSliderMoved(reinterpret_cast<HWND>(lParam)); return 0;
+    case WM_MOUSEMOVE: GuardEvent(Handle(), L"Form_MouseMove", [&] { controller_->MouseMoveInForm(); }); break;
+    case WM_SETCURSOR:
+        if (LOWORD(lParam) == HTCLIENT && controller_->ShowsDotPointer()) {
+            ::SetCursor(DotPointerForDpi(Dpi()));
+            return TRUE;
+        }
+        break;
+    case WM_TIMER:
+        if (wParam == tmrCheckActiveWindow) {
+            GuardEvent(Handle(), L"tmrCheckActiveWindow_Timer", [&] { controller_->CheckActiveWindow(); });
+        }
+        return 0;
+    case WM_ENTERMENULOOP: controller_->MenuLoop(true); return 0;
+    case WM_EXITMENULOOP: controller_->MenuLoop(false); return 0;
+    case WM_GETMINMAXINFO: OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
+    case WM_DPICHANGED:
+        GuardEvent(Handle(), L"DpiChanged", [&] { OnDpiChanged(*reinterpret_cast<const RECT*>(lParam)); });
+        return 0;
+    case WM_DISPLAYCHANGE: GuardEvent(Handle(), L"DisplayChange", [&] { controller_->DisplayChanged(); }); break;
+    case WM_SYSCOLORCHANGE:
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE: OnSystemLookChanged(message, wParam, lParam); break;
+    case WM_CLOSE: GuardEvent(Handle(), L"Form_QueryUnload", [&] { OnClose(); }); return 0;
+    case WM_ENDSESSION:
+        if (wParam != FALSE) {
+            controller_->SessionEnding();
+        }
+        return 0;
+    default: break;
+    }
+    return DefaultHandler(message, wParam, lParam);
+}
+
+void frmKeyboard::OnClose() {
+    if (controller_->MayUnload()) {
+        Unload();
+    }
+}
+
+bool frmKeyboard::OnCommand(int id, int notification) {
+    if (notification == EN_SETFOCUS && (id == ids::txtPassword || id == ids::txtText)) {
+        activeControl_ = ::GetDlgItem(Handle(), id);
+        return true;
+    }
+    if (id >= ids::firstKey && id <= ids::lastKey && notification == BN_CLICKED) {
+        GuardEvent(Handle(), L"ButtonClick ", [&] { controller_->ButtonClick(id - ids::firstKey + 1); });
+        return true;
+    }
+    if (id < ids::mnuFileKeepOnTop || id > ids::hoverDelayTwoSeconds) {
+        return false;
+    }
+    controller_->Command(id);
+    return true;
+}
+
+void frmKeyboard::OnSliderMoved(HWND slider) {
+    const auto position = static_cast<int>(::SendMessageW(slider, TBM_GETPOS, 0, 0));
+    if (slider == sldHoverDelay_) {
+        GuardEvent(Handle(), L"Hover Delay Slider Change Error", [&] { controller_->HoverSliderMoved(position); });
+    } else if (slider == sldTransparency_) {
+        GuardEvent(Handle(), L"Transparency Slider Change Error",
+                   [&] { controller_->TransparencySliderMoved(position); });
+    }
+}
+
+LRESULT frmKeyboard::OnNotify(const NMHDR& header) {
+    if (header.idFrom == ids::tbToolbar && header.code == static_cast<UINT>(TBN_DROPDOWN)) {
+        GuardEvent(Handle(), L"tbToolbar_ButtonMenuClick", [&] {
+            if (const int chosen = toolbar_.TrackHoverMenu(); chosen != 0) {
+                controller_->Command(chosen);
+            }
+        });
+        return TBDDRET_DEFAULT;
+    }
+    return 0;
+}
+
+void frmKeyboard::OnGetMinMaxInfo(MINMAXINFO& info) {
+    if (statusBar_ == nullptr) {
+        return; // while the window is being created
+    }
+    const WindowLayoutInput input = LayoutInput();
+    const Size client =
+        MinimumClientSizePx(input.frameWidthTwips, input.dpi, input.toolbarHeightPx, input.statusBarHeightPx);
+    RECT outer{};
+    RECT inner{};
+    ::GetWindowRect(Handle(), &outer);
+    ::GetClientRect(Handle(), &inner);
+    if (inner.bottom > 0) {
+        info.ptMinTrackSize.x = client.width + (outer.right - outer.left - inner.right);
+        info.ptMinTrackSize.y = client.height + (outer.bottom - outer.top - inner.bottom);
+    }
+}
+
+void frmKeyboard::OnDpiChanged(const RECT& suggested) {
+    ApplyDpi();
+    ::SetWindowPos(Handle(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                   suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    controller_->FormResized();
+}
+
+void frmKeyboard::OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
+    ApplyDpi();
+    for (const HWND control : {toolbar_.Handle(), sldHoverDelay_, sldTransparency_, statusBar_}) {
+        ::SendMessageW(control, message, wParam, lParam);
+    }
+    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+} // namespace vextrel
