@@ -1,0 +1,79 @@
+#include "driver/Sandbox.h"
+
+#include "driver/Process.h"
+
+#include <fstream>
+#include <sstream>
+
+namespace vextrel::driver {
+
+namespace {
+
+std::filesystem::path BuiltProgram() {
+    std::wstring named(32768, L'\0');
+    named.resize(GetEnvironmentVariableW(L"VEXTREL_EXE", named.data(), static_cast<DWORD>(named.size())));
+    return named.empty() ? OwnFolder() / L"..\\..\\win64\\vextrel.exe" : std::filesystem::path(named);
+}
+
+std::filesystem::path NewFolder() {
+    const auto temporary = std::filesystem::temp_directory_path();
+    for (int n = 0;; ++n) {
+        auto folder = temporary / (L"vextrel-ui-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(n));
+        if (std::filesystem::create_directory(folder))
+            return folder;
+    }
+}
+
+} // namespace
+
+Sandbox::Sandbox(const std::wstring& folderName)
+    : parent_(NewFolder())
+    , folder_(parent_ / (folderName.empty() ? std::wstring(L"program") : folderName)) {
+    std::filesystem::create_directory(folder_);
+    Check(CopyFileW(BuiltProgram().c_str(), Program().c_str(), TRUE) != FALSE,
+          "copying " + Narrow(BuiltProgram().wstring()));
+}
+
+Sandbox::~Sandbox() {
+    // The program may have ended so recently that its file is still mapped.
+    std::error_code error;
+    static_cast<void>(WaitFor(
+        [&] {
+            error.clear();
+            std::filesystem::remove_all(parent_, error);
+            return !error;
+        },
+        Milliseconds(3000)));
+}
+
+std::optional<std::string> Sandbox::Read(const std::wstring& name) const {
+    std::ifstream file(folder_ / name, std::ios::binary);
+    if (!file)
+        return std::nullopt;
+    std::ostringstream bytes;
+    if (file.peek() != std::ifstream::traits_type::eof())
+        bytes << file.rdbuf();
+    return bytes.str();
+}
+
+void Sandbox::Write(const std::string& bytes, const std::wstring& name) const {
+    std::ofstream file(folder_ / name, std::ios::binary | std::ios::trunc);
+    file << bytes;
+    if (!file.flush())
+        throw Failure("could not write " + Narrow(name));
+}
+
+std::wstring Sandbox::Setting(const std::wstring& key, const std::wstring& section) const {
+    std::wstring value(1024, L'\0');
+    value.resize(GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", value.data(),
+                                          static_cast<DWORD>(value.size()), (folder_ / settingsName).c_str()));
+    return value;
+}
+
+void Sandbox::SetSetting(const std::wstring& key, const std::wstring& value, const std::wstring& section) const {
+    Check(WritePrivateProfileStringW(section.c_str(), key.c_str(), value.c_str(), (folder_ / settingsName).c_str()) !=
+              FALSE,
+          "writing the setting " + Narrow(key));
+}
+
+} // namespace vextrel::driver

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace vextrel::driver {
+
+/// A new temporary folder with a copy of vextrel.exe, so that a test has settings of its own. Removed at the end.
+class Sandbox {
+  public:
+    /// Copies the program from where the build leaves it, or from the path in the environment variable VEXTREL_EXE.
+    /// `folderName`, if given, becomes the name of the program's folder.
+    explicit Sandbox(const std::wstring& folderName = {});
+    ~Sandbox();
+    Sandbox(const Sandbox&) = delete;
+    Sandbox& operator=(const Sandbox&) = delete;
+
+    [[nodiscard]] std::filesystem::path Folder() const { return folder_; }
+    [[nodiscard]] std::filesystem::path Program() const { return folder_ / L"vextrel.exe"; }
+
+    /// The bytes of a file in the folder (the settings file if none is named); nothing if there is none.
+    [[nodiscard]] std::optional<std::string> Read(const std::wstring& name = settingsName) const;
+    void Write(const std::string& bytes, const std::wstring& name = settingsName) const;
+
+    /// One value of the settings file as Windows reads it; empty if there is none.
+    [[nodiscard]] std::wstring Setting(const std::wstring& key, const std::wstring& section = L"Settings") const;
+    void SetSetting(const std::wstring& key, const std::wstring& value,
+                    const std::wstring& section = L"Settings") const;
+
+    static constexpr const wchar_t* settingsName = L"vxrconfig.ini";
+
+  private:
+    std::filesystem::path parent_;
+    std::filesystem::path folder_;
+};
+
+} // namespace vextrel::driver

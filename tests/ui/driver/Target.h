@@ -1,0 +1,32 @@
+#pragma once
+
+#include "driver/Process.h"
+#include "target/Contract.h"
+
+#include <string>
+
+namespace vextrel::driver {
+
+/// The second program, with fields to drop on and to type into; tests/ui/target/Contract.h lists its options.
+class Target {
+  public:
+    explicit Target(const std::wstring& options = {});
+
+    [[nodiscard]] HWND Window() const { return window_; }
+    [[nodiscard]] HWND Field(int id) const;
+    [[nodiscard]] std::wstring Text(int id = target::dropField) const;
+    [[nodiscard]] int Drops() const;
+    /// The units that came to the edit field as characters, one by one.
+    [[nodiscard]] std::wstring TypedCharacters() const;
+
+    /// With --read=later: makes it read what was dropped on it.
+    void ReadNow() const;
+    /// Moves it to a corner of the screen where it does not cover the given rectangle.
+    void KeepClearOf(const RECT& other) const;
+
+  private:
+    Process process_;
+    HWND window_;
+};
+
+} // namespace vextrel::driver

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <windows.h>
+
+/// What the drop target and those who use it agree on.
+///
+/// Options: --read=entry|drop|later  when it asks the data object for text; "later" waits for the message `readNow`,
+///                                   which may come long after the source's drag has ended
+///          --ansi                   asks for CF_TEXT instead of CF_UNICODETEXT
+///          --refuse                 takes no drops
+///          --topmost
+///          --at=X,Y                 place of the window, in pixels
+namespace vextrel::target {
+
+inline constexpr const wchar_t* windowClass = L"VextrelTarget";
+
+inline constexpr int dropField = 101;  ///< edit field, shows the text that was dropped
+inline constexpr int editField = 102;  ///< ordinary edit field
+inline constexpr int charRecord = 103; ///< the UTF-16 units that came to editField as WM_CHAR, in hex: "0041 0062 "
+inline constexpr int dropCount = 104;  ///< how many drops it has had, refused ones not counted
+
+inline constexpr UINT readNow = WM_APP + 1;
+
+} // namespace vextrel::target
