@@ -1,6 +1,9 @@
 #include "driver/App.h"
 
+#include "driver/Remote.h"
 #include "ui/ids.h"
+
+#include <commctrl.h>
 
 namespace vextrel::driver {
 
@@ -12,7 +15,9 @@ constexpr int shiftKey = ids::firstKey + 41; // Command42, the left Shift key
 
 App::App(const Sandbox& sandbox)
     : process_(sandbox.Program())
-    , main_(process_.AwaitWindow(formClass, L"Vextrel")) {}
+    , main_(process_.AwaitWindow(formClass, L"Vextrel")) {
+    SettleInForeground(main_);
+}
 
 HWND App::Layer() const {
     for (const HWND window : process_.Windows(formClass, L""))
@@ -56,6 +61,30 @@ App::Selection App::SelectionOf(HWND edit) {
 
 void App::Command(int id) const {
     Check(PostMessageW(main_, WM_COMMAND, static_cast<WPARAM>(id), 0) != FALSE, "posting a command");
+}
+
+UINT App::MenuState(int id) const {
+    const auto menu = reinterpret_cast<UINT_PTR>(GetMenu(main_));
+    const DWORD state = CallInside(process_, "GetMenuState", {menu, static_cast<UINT_PTR>(id), MF_BYCOMMAND});
+    if (state == static_cast<DWORD>(-1))
+        throw Failure("the menu has no item " + std::to_string(id));
+    return state;
+}
+
+int App::ToolState(int id) const {
+    return static_cast<int>(Ask(Control(ids::tbToolbar), TB_GETSTATE, static_cast<WPARAM>(id)));
+}
+
+POINT App::ToolPlace(int id) const {
+    const HWND toolbar = Control(ids::tbToolbar);
+    const RemoteMemory memory(process_, sizeof(RECT));
+    if (Ask(toolbar, TB_GETRECT, static_cast<WPARAM>(id), reinterpret_cast<LPARAM>(memory.Address())) == 0)
+        throw Failure("the toolbar has no button " + std::to_string(id));
+    RECT bounds{};
+    memory.Read(&bounds, sizeof bounds);
+    POINT middle{(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
+    ClientToScreen(toolbar, &middle);
+    return middle;
 }
 
 void App::Activate() const {

@@ -9,7 +9,8 @@
 
 namespace vextrel::driver {
 
-/// The real program, running in a sandbox. The constructor returns when its main window is visible.
+/// The real program, running in a sandbox. The constructor returns when its main window is visible and
+/// in the foreground.
 class App {
   public:
     explicit App(const Sandbox& sandbox);
@@ -37,6 +38,13 @@ class App {
 
     /// Chooses a menu item or toolbar button by its command, without opening the menu; does not wait for the effect.
     void Command(int id) const;
+
+    /// State of a menu item of the main window: MF_CHECKED, MF_GRAYED and the like; throws if there is no such item.
+    [[nodiscard]] UINT MenuState(int id) const;
+    [[nodiscard]] bool Checked(int id) const { return (MenuState(id) & MF_CHECKED) != 0; }
+    /// State of a toolbar button: TBSTATE_CHECKED, TBSTATE_ENABLED and the like; and its middle on the screen.
+    [[nodiscard]] int ToolState(int id) const;
+    [[nodiscard]] POINT ToolPlace(int id) const;
 
     /// Makes it the window that the keyboard writes to.
     void Activate() const;

@@ -42,6 +42,11 @@ WORD ScanCode(WORD key) {
 constexpr Milliseconds dragPace{40};
 constexpr int dragSteps = 12;
 
+// A press and a release bring their place along. Under Wine the pointer's moves come back as events of the X server,
+// and one that comes late (from a window that has just appeared under the pointer's former place, say) would otherwise
+// put the press there; GetCursorPos asks the X server and does not show it.
+constexpr DWORD pinned = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
+
 } // namespace
 
 Pointer::~Pointer() {
@@ -66,6 +71,7 @@ void Pointer::MoveTo(POINT place, int steps, Milliseconds pace) {
         SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, next);
         Sleep(static_cast<DWORD>(pace.count()));
     }
+    place_ = place;
     Await("the pointer arrives at " + std::to_string(place.x) + ", " + std::to_string(place.y), [&] {
         const POINT now = Place();
         return now.x == place.x && now.y == place.y;
@@ -74,12 +80,12 @@ void Pointer::MoveTo(POINT place, int steps, Milliseconds pace) {
 
 void Pointer::Press() {
     held_ = true;
-    SendMouse(MOUSEEVENTF_LEFTDOWN);
+    SendMouse(MOUSEEVENTF_LEFTDOWN | pinned, place_);
 }
 
 void Pointer::Release() {
     held_ = false;
-    SendMouse(MOUSEEVENTF_LEFTUP);
+    SendMouse(MOUSEEVENTF_LEFTUP | pinned, place_);
 }
 
 void Pointer::Click(POINT place) {

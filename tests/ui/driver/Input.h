@@ -18,7 +18,8 @@ class Pointer {
     Pointer& operator=(const Pointer&) = delete;
 
     /// Moves in steps to a place on the screen, in pixels. `pace` is the user's speed: the time between two steps.
-    void MoveTo(POINT place, int steps = 3, Milliseconds pace = Milliseconds(5));
+    void MoveTo(POINT place, int steps = 1, Milliseconds pace = {});
+    /// Both happen where the pointer was moved to last.
     void Press();
     void Release();
     void Click(POINT place);
@@ -33,6 +34,7 @@ class Pointer {
     [[nodiscard]] static POINT Place();
 
   private:
+    POINT place_ = Place();
     bool held_ = false;
 };
 

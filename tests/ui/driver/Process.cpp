@@ -114,6 +114,14 @@ std::string Narrow(const std::wstring& text) {
     return narrow;
 }
 
+void SettleInForeground(HWND window) {
+    const auto settled = [window] { return GetForegroundWindow() == window; };
+    if (WaitFor(settled, Milliseconds(2000)))
+        return;
+    SetForegroundWindow(window);
+    Await("the window is in the foreground", settled);
+}
+
 RECT BoundsOf(HWND window) {
     RECT bounds{};
     Check(GetWindowRect(window, &bounds) != FALSE, "GetWindowRect");

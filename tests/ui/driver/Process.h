@@ -53,6 +53,10 @@ class Process {
 /// SendMessage for windows that may hang: throws if no answer comes within the limit.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
+/// Waits until the window manager has made a new window the foreground one, or makes it so; a click that comes while
+/// the foreground still changes would be lost.
+void SettleInForeground(HWND window);
+
 /// Rectangle on the screen, in pixels.
 [[nodiscard]] RECT BoundsOf(HWND window);
 [[nodiscard]] POINT CentreOf(HWND window);

@@ -6,8 +6,8 @@
 // GDI+'s header wants these two from the global namespace, where NOMINMAX has removed them.
 #include <algorithm>
 namespace Gdiplus {
-using std::max;
-using std::min;
+using std::max; // NOLINT(misc-unused-using-decls)
+using std::min; // NOLINT(misc-unused-using-decls)
 } // namespace Gdiplus
 #include <gdiplus.h>
 

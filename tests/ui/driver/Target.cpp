@@ -6,7 +6,9 @@ namespace vextrel::driver {
 
 Target::Target(const std::wstring& options)
     : process_(OwnFolder() / L"vextrel_target.exe", options)
-    , window_(process_.AwaitWindow(target::windowClass)) {}
+    , window_(process_.AwaitWindow(target::windowClass)) {
+    SettleInForeground(window_);
+}
 
 HWND Target::Field(int id) const {
     const HWND field = GetDlgItem(window_, id);

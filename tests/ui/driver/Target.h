@@ -7,7 +7,8 @@
 
 namespace vextrel::driver {
 
-/// The second program, with fields to drop on and to type into; tests/ui/target/Contract.h lists its options.
+/// The second program, with fields to drop on and to type into; tests/ui/target/Contract.h lists its options. It starts
+/// in the foreground.
 class Target {
   public:
     explicit Target(const std::wstring& options = {});

@@ -101,8 +101,7 @@ int Run(const Options& options) {
     const HWND field = GetDlgItem(window, dropField);
     if (FAILED(RegisterDragDrop(field, target)))
         return 2;
-    // SHOWNA: the program under test keeps the foreground it has.
-    ShowWindow(window, SW_SHOWNA);
+    ShowWindow(window, SW_SHOW);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);
