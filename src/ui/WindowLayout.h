@@ -36,7 +36,8 @@ struct WindowLayout {
 /// 1.8 / 2.2 and 2.2 / 2.8 units; row 5 the space bar from 3.8 to 9.8 units. Edges are snapped to whole pixels.
 [[nodiscard]] WindowLayout LayOutWindow(const WindowLayoutInput& input) noexcept;
 
-/// The smallest client area whose keys are 16 pixels wide and high.
+/// The client area below which the window should not shrink: its keys are 16 pixels wide and high at 96 DPI, and as
+/// large on other screens, with the usual margins.
 [[nodiscard]] Size MinimumClientSizePx(double frameWidthTwips, int dpi, int toolbarHeightPx,
                                        int statusBarHeightPx) noexcept;
 
