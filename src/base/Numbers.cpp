@@ -2,6 +2,7 @@
 
 #include "base/Error.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -19,6 +20,31 @@ std::wstring_view TrimBlanks(std::wstring_view text) noexcept {
         return {};
     }
     return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+struct NumberParts {
+    bool negative = false;
+    std::wstring_view whole;    ///< digits
+    std::wstring_view fraction; ///< digits; one of the two may be missing
+};
+
+std::optional<NumberParts> SplitNumber(std::wstring_view text) noexcept {
+    text = TrimBlanks(text);
+    NumberParts parts{.negative = text.starts_with(L'-'), .whole = {}, .fraction = {}};
+    if (parts.negative || text.starts_with(L'+')) {
+        text.remove_prefix(1);
+    }
+    const std::size_t point = text.find(L'.');
+    parts.whole = text.substr(0, point);
+    if (point != std::wstring_view::npos) {
+        parts.fraction = text.substr(point + 1);
+    }
+    const bool onlyDigits = std::all_of(parts.whole.begin(), parts.whole.end(), IsDigit) &&
+                            std::all_of(parts.fraction.begin(), parts.fraction.end(), IsDigit);
+    if (!onlyDigits || (parts.whole.empty() && parts.fraction.empty())) {
+        return std::nullopt;
+    }
+    return parts;
 }
 
 /// Whether the fraction's digits round the whole part up: above a half always, exactly a half only to an even result.
@@ -49,48 +75,32 @@ std::int16_t ToInt16(std::int64_t value) {
     return static_cast<std::int16_t>(value);
 }
 
-std::optional<std::int64_t> ParseNumber(std::wstring_view text) noexcept {
-    text = TrimBlanks(text);
-    const bool negative = text.starts_with(L'-');
-    if (negative || text.starts_with(L'+')) {
-        text.remove_prefix(1);
-    }
+bool IsNumeric(std::wstring_view text) noexcept {
+    return SplitNumber(text).has_value();
+}
 
+std::optional<std::int64_t> ParseNumber(std::wstring_view text) noexcept {
+    const std::optional<NumberParts> parts = SplitNumber(text);
+    if (!parts) {
+        return std::nullopt;
+    }
     // Digits are gathered by hand rather than through a double, which would round 16-digit numbers a second time.
     constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
     std::int64_t whole = 0;
-    std::size_t digits = 0;
-    while (digits < text.size() && IsDigit(text[digits])) {
-        const std::int64_t digit = text[digits] - L'0';
+    for (const wchar_t c : parts->whole) {
+        const std::int64_t digit = c - L'0';
         if (whole > (largest - digit) / 10) {
             return std::nullopt;
         }
         whole = whole * 10 + digit;
-        ++digits;
     }
-
-    std::wstring_view fraction = text.substr(digits);
-    if (!fraction.empty()) {
-        if (fraction.front() != L'.') {
-            return std::nullopt;
-        }
-        fraction.remove_prefix(1);
-        for (const wchar_t c : fraction) {
-            if (!IsDigit(c)) {
-                return std::nullopt;
-            }
-        }
-    }
-    if (digits == 0 && fraction.empty()) {
-        return std::nullopt;
-    }
-    if (FractionRoundsUp(fraction, whole % 2 != 0)) {
+    if (FractionRoundsUp(parts->fraction, whole % 2 != 0)) {
         if (whole == largest) {
             return std::nullopt;
         }
         ++whole;
     }
-    return negative ? -whole : whole;
+    return parts->negative ? -whole : whole;
 }
 
 } // namespace vextrel

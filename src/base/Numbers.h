@@ -15,8 +15,11 @@ namespace vextrel {
 /// @throws Error "Overflow" when the value does not fit.
 [[nodiscard]] std::int16_t ToInt16(std::int64_t value);
 
-/// Reads a number as users write it into the settings file: optional blanks around, an optional sign, decimal digits
-/// with an optional fraction; rounded to the nearest whole number, halves to even.
+/// Whether the text is a number as users write it into the settings file, of any size: optional blanks around, an
+/// optional sign, decimal digits with an optional fraction.
+[[nodiscard]] bool IsNumeric(std::wstring_view text) noexcept;
+
+/// Reads such a number, rounded to the nearest whole number, halves to even.
 /// @return nothing when the text is not numeric, or the number lies outside 64 bits.
 [[nodiscard]] std::optional<std::int64_t> ParseNumber(std::wstring_view text) noexcept;
 
