@@ -35,10 +35,8 @@ struct ButtonCaption {
                                                            const ActionKeyCaptions& actionCaptions,
                                                            ModifierState modifiers, const KeySlotTable& slots);
 
-/// What a click on a character key enters: the caption, "&&" as "&"; a blank for "space" and for an empty caption.
-[[nodiscard]] std::wstring TextOfCaption(std::wstring_view caption);
-
-/// What a key is called when spoken: "space" for the space bar, "&" for "&&", else the caption.
+/// What a key is called when spoken: "space" for the space bar and for a key without a caption, which enters a blank
+/// just the same; "&" for "&&"; else the caption.
 [[nodiscard]] std::wstring SpokenNameOfKey(int button, std::wstring_view caption);
 
 } // namespace vextrel

@@ -48,7 +48,9 @@ class HoverEntry {
   private:
     bool enabled_ = false;
     std::optional<int> currentButton_;
-    std::wstring lastCaption_; ///< LastHoverCaption
+    /// LastHoverCaption: the caption of the key last entered, none from the arrival on another key on. Apart from none,
+    /// it may be empty: a key whose caption Shift has just emptied is not to be entered again when Shift goes up.
+    std::optional<std::wstring> lastCaption_;
 };
 
 /// The delays of the toolbar's menu, in milliseconds.

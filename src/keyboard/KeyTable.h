@@ -72,6 +72,9 @@ void LoadEnglishLayout(KeyCaptions& captions);
 /// The button that shows a slot in the standard arrangement. @param slot 0 to 46.
 [[nodiscard]] int StandardButtonOfSlot(std::size_t slot) noexcept;
 
+/// The slot whose key has the character in the standard arrangement, as its lower or its upper one.
+[[nodiscard]] std::optional<std::size_t> StandardSlotOfCharacter(wchar_t character) noexcept;
+
 /// The other character on the same key of the standard arrangement, in either direction; a character on none of the
 /// keys is its own counterpart.
 [[nodiscard]] wchar_t ShiftCounterpart(wchar_t character) noexcept;

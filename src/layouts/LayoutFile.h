@@ -28,7 +28,7 @@ inline constexpr std::wstring_view actionCaptionSection = L"Action Keyboard Butt
 /// Key names of the action captions, in the order of ActionKey.
 inline constexpr std::wstring_view actionCaptionKeys[] = {L"Backspace", L"Tab", L"Caps Lock", L"Enter", L"Shift"};
 
-/// The 98 entries of a complete layout file, in the order in which they are written, captions as held.
+/// The 99 entries of a complete layout file, in the order in which they are written, captions as held.
 [[nodiscard]] std::vector<LayoutEntry> LayoutEntries(const Layout& layout);
 
 using LayoutReader = std::function<std::wstring(std::wstring_view section, std::wstring_view key)>;
