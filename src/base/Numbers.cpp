@@ -52,7 +52,8 @@ bool FractionRoundsUp(std::wstring_view fraction, bool wholeIsOdd) noexcept {
     if (fraction.empty() || fraction.front() < L'5') {
         return false;
     }
-    const bool aboveHalf = fraction.front() > L'5' || fraction.substr(1).find_first_not_of(L'0') != std::wstring_view::npos;
+    const bool aboveHalf =
+        fraction.front() > L'5' || fraction.substr(1).find_first_not_of(L'0') != std::wstring_view::npos;
     return aboveHalf || wholeIsOdd;
 }
 
