@@ -26,6 +26,10 @@ struct KeyPressOutcome {
     friend bool operator==(const KeyPressOutcome&, const KeyPressOutcome&) = default;
 };
 
+/// What a character key enters: the caption, "&&" as "&"; a blank for "space" and for an empty caption.
+/// @return a part of the caption or a constant.
+[[nodiscard]] std::wstring_view TextOfCaption(std::wstring_view caption) noexcept;
+
 /// The one rule that turns a press of an on-screen key into an edit.
 /// @param button 1 to 65. @param caption as the button carries it.
 /// @throws Error "Overflow" when caret and selection do not add up in 16 bits.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
@@ -11,6 +12,11 @@ struct TextRange {
     std::size_t count = 0;
     friend constexpr bool operator==(TextRange, TextRange) = default;
     [[nodiscard]] constexpr std::size_t End() const noexcept { return start + count; }
+    /// What of it lies in a text of that length.
+    [[nodiscard]] constexpr TextRange CutAt(std::size_t length) const noexcept {
+        const std::size_t cutStart = std::min(start, length);
+        return {cutStart, std::min(count, length - cutStart)};
+    }
 };
 
 /// The password and whatever is cut from it: text in fixed memory of its own (SecretPages.h), never reallocated, wiped

@@ -18,10 +18,12 @@ struct BoxSelection {
 
 enum class PasswordBoxView { Masked, Plain };
 
-/// One replacement: the characters in the range give way to the text.
+/// One replacement: the characters in the range give way to the text. It is wiped when it goes, since its text is or
+/// may be a piece of the password; there is no move, which could leave characters behind.
 struct Splice {
     TextRange range;
     std::wstring text;
+    ~Splice();
     friend bool operator==(const Splice&, const Splice&) = default;
 };
 
@@ -44,16 +46,21 @@ struct BoxState {
     std::size_t passwordLength = 0;
 };
 
+/// Caret and selection are added up in 16 bits before anything else happens. @throws Error "Overflow" when
+/// start + length + 1, the position behind the selection counted from 1, does not fit.
+void CheckSelection(BoxSelection selection);
+
 /// Enters text at the caret in place of the selection: into the password as it is; into the box as it is in the plain
 /// view, as one "*" per unit in the masked view. Positions behind the password's end are clamped to it.
 /// @throws Error "Overflow" when a 16-bit position would not hold; nothing is to be changed then.
 [[nodiscard]] TextEdit EnterText(const BoxState& box, std::wstring_view text);
 
 /// Enters text that stays out of the password (line breaks and tabs of the plain view).
+/// @throws Error "Overflow" as EnterText.
 [[nodiscard]] TextEdit EnterIntoBoxOnly(const BoxState& box, std::wstring_view text);
 
 /// Backspace. Over a selection it clears the box's text but deliberately leaves the password alone; behind a line
-/// feed it removes the pair of characters, which are not in the password.
+/// feed it removes the pair of characters, which are not in the password. @throws Error "Overflow" as CheckSelection.
 [[nodiscard]] TextEdit EraseBackwards(const BoxState& box);
 
 /// Delete in the masked view: the selection, or else the character behind the caret, leaves box and password; the
