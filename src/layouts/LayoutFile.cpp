@@ -57,7 +57,7 @@ std::wstring WithoutNuls(std::wstring text) {
 
 std::vector<LayoutEntry> LayoutEntries(const Layout& layout) {
     std::vector<LayoutEntry> entries;
-    entries.reserve(2 * characterKeyCount + layout.actionCaptions.size());
+    entries.reserve(std::size_t{2} * characterKeyCount + layout.actionCaptions.size());
     for (const RowSection& section : rowSections) {
         for (int key = 1; key <= KeysInRow(section.row); ++key) {
             const KeyCaption& caption = layout.captions.At(SlotOf(section.row, key));
