@@ -1,0 +1,34 @@
+#include "ui/InputBox.h"
+
+#include "ui/AccessibleName.h"
+#include "ui/ids.h"
+#include "win32/Text.h"
+
+namespace vextrel {
+
+std::optional<std::wstring> InputBox::Ask(Operations& operations, HWND owner) {
+    if (RunModal(operations, owner) != IDOK) {
+        return std::nullopt;
+    }
+    return answer_;
+}
+
+void InputBox::CreateControls() {
+    AddControl(WC_STATICW, prompt_.c_str(), SS_LEFT | SS_NOPREFIX, 0, {14, 14, 366, 48}, -1);
+    field_ = AddControl(WC_EDITW, answer_.c_str(), WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, {14, 50, 366, 74},
+                        ids::inputBoxText);
+    AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, {188, 86, 273, 110}, IDOK);
+    AddControl(WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON, 0, {281, 86, 366, 110}, IDCANCEL);
+    SetAccessibleName(field_, prompt_.c_str());
+    ::SendMessageW(field_, EM_SETSEL, 0, -1);
+    ::SetFocus(field_);
+}
+
+void InputBox::OnCommand(int id, int notification) {
+    if (id == IDOK) {
+        answer_ = WindowText(field_);
+    }
+    Dialog::OnCommand(id, notification);
+}
+
+} // namespace vextrel

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "ui/Dialog.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace vextrel {
+
+/// Asks for one line of text.
+class InputBox final : public Dialog {
+  public:
+    /// @param answer what stands in the field at first, selected.
+    InputBox(std::wstring title, std::wstring prompt, std::wstring answer)
+        : title_(std::move(title))
+        , prompt_(std::move(prompt))
+        , answer_(std::move(answer)) {}
+
+    /// @return the text, an empty one too; nothing when the user cancelled.
+    [[nodiscard]] std::optional<std::wstring> Ask(Operations& operations, HWND owner);
+
+  private:
+    [[nodiscard]] Look LookOf() const override { return {title_.c_str(), {380, 122}}; }
+    void CreateControls() override;
+    void OnCommand(int id, int notification) override;
+
+    std::wstring title_;
+    std::wstring prompt_;
+    std::wstring answer_;
+    HWND field_ = nullptr;
+};
+
+} // namespace vextrel

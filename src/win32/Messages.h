@@ -1,0 +1,24 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+namespace vextrel {
+
+/// Lets every message that waits in this thread's queue be processed, without any dialog navigation. The end of the
+/// program (WM_QUIT) is left for the outer loop and stops it. Anything can happen meanwhile: the caller looks again at
+/// whatever it relies on.
+/// @return false when the program ends.
+inline bool PumpPendingMessages() noexcept {
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+        if (message.message == WM_QUIT) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return false;
+        }
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+    return true;
+}
+
+} // namespace vextrel
