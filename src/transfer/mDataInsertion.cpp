@@ -1,0 +1,100 @@
+#include "transfer/mDataInsertion.h"
+
+#include "transfer/mCharToKeyboardString.h"
+#include "win32/Messages.h"
+#include "win32/Text.h"
+
+#include <array>
+
+namespace vextrel {
+
+namespace {
+
+/// The target's time to react to the click before any character comes, counted in rounds of message processing and
+/// not in time.
+constexpr int waitRounds = 100000;
+constexpr std::size_t classNameSize = 255;
+
+std::wstring& TargetClass() noexcept {
+    static std::wstring name;
+    return name;
+}
+
+void RecordClass(HWND window) {
+    std::array<char, classNameSize> name{};
+    ::GetClassNameA(window, name.data(), static_cast<int>(name.size()));
+    TargetClass() = Widen(name.data());
+}
+
+bool IsOurs(HWND window) noexcept {
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    return process == ::GetCurrentProcessId();
+}
+
+void BringForward(HWND window) noexcept {
+    const HWND root = ::GetAncestor(window, GA_ROOT);
+    if (root != nullptr && root != window) {
+        ::SetForegroundWindow(root);
+        ::ShowWindowAsync(root, SW_SHOW);
+    }
+    ::SetForegroundWindow(window);
+    ::ShowWindowAsync(window, SW_SHOW);
+}
+
+void ClickAt(POINT place) noexcept {
+    ::SetCursorPos(place.x, place.y);
+    // What mouse_event presses is the physical button; swapped, the right one is the primary.
+    const bool swapped = ::GetSystemMetrics(SM_SWAPBUTTON) != 0;
+    ::mouse_event(swapped ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    ::mouse_event(swapped ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+}
+
+void WaitForReaction() noexcept {
+    PumpPendingMessages();
+    for (int round = 0; round < waitRounds; ++round) {
+        PumpPendingMessages();
+    }
+}
+
+InjectionOutcome Post(HWND window, std::wstring_view password) noexcept {
+    while (!password.empty()) {
+        const AnsiCharacter character(password);
+        for (const std::uint8_t byte : character) {
+            // The ANSI call: only it takes codes of the code page and brings them to either kind of window.
+            if (::PostMessageA(window, WM_CHAR, byte, 0) == FALSE) {
+                return {InjectionOutcome::Kind::Refused, ::GetLastError()};
+            }
+        }
+        password.remove_prefix(character.UnitCount());
+    }
+    return {InjectionOutcome::Kind::Injected};
+}
+
+} // namespace
+
+InjectionOutcome Inject(std::wstring_view password) {
+    POINT place{};
+    ::GetCursorPos(&place);
+    const HWND window = ::WindowFromPoint(place);
+    if (window != nullptr) {
+        RecordClass(window);
+        if (IsOurs(window)) {
+            return {InjectionOutcome::Kind::OwnWindow};
+        }
+    }
+    BringForward(window);
+    ClickAt(place);
+    WaitForReaction();
+    if (window == nullptr) {
+        // A message to no window would land in our own queue, password and all.
+        return {InjectionOutcome::Kind::NoWindow};
+    }
+    return Post(window, password);
+}
+
+const std::wstring& InjectionTargetClass() noexcept {
+    return TargetClass();
+}
+
+} // namespace vextrel
