@@ -1,0 +1,141 @@
+#include "transfer/TextDataObject.h"
+
+#include "transfer/FormatEnumerator.h"
+
+#include "base/Wipe.h"
+
+#include <cstring>
+#include <new>
+
+namespace vextrel {
+
+namespace {
+
+constexpr FORMATETC TextFormat(CLIPFORMAT format) noexcept {
+    return {format, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+}
+
+constexpr FORMATETC offeredFormats[] = {TextFormat(CF_UNICODETEXT), TextFormat(CF_TEXT)};
+
+bool IsOffered(const FORMATETC& format) noexcept {
+    return (format.cfFormat == CF_TEXT || format.cfFormat == CF_UNICODETEXT) && format.dwAspect == DVASPECT_CONTENT &&
+           (format.tymed & TYMED_HGLOBAL) != 0;
+}
+
+/// Memory that the receiver of the data frees. Zeroed, so that the terminator is there.
+HGLOBAL Copy(std::size_t byteCount, auto&& fill) noexcept {
+    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount);
+    if (memory == nullptr) {
+        return nullptr;
+    }
+    fill(::GlobalLock(memory));
+    ::GlobalUnlock(memory);
+    return memory;
+}
+
+HGLOBAL CopyWide(std::wstring_view text) noexcept {
+    return Copy((text.size() + 1) * sizeof(wchar_t),
+                [text](void* to) { std::memcpy(to, text.data(), text.size() * sizeof(wchar_t)); });
+}
+
+HGLOBAL CopyNarrow(std::wstring_view text) noexcept {
+    const int length = static_cast<int>(text.size());
+    const int size =
+        length == 0 ? 0 : ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
+    return Copy(static_cast<std::size_t>(size) + 1, [&](void* to) {
+        ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, static_cast<char*>(to), size, nullptr, nullptr);
+    });
+}
+
+} // namespace
+
+HRESULT TextDataObject::QueryInterface(REFIID id, void** object) noexcept {
+    if (object == nullptr) {
+        return E_POINTER;
+    }
+    if (id != IID_IUnknown && id != IID_IDataObject) {
+        *object = nullptr;
+        return E_NOINTERFACE;
+    }
+    *object = static_cast<IDataObject*>(this);
+    AddRef();
+    return S_OK;
+}
+
+ULONG TextDataObject::AddRef() noexcept {
+    return ++references_;
+}
+
+ULONG TextDataObject::Release() noexcept {
+    const ULONG left = --references_;
+    if (left == 0) {
+        delete this;
+    }
+    return left;
+}
+
+HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
+    if (format == nullptr || medium == nullptr) {
+        return E_POINTER;
+    }
+    if (!IsOffered(*format)) {
+        return DV_E_FORMATETC;
+    }
+    const HGLOBAL memory = format->cfFormat == CF_UNICODETEXT ? CopyWide(text_.View()) : CopyNarrow(text_.View());
+    if (memory == nullptr) {
+        return E_OUTOFMEMORY;
+    }
+    medium->tymed = TYMED_HGLOBAL;
+    medium->hGlobal = memory;
+    medium->pUnkForRelease = nullptr;
+    return S_OK;
+}
+
+HRESULT TextDataObject::GetDataHere(FORMATETC*, STGMEDIUM*) noexcept {
+    return DV_E_FORMATETC;
+}
+
+HRESULT TextDataObject::QueryGetData(FORMATETC* format) noexcept {
+    if (format == nullptr) {
+        return E_POINTER;
+    }
+    return IsOffered(*format) ? S_OK : DV_E_FORMATETC;
+}
+
+HRESULT TextDataObject::GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) noexcept {
+    if (out == nullptr) {
+        return E_POINTER;
+    }
+    out->ptd = nullptr;
+    return DATA_S_SAMEFORMATETC;
+}
+
+HRESULT TextDataObject::SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept {
+    return E_NOTIMPL;
+}
+
+HRESULT TextDataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) noexcept {
+    if (formats == nullptr) {
+        return E_POINTER;
+    }
+    *formats = nullptr;
+    if (direction != DATADIR_GET) {
+        return E_NOTIMPL;
+    }
+    *formats = new (std::nothrow) FormatEnumerator(offeredFormats);
+    return *formats != nullptr ? S_OK : E_OUTOFMEMORY;
+}
+
+HRESULT TextDataObject::DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept {
+    return OLE_E_ADVISENOTSUPPORTED;
+}
+
+HRESULT TextDataObject::DUnadvise(DWORD) noexcept {
+    return OLE_E_ADVISENOTSUPPORTED;
+}
+
+HRESULT TextDataObject::EnumDAdvise(IEnumSTATDATA**) noexcept {
+    return OLE_E_ADVISENOTSUPPORTED;
+}
+
+} // namespace vextrel

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "keyboard/SecretText.h"
+#include "win32/Windows.h"
+
+#include <objidl.h>
+
+#include <atomic>
+#include <string_view>
+
+namespace vextrel {
+
+/// The data of a drag: text as CF_TEXT and CF_UNICODETEXT. It owns its characters and is counted by reference, since
+/// some targets read it only after the drag has returned; the last reference wipes them.
+class TextDataObject final : public IDataObject {
+  public:
+    /// Born with one reference, the caller's.
+    TextDataObject() = default;
+    TextDataObject(const TextDataObject&) = delete;
+    TextDataObject& operator=(const TextDataObject&) = delete;
+
+    /// What the object carries from now on; the empty text is text, too.
+    void SetText(std::wstring_view text) { text_.Assign(text); }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override;
+    ULONG STDMETHODCALLTYPE AddRef() noexcept override;
+    ULONG STDMETHODCALLTYPE Release() noexcept override;
+
+    HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override;
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC* format, STGMEDIUM* medium) noexcept override;
+    HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) noexcept override;
+    HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* out) noexcept override;
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) noexcept override;
+    HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) noexcept override;
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink,
+                                      DWORD* connection) noexcept override;
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD connection) noexcept override;
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA** connections) noexcept override;
+
+  private:
+    ~TextDataObject() = default;
+
+    std::atomic<ULONG> references_{1};
+    SecretText text_;
+};
+
+} // namespace vextrel

@@ -1,0 +1,126 @@
+#include "transfer/frmDragNote.h"
+
+#include "base/Geometry.h"
+#include "ui/ids.h"
+#include "win32/EventGuard.h"
+#include "win32/Text.h"
+#include "win32/WindowStyle.h"
+
+namespace vextrel {
+
+namespace {
+
+constexpr UINT_PTR Timer1 = 1;
+constexpr UINT followIntervalMs = 15;
+
+// The background shape, in twips. Injection has two more lines to say.
+constexpr int shapeWidthTwips = 4000;
+constexpr int shapeHeightDragTwips = 900;
+constexpr int shapeHeightInjectionTwips = 1400;
+constexpr int marginTwips = 50;
+constexpr int headerHeightTwips = 240;
+/// From the pointer to the hint's corner: far enough that the pointer never meets it.
+constexpr int pointerDistanceTwips = 250;
+
+constexpr COLORREF injectionColour = 0xC0FFFF; // light yellow
+constexpr COLORREF dragColour = 0xE8FFE8;      // light green
+constexpr COLORREF textColour = 0x000000;
+constexpr std::uint8_t noteAlpha = 235;
+
+constexpr const wchar_t* injectionText =
+    L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.\r\n"
+    L"The 'no drop' icon may display - that's okay,\r\n"
+    L"Vextrel will still try to inject the data.";
+constexpr const wchar_t* dragText =
+    L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.";
+
+} // namespace
+
+void frmDragNote::ShowFor(DragDropMode mode, HWND owner) {
+    mode_ = mode;
+    Load({.title = L"",
+          .style = WS_POPUP | WS_CLIPCHILDREN,
+          .exStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_LAYERED | WS_EX_TRANSPARENT,
+          .owner = owner,
+          .leftPx = 0,
+          .topPx = 0,
+          .widthPx = 0,
+          .heightPx = 0});
+    SetLayeredTransparency(Handle(), noteAlpha);
+    CreateControls();
+    LayOut();
+    FollowPointer();
+    ::ShowWindow(Handle(), SW_SHOWNOACTIVATE);
+    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ::SetTimer(Handle(), Timer1, followIntervalMs, nullptr);
+}
+
+void frmDragNote::CreateControls() {
+    const auto label = [this](const wchar_t* text, int id) {
+        const HWND control =
+            ::CreateWindowExW(WS_EX_NOPARENTNOTIFY | WS_EX_TRANSPARENT, WC_STATICW, text,
+                              WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, Handle(),
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
+        if (control == nullptr) {
+            ThrowLastError();
+        }
+        ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_.MessageFont(Dpi())), FALSE);
+        return control;
+    };
+    const bool inject = mode_ == DragDropMode::Inject;
+    header_ = label(inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:", ids::dragNoteHeader);
+    text_ = label(inject ? injectionText : dragText, ids::dragNoteText);
+}
+
+void frmDragNote::LayOut() noexcept {
+    const int dpi = Dpi();
+    const int height = mode_ == DragDropMode::Inject ? shapeHeightInjectionTwips : shapeHeightDragTwips;
+    const auto px = [dpi](int twips) { return PixelsFromTwips(twips, dpi); };
+    ::SetWindowPos(Handle(), nullptr, 0, 0, px(shapeWidthTwips), px(height),
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const int labelWidth = px(shapeWidthTwips - 2 * marginTwips);
+    const int textTop = marginTwips + headerHeightTwips;
+    ::MoveWindow(header_, px(marginTwips), px(marginTwips), labelWidth, px(headerHeightTwips), FALSE);
+    ::MoveWindow(text_, px(marginTwips), px(textTop), labelWidth, px(height - textTop - marginTwips), FALSE);
+}
+
+void frmDragNote::FollowPointer() noexcept {
+    POINT pointer{};
+    if (::GetCursorPos(&pointer) == FALSE) {
+        return;
+    }
+    const int distance = PixelsFromTwips(pointerDistanceTwips, Dpi());
+    ::SetWindowPos(Handle(), HWND_TOPMOST, pointer.x + distance, pointer.y + distance, 0, 0,
+                   SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void frmDragNote::OnUnload() noexcept {
+    ::KillTimer(Handle(), Timer1);
+}
+
+LRESULT frmDragNote::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const COLORREF ground = mode_ == DragDropMode::Inject ? injectionColour : dragColour;
+    switch (message) {
+    case WM_TIMER: GuardEvent(Handle(), L"Timer1_Timer", [&] { FollowPointer(); }); return 0;
+    case WM_NCHITTEST: return HTTRANSPARENT;
+    case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
+    case WM_ERASEBKGND: {
+        RECT area{};
+        ::GetClientRect(Handle(), &area);
+        const UniqueBrush fill(::CreateSolidBrush(ground));
+        ::FillRect(reinterpret_cast<HDC>(wParam), &area, fill.Get());
+        ::FrameRect(reinterpret_cast<HDC>(wParam), &area, ::GetSysColorBrush(COLOR_3DSHADOW));
+        return 1;
+    }
+    case WM_CTLCOLORSTATIC: {
+        const auto context = reinterpret_cast<HDC>(wParam);
+        ::SetTextColor(context, textColour);
+        ::SetDCBrushColor(context, ground);
+        ::SetBkColor(context, ground);
+        return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+    }
+    default: return DefaultHandler(message, wParam, lParam);
+    }
+}
+
+} // namespace vextrel
