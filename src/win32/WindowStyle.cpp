@@ -28,4 +28,8 @@ void SetTopmost(HWND window, bool topmost) noexcept {
     ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
 }
 
+void KeepTopmost(HWND window) noexcept {
+    ::SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE);
+}
+
 } // namespace vextrel

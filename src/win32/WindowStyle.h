@@ -14,7 +14,9 @@ void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noex
 /// Adds or removes WS_EX_TRANSPARENT: whether the pointer passes through the window to what lies beneath.
 void SetClickThrough(HWND window, bool clickThrough) noexcept;
 
-/// Puts a window into the topmost band or takes it out, without moving or activating it.
+/// Puts a window into the topmost band or takes it out, without moving it.
 void SetTopmost(HWND window, bool topmost) noexcept;
+/// Asserts the topmost place again, without activating anything.
+void KeepTopmost(HWND window) noexcept;
 
 } // namespace vextrel
