@@ -35,6 +35,8 @@ class SecretText {
     [[nodiscard]] bool IsEmpty() const noexcept { return size_ == 0; }
     /// Valid until the next change.
     [[nodiscard]] std::wstring_view View() const noexcept { return {characters_, size_}; }
+    /// The same with a terminator behind it.
+    [[nodiscard]] const wchar_t* CString() const noexcept { return characters_; }
     /// A part of it, cut at the end.
     [[nodiscard]] std::wstring_view View(TextRange range) const noexcept;
 

@@ -106,10 +106,7 @@ void PasswordBox::Apply(const TextEdit& edit) noexcept {
 }
 
 void PasswordBox::OverwriteAndEmpty() noexcept {
-    SecretText filler;
-    filler.Assign(std::wstring(Length(), maskCharacter));
-    filler.Buffer()[filler.Size()] = L'\0';
-    SetText(filler.Buffer());
+    SetText(std::wstring(Length(), maskCharacter).c_str());
     SetText(L"");
 }
 

@@ -26,6 +26,8 @@ constexpr int offScreenTwips = -10000;
 constexpr UINT checkActiveWindowMs = 250;
 constexpr UINT_PTR tmrCheckActiveWindow = 1;
 
+constexpr int passwordTextHeightTwips = 225;
+
 } // namespace
 
 frmKeyboard::frmKeyboard()
@@ -215,6 +217,20 @@ RECT frmKeyboard::KeyAreaOnScreen() const noexcept {
     return onScreen;
 }
 
+void frmKeyboard::ShowToolbarControl(bool show) {
+    if (show == toolbar_.IsShown()) {
+        return;
+    }
+    const int heightBefore = ToolbarHeightPx();
+    toolbar_.Show(show);
+    RECT outer{};
+    ::GetWindowRect(Handle(), &outer);
+    ::SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left,
+                   outer.bottom - outer.top + ToolbarHeightPx() - heightBefore,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    LayOut();
+}
+
 void frmKeyboard::ShowHoverDelayLabel(bool show) noexcept {
     ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
 }
@@ -289,6 +305,7 @@ LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE: OnSystemLookChanged(message, wParam, lParam); break;
     case WM_CLOSE: GuardEvent(Handle(), L"Form_QueryUnload", [&] { OnClose(); }); return 0;
+    case WM_DESTROY: ::PostQuitMessage(0); return 0;
     case WM_ENDSESSION:
         if (wParam != FALSE) {
             controller_->SessionEnding();

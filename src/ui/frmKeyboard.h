@@ -45,8 +45,8 @@ class frmKeyboard final : public Form {
     [[nodiscard]] RECT KeyAreaOnScreen() const noexcept;
     [[nodiscard]] double TwipsPerPixelNow() const noexcept { return TwipsPerPixel(Dpi()); }
 
-    void ShowToolbarControl(bool show) noexcept { toolbar_.Show(show); }
-    [[nodiscard]] bool IsToolbarControlShown() const noexcept { return toolbar_.IsShown(); }
+    /// Shows or hides the toolbar. The window grows or shrinks by the toolbar's height; the keys keep their size.
+    void ShowToolbarControl(bool show);
     void ShowHoverDelayLabel(bool show) noexcept;
     /// Brings the sliders into line; the move does not come back as the user's.
     void SetHoverSlider(int positionMs) noexcept;

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/ErrorReport.h"
+#include "app/Toolbar.h"
+#include "app/mKBHk.h"
+#include "keyboard/Keyboard.h"
+#include "settings/mINIManagement.h"
+#include "ui/Operations.h"
+#include "win32/ProgramState.h"
+
+#include <memory>
+
+namespace vextrel {
+
+/// The one application object: owns the toolbar object and the controller, in that order of creation.
+class Application {
+  public:
+    Application(ProgramState& program, SettingsStore& store, Operations& operations, ErrorReport& errors);
+    ~Application();
+    Application(const Application&) = delete;
+    Application& operator=(const Application&) = delete;
+
+    [[nodiscard]] vextrel::Toolbar& Toolbar() noexcept { return *toolbar_; }
+    [[nodiscard]] vextrel::Keyboard& Keyboard() noexcept { return *keyboard_; }
+
+    // Plain stores, kept for the rest of the program; the controller holds the truth.
+    [[nodiscard]] bool StayOnTop() const noexcept { return stayOnTop_; }
+    void SetStayOnTop(bool value) noexcept { stayOnTop_ = value; }
+    [[nodiscard]] bool KeepPasswordAfterDragDrop() const noexcept { return keepPasswordAfterDragDrop_; }
+    void SetKeepPasswordAfterDragDrop(bool value) noexcept { keepPasswordAfterDragDrop_ = value; }
+    [[nodiscard]] bool MouseHidden() const noexcept { return mouseHidden_; }
+    void SetMouseHidden(bool value) noexcept { mouseHidden_ = value; }
+
+    /// Unloads every loaded window, last to first.
+    void CloseProgram() noexcept;
+    /// Shows an unexpected error, modal to the owner.
+    void LogError(std::wstring_view source, std::int32_t number, std::wstring_view description, HWND owner) noexcept;
+
+  private:
+    ErrorReport& errors_;
+    std::unique_ptr<vextrel::Toolbar> toolbar_;
+    std::unique_ptr<vextrel::Keyboard> keyboard_;
+    mKBHk::KeyboardHook hook_;
+    bool stayOnTop_ = false;
+    bool keepPasswordAfterDragDrop_ = false;
+    bool mouseHidden_ = false;
+};
+
+} // namespace vextrel

@@ -1,0 +1,5 @@
+#include "app/modMain.h"
+
+int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
+    return vextrel::modMain::Main(instance);
+}

@@ -1,0 +1,87 @@
+#include "app/modMain.h"
+
+#include "ui/mKBFormMoveSubclass.h"
+#include "win32/EventGuard.h"
+
+#include <ole2.h>
+
+namespace vextrel::modMain {
+
+namespace {
+
+Application* theApplication = nullptr;
+
+/// What exists from here on: writes ask the save switch, moves and sizes of the main window count.
+class RunningScope {
+  public:
+    RunningScope(Application& application, SettingsStore& store) noexcept
+        : store_(store) {
+        theApplication = &application;
+        mKBFormMoveSubclass::SetActingWindow(application.Keyboard().Form().Handle());
+        store_.SetWriteGate([&application] { return application.Keyboard().Options().SaveSettingsInINI(); });
+    }
+    ~RunningScope() {
+        mKBFormMoveSubclass::SetActingWindow(nullptr);
+        theApplication = nullptr;
+    }
+    RunningScope(const RunningScope&) = delete;
+    RunningScope& operator=(const RunningScope&) = delete;
+
+  private:
+    SettingsStore& store_;
+};
+
+/// Drag-and-drop, the folder browser and the naming of controls need OLE on this thread.
+class OleScope {
+  public:
+    OleScope() noexcept { ::OleInitialize(nullptr); }
+    ~OleScope() { ::OleUninitialize(); }
+    OleScope(const OleScope&) = delete;
+    OleScope& operator=(const OleScope&) = delete;
+};
+
+void RegisterControls() noexcept {
+    INITCOMMONCONTROLSEX classes{};
+    classes.dwSize = sizeof classes;
+    classes.dwICC = ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS;
+    ::InitCommonControlsEx(&classes);
+}
+
+int ServeEvents(HWND mainWindow) {
+    MSG message{};
+    while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (!::IsDialogMessageW(mainWindow, &message)) {
+            ::TranslateMessage(&message);
+            ::DispatchMessageW(&message);
+        }
+    }
+    return static_cast<int>(message.wParam);
+}
+
+} // namespace
+
+Application* gApplication() noexcept {
+    return theApplication;
+}
+
+int Main(HINSTANCE instance) {
+    Operations operations;
+    ErrorReport errors(operations);
+    const ErrorSinkScope sink(errors);
+    int exitCode = 1;
+    GuardEvent(nullptr, L"Sub Main", [&] {
+        const OleScope ole;
+        RegisterControls();
+        ProgramState program;
+        program.instance = instance;
+        program.folder = FindProgramFolder();
+        program.DefaultCoverTransparency = 5;
+        SettingsStore store(program);
+        Application application(program, store, operations, errors);
+        const RunningScope running(application, store);
+        exitCode = ServeEvents(application.Keyboard().Form().Handle());
+    });
+    return exitCode;
+}
+
+} // namespace vextrel::modMain

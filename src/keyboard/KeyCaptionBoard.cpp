@@ -1,0 +1,32 @@
+#include "keyboard/KeyCaptionBoard.h"
+
+namespace vextrel {
+
+void KeyCaptionBoard::SetShiftIsDown(bool down) {
+    if (down != modifiers_.shiftIsDown) {
+        modifiers_.shiftIsDown = down;
+        Refresh();
+    }
+}
+
+void KeyCaptionBoard::SetAltGrIsDown(bool down) {
+    if (down != modifiers_.altGrIsDown) {
+        modifiers_.altGrIsDown = down;
+        Refresh();
+    }
+}
+
+void KeyCaptionBoard::Refresh(bool shuffle) {
+    if (IsShuffledKeyboardType(keyboardType_)) {
+        slots_.Rebuild(shuffle, [this] { return random_.Draw(); });
+    }
+    for (const ButtonCaption& caption :
+         RefreshedCaptions(layout_.captions, layout_.actionCaptions, modifiers_, slots_)) {
+        form_.Key(caption.button).SetCaption(caption.caption);
+    }
+    form_.Key(keys::capsLock).SetLit(modifiers_.capsLockIsDown);
+    form_.Key(keys::leftShift).SetLit(modifiers_.shiftIsDown);
+    form_.Key(keys::rightShift).SetLit(modifiers_.shiftIsDown);
+}
+
+} // namespace vextrel

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "keyboard/Captions.h"
+#include "keyboard/KeyTable.h"
+#include "keyboard/SlotTable.h"
+#include "layouts/LayoutFile.h"
+#include "protect/ClockRandom.h"
+#include "ui/frmKeyboard.h"
+
+namespace vextrel {
+
+/// The captions on the keys: the layout in use, the modifiers that choose between its captions, and the arrangement of
+/// the keys.
+class KeyCaptionBoard {
+  public:
+    explicit KeyCaptionBoard(frmKeyboard& form)
+        : form_(form) {}
+
+    [[nodiscard]] Layout& CurrentLayout() noexcept { return layout_; }
+
+    [[nodiscard]] const ModifierState& Modifiers() const noexcept { return modifiers_; }
+    /// Refreshes the captions when the value changes.
+    void SetShiftIsDown(bool down);
+    void SetAltGrIsDown(bool down);
+    /// A plain stored value: the caller refreshes.
+    void SetCapsLockIsDown(bool down) noexcept { modifiers_.capsLockIsDown = down; }
+
+    /// 101 is the standard arrangement; 1, 2 and 3 rebuild the key slot table with each refresh.
+    [[nodiscard]] std::int16_t KeyboardType() const noexcept { return keyboardType_; }
+    void SetKeyboardType(std::int16_t type) noexcept { keyboardType_ = type; }
+
+    /// Shows the captions that layout and modifiers give. @param shuffle whether a shuffled arrangement is drawn anew.
+    void Refresh(bool shuffle = false);
+
+  private:
+    frmKeyboard& form_;
+    Layout layout_;
+    ModifierState modifiers_;
+    std::int16_t keyboardType_ = standardKeyboardType;
+    KeySlotTable slots_;
+    ClockRandom random_;
+};
+
+} // namespace vextrel

@@ -1,0 +1,302 @@
+#include "keyboard/Keyboard.h"
+
+#include "keyboard/KeyPress.h"
+#include "keyboard/PhysicalInput.h"
+#include "keyboard/SlotTable.h"
+#include "ui/CommandHandlers.h"
+#include "ui/LayerQuestion.h"
+#include "ui/frmAbout.h"
+#include "win32/Clipboard.h"
+#include "win32/EventGuard.h"
+#include "win32/Messages.h"
+#include "win32/Sound.h"
+#include "win32/WindowStyle.h"
+
+namespace vextrel {
+
+namespace {
+
+/// How often a double-clicked key is repainted while messages run.
+constexpr int flashRounds = 1000;
+
+bool IsDownNow(int virtualKey) noexcept {
+    return ::GetAsyncKeyState(virtualKey) < 0;
+}
+bool IsToggled(int virtualKey) noexcept {
+    return (::GetKeyState(virtualKey) & 1) != 0;
+}
+
+} // namespace
+
+Keyboard::~Keyboard() {
+    operations_.SetWindows(nullptr, nullptr);
+    formCover_.SetController(nullptr, nullptr);
+    form_.SetController(nullptr);
+    formCover_.Unload();
+}
+
+void Keyboard::RefreshCaptions() {
+    captions_.Refresh();
+}
+
+void Keyboard::ClearText() {
+    if (!operations_.IsTransferring()) {
+        password_.ClearText();
+    }
+}
+
+void Keyboard::ToggleMask() {
+    if (!operations_.IsTransferring()) {
+        options_.SetTextIsMasked(!password_.TextIsMasked());
+    }
+}
+
+void Keyboard::ButtonClick(int button) {
+    if (operations_.IsTransferring()) {
+        return;
+    }
+    const ModifierState& before = captions_.Modifiers();
+    const KeyPressOutcome outcome = PressKey(
+        button, form_.Key(button).Caption(), password_.ReadBox(),
+        {.shiftIsDown = before.shiftIsDown, .capsLockIsDown = before.capsLockIsDown, .shiftLatched = shiftLatched_});
+    if (outcome.edit) {
+        password_.Apply(*outcome.edit);
+    }
+    shiftLatched_ = outcome.modifiers.shiftLatched;
+    captions_.SetCapsLockIsDown(outcome.modifiers.capsLockIsDown);
+    captions_.SetShiftIsDown(outcome.modifiers.shiftIsDown);
+    if (outcome.refreshCaptions) {
+        RefreshCaptions();
+    }
+    if (outcome.showLeftover) {
+        ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
+    }
+}
+
+void Keyboard::ButtonMouseMove(int button) {
+    if (operations_.IsResting()) {
+        return;
+    }
+    protection_.PointerOverKeys(true);
+    hover_.MoveOverKey(button);
+}
+
+void Keyboard::MouseMoveInTextBox() {
+    if (hover_.TimerEnabled()) {
+        protection_.PointerOverKeys(false);
+    }
+}
+
+void Keyboard::MouseMoveInForm() {
+    hover_.LeaveKeys();
+    MouseMoveInTextBox();
+}
+
+void Keyboard::Timer() {
+    if (operations_.IsResting() || menuOpen_) {
+        return;
+    }
+    if (const std::optional<int> key = hover_.Tick()) {
+        ButtonClick(*key);
+        if (hover_.BeepOnHover()) {
+            PlayHoverBeep(program_.folder);
+        }
+    }
+    hover_.Ticked();
+}
+
+void Keyboard::EnterCharacter(wchar_t code) {
+    if (code == backspaceCode) {
+        password_.Apply(EraseBackwards(password_.ReadBox()));
+        return;
+    }
+    password_.Enter(scrambledInput_ ? ScrambledInput(code, [this](int button) { return form_.Key(button).Caption(); })
+                                    : std::wstring(1, code));
+}
+
+bool Keyboard::KeyPress(wchar_t code) {
+    if (operations_.IsTransferring()) {
+        return false;
+    }
+    if (IsForwardedCharacter(code)) {
+        EnterCharacter(code);
+        return false;
+    }
+    if (IsMasked()) {
+        // The masked box takes nothing by itself: it must hold exactly one asterisk per character.
+        password_.Enter(WithoutControlCharacters(std::wstring(1, code)));
+        return false;
+    }
+    return true;
+}
+
+void Keyboard::FollowPhysicalModifiers() {
+    const std::wstring before = hover_.CaptionOfCurrent();
+    captions_.SetShiftIsDown(FoldedShift({.capsLockToggled = IsToggled(VK_CAPITAL),
+                                          .shiftPressed = IsDownNow(VK_SHIFT),
+                                          .rightShiftPressed = IsDownNow(VK_RSHIFT),
+                                          .leftShiftPressed = IsDownNow(VK_LSHIFT)}));
+    hover_.CaptionRefreshed(before);
+}
+
+bool Keyboard::KeyDown(UINT virtualKey) {
+    FollowPhysicalModifiers();
+    if (operations_.IsTransferring()) {
+        return false;
+    }
+    if (virtualKey == VK_DELETE && IsMasked()) {
+        password_.Apply(EraseForwards(password_.ReadBox()));
+        return false;
+    }
+    return true;
+}
+
+void Keyboard::KeyUp(UINT) {
+    FollowPhysicalModifiers();
+}
+
+void Keyboard::PasteIntoMaskedBox() {
+    if (operations_.IsTransferring()) {
+        return;
+    }
+    SecretText pasted;
+    ReadClipboardText(form_.Handle(), pasted);
+    password_.Enter(WithoutControlCharacters(pasted.View()));
+}
+
+void Keyboard::DragPassword() {
+    hover_.LeaveKeys();
+    transfer_.Drag();
+    options_.RefreshToolbar();
+    if (!transfer_.Notice().empty()) {
+        form_.ShowNotice(transfer_.Notice().c_str());
+    }
+}
+
+void Keyboard::Command(int id) {
+    RunCommand(id, *this);
+}
+
+void Keyboard::HoverSliderMoved(int positionMs) {
+    const int snapped = HoverSliderPosition(positionMs);
+    if (snapped != hover_.TimerInterval()) {
+        options_.SetTimerInterval(snapped);
+    } else {
+        form_.SetHoverSlider(snapped);
+    }
+}
+
+void Keyboard::TransparencySliderMoved(int percent) {
+    // The slider may stand for a value between its positions; telling it again what it shows changes nothing.
+    if (percent != TransparencySliderPercent(options_.KeyboardTransparency())) {
+        options_.SetKeyboardTransparency(TransparencyOfPercent(percent));
+    }
+}
+
+void Keyboard::FormActivated() {
+    form_.FocusVisibleBox();
+    options_.RefreshToolbar();
+}
+
+void Keyboard::FormResized() {
+    form_.LayOut();
+    protection_.FormMove();
+}
+
+void Keyboard::Rearrange() {
+    if (operations_.IsTransferring()) {
+        return;
+    }
+    protection_.RandomiseFormSizeAndPlacement();
+    protection_.ResetFormCover();
+}
+
+std::vector<std::wstring> Keyboard::ProtectionsInForce() const {
+    std::vector<std::wstring> lines;
+    lines.emplace_back(HooksDisabled ? L"Print Screen is not blocked" : L"Print Screen is blocked");
+    lines.emplace_back(L"Protective layer over the keys");
+    lines.emplace_back(options_.Snapshot().textIsMasked ? L"Password masked" : L"Password shown in clear");
+    lines.emplace_back(protection_.MouseHidden() ? L"Pointer shown as a grey dot" : L"Pointer shown as usual");
+    return lines;
+}
+
+void Keyboard::ShowAbout() {
+    frmAbout(ProtectionsInForce()).RunModal(operations_, form_.Handle());
+}
+
+void Keyboard::FormMoved() {
+    protection_.FormMove();
+}
+
+void Keyboard::DisplayChanged() {
+    protection_.ReturnToVisiblePlace();
+}
+
+bool Keyboard::MayUnload() {
+    return operations_.RequestClose();
+}
+
+void Keyboard::FormUnloading() {
+    password_.Wipe();
+    if (closeProgram_) {
+        closeProgram_();
+    }
+}
+
+void Keyboard::MenuLoop(bool entered) {
+    menuOpen_ = entered;
+}
+
+void Keyboard::BringToFront() {
+    if (::GetForegroundWindow() != form_.Handle()) {
+        ::SetForegroundWindow(form_.Handle());
+    }
+}
+
+void Keyboard::CheckForeground() {
+    protection_.CheckForeground(options_.LayerMarked());
+}
+
+void Keyboard::CheckActiveWindow() {
+    const HWND front = ::GetForegroundWindow();
+    if (front == lastForeground_ || operations_.IsResting() || menuOpen_) {
+        return;
+    }
+    lastForeground_ = front;
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(front, &process);
+    if (options_.KeepOnTop() && process != ::GetCurrentProcessId()) {
+        KeepTopmost(form_.Handle());
+    }
+}
+
+void Keyboard::FlashKey(int button) {
+    const Operations::Scope flash(operations_, Operations::Kind::Flash);
+    const unsigned mine = ++flash_;
+    const HWND key = form_.Key(button).Handle();
+    ::SendMessageW(key, BM_SETSTATE, TRUE, 0);
+    for (int round = 0; round < flashRounds && flash_ == mine && !operations_.IsClosePending(); ++round) {
+        if (!PumpPendingMessages()) {
+            return;
+        }
+        ::RedrawWindow(key, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    }
+    ::SendMessageW(key, BM_SETSTATE, FALSE, 0);
+}
+
+void Keyboard::ToggleProtectiveLayer() {
+    const LayerCommandOutcome outcome =
+        RunLayerCommand(layerCommand_, protection_.CoverTransparency(), program_.DefaultCoverTransparency);
+    layerCommand_ = outcome.state;
+    protection_.SetCoverTransparency(outcome.coverTransparency);
+    options_.SetLayerMarked(outcome.marked);
+    if (!outcome.ask) {
+        return;
+    }
+    layerCommand_ = TakeLayerAnswer(layerCommand_, AskForLayerOpacity(operations_, form_.Handle()));
+    if (const std::optional<std::int16_t> opacity = LayerOpacity(layerCommand_)) {
+        protection_.SetCoverTransparency(*opacity);
+    }
+}
+
+} // namespace vextrel
