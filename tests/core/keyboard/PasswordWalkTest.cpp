@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 
@@ -124,7 +125,7 @@ struct Model {
 
     /// The box replaced its selection by itself. Where the same text results from a replacement that lies further
     /// back, the furthest one counts; that matters only once box and password are out of step.
-    void BoxReplacedSelection(std::wstring text) {
+    void BoxReplacedSelection(const std::wstring& text) {
         const std::wstring old = s.box;
         s.box = Left(old, s.caret) + text + From(old, s.caret + s.selected);
         PutCaret(s, s.caret + text.size());
@@ -155,7 +156,7 @@ struct Model {
     }
 
     std::wstring Carry(bool takesAway) {
-        const std::wstring carried = s.selected == 0 ? s.password : Left(From(s.password, s.caret), s.selected);
+        std::wstring carried = s.selected == 0 ? s.password : Left(From(s.password, s.caret), s.selected);
         if (takesAway) {
             s.password = s.selected == 0 ? L"" : Left(s.password, s.caret) + From(s.password, s.caret + s.selected);
             s.box = s.masked ? std::wstring(s.password.size(), L'*') : s.password;
@@ -221,7 +222,7 @@ class Ruled {
 
     std::wstring Carry(TransferEnd end, bool keep) {
         const TransferPlan plan = PlanTransfer(Selection(), password_.Size());
-        const std::wstring carried(password_.View(plan.carried));
+        std::wstring carried(password_.View(plan.carried));
         if (TakesAway(end, keep)) {
             CutCarried(plan, password_);
             s.box = s.masked ? std::wstring(password_.Size(), L'*') : Password();
@@ -285,8 +286,7 @@ TEST(PasswordWalk, TenThousandStepsAgreeWithThePlainModel) {
         }
         ASSERT_EQ(ruled.s.box, model.s.box) << "step " << step << ", kind " << kind;
         ASSERT_EQ(ruled.Password(), model.s.password) << "step " << step << ", kind " << kind;
-        ASSERT_EQ(ruled.Selection(),
-                  BoxSelection(static_cast<std::int16_t>(model.s.caret), static_cast<std::int16_t>(model.s.selected)))
+        ASSERT_TRUE(ruled.s.caret == model.s.caret && ruled.s.selected == model.s.selected)
             << "step " << step << ", kind " << kind;
         ASSERT_EQ(ruled.s.modifiers, model.s.modifiers) << "step " << step << ", kind " << kind;
     }
