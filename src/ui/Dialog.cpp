@@ -46,6 +46,7 @@ int Dialog::RunModal(Operations& operations, HWND owner) {
     owner_ = ::IsWindow(owner) ? owner : nullptr;
     result_ = IDCANCEL;
     ended_ = false;
+    lastFocus_ = nullptr;
     const Operations::Scope modal(operations, Operations::Kind::Modal);
     LoadOver(owner_);
     // Whoever disabled the owner before (a dialog beneath this one) enables it again.
@@ -110,10 +111,23 @@ LRESULT Dialog::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefaultHandler(message, wParam, lParam);
 }
 
+LRESULT Dialog::OnActivate(WPARAM wParam, LPARAM lParam) {
+    // The default would give the focus to the dialog itself when the user comes back from another program.
+    if (LOWORD(wParam) == WA_INACTIVE) {
+        const HWND focus = ::GetFocus();
+        lastFocus_ = ::IsChild(Handle(), focus) ? focus : nullptr;
+    } else if (lastFocus_ != nullptr) {
+        ::SetFocus(lastFocus_);
+        return 0;
+    }
+    return DefaultHandler(WM_ACTIVATE, wParam, lParam);
+}
+
 LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_CLOSE: End(IDCANCEL); return 0;
+    case WM_ACTIVATE: return OnActivate(wParam, lParam);
     // Read-only texts belong to the dialog's ground.
     case WM_CTLCOLORSTATIC:
         ::SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);

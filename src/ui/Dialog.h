@@ -37,11 +37,13 @@ class Dialog : public Form {
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
+    LRESULT OnActivate(WPARAM wParam, LPARAM lParam);
     void LoadOver(HWND owner);
     void OnUnload() noexcept override;
 
     FontCache fonts_;
     HWND owner_ = nullptr;
+    HWND lastFocus_ = nullptr; ///< the control that had it when the dialog was last left
     int result_ = IDCANCEL;
     bool ended_ = false;
 };
