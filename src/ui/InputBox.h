@@ -21,7 +21,7 @@ class InputBox final : public Dialog {
     [[nodiscard]] std::optional<std::wstring> Ask(Operations& operations, HWND owner);
 
   private:
-    [[nodiscard]] Look LookOf() const override { return {title_.c_str(), {380, 122}}; }
+    [[nodiscard]] Look LookOf() const override { return {title_.c_str(), {380, 120}}; }
     void CreateControls() override;
     void OnCommand(int id, int notification) override;
 
