@@ -4,7 +4,8 @@
 
 namespace vextrel::driver {
 
-/// Writes what the display shows now, all windows of all programs, as a PNG file.
+/// Writes what the display shows, all windows of all programs, as a PNG file; first waits, not long, until it is at
+/// rest.
 void TakeScreenshot(const std::filesystem::path& file);
 
 } // namespace vextrel::driver
