@@ -23,7 +23,7 @@ void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wst
         while (!waiting_.empty()) {
             const Pending next = waiting_.front();
             waiting_.pop_front();
-            frmError(next.text).RunModal(operations_, next.owner);
+            frmError(next.text).RunModal(operations_, operations_.DialogOwner(next.owner));
             sources_.erase(next.source);
         }
     } catch (...) {

@@ -1,5 +1,6 @@
 #include "keyboard/Keyboard.h"
 
+#include "base/Wipe.h"
 #include "keyboard/KeyPress.h"
 #include "keyboard/PhysicalInput.h"
 #include "keyboard/SlotTable.h"
@@ -55,6 +56,7 @@ void Keyboard::ButtonClick(int button) {
     if (operations_.IsTransferring()) {
         return;
     }
+    form_.ShowNotice({});
     const ModifierState& before = captions_.Modifiers();
     const KeyPressOutcome outcome = PressKey(
         button, form_.Key(button).Caption(), password_.ReadBox(),
@@ -161,19 +163,20 @@ void Keyboard::PasteIntoMaskedBox() {
     }
     SecretText pasted;
     ReadClipboardText(form_.Handle(), pasted);
-    password_.Enter(WithoutControlCharacters(pasted.View()));
+    std::wstring entered = WithoutControlCharacters(pasted.View());
+    password_.Enter(entered);
+    WipeMemory(entered.data(), entered.size() * sizeof(wchar_t));
 }
 
 void Keyboard::DragPassword() {
     hover_.LeaveKeys();
     transfer_.Drag();
     options_.RefreshToolbar();
-    if (!transfer_.Notice().empty()) {
-        form_.ShowNotice(transfer_.Notice().c_str());
-    }
+    form_.ShowNotice(transfer_.Notice());
 }
 
 void Keyboard::Command(int id) {
+    form_.ShowNotice({});
     RunCommand(id, *this);
 }
 

@@ -13,8 +13,16 @@ namespace {
 constexpr const wchar_t* layoutFileFilter = L"Vextrel language file (*.lng)|*.lng";
 constexpr const wchar_t* layoutFilePattern = L"\\*.lng";
 
-constexpr const wchar_t* captureStoppedText =
-    L"The system's layout could not be read: another window came to the front. The keys read so far are shown.";
+/// Why a capture ended early, for the user. The keys captured until then keep their new captions.
+const wchar_t* ReasonOf(CaptureResult result) noexcept {
+    switch (result) {
+    case CaptureResult::LostFocus:
+        return L"The system's layout was not read to its end: another window came to the front.";
+    case CaptureResult::ModifierHeld:
+        return L"The system's layout was not read: a Ctrl, Alt or Windows key is held down.";
+    default: return L"The system's layout was not read to its end: a key was not answered.";
+    }
+}
 
 } // namespace
 
@@ -61,7 +69,7 @@ void LayoutSwitcher::LoadDefault(bool dontRecord) {
     if (dontRecord) {
         parts_.form.ShowNotice(L"System's layout not read"); // at start-up nothing asks or interrupts
     } else {
-        ShowMessageBox(parts_.operations, captureStoppedText, L"Vextrel", MB_OK | MB_ICONINFORMATION);
+        ShowMessageBox(parts_.operations, ReasonOf(result), L"Vextrel", MB_OK | MB_ICONINFORMATION);
     }
 }
 

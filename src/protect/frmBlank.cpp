@@ -118,8 +118,8 @@ LRESULT frmBlank::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return guarded(L"Timer1_Timer", [&] { OnHoverTick(); });
         }
         return guarded(L"tmrForegroundCheck_Timer", [&] { host_->CheckForeground(); });
-    // The main window places the layer, on another DPI as well.
-    case WM_DPICHANGED: return 0;
+    // The main window places the layer, on another DPI as well, and ends it.
+    case WM_DPICHANGED:
     case WM_CLOSE: return 0;
     default: return DefaultHandler(message, wParam, lParam);
     }

@@ -34,6 +34,11 @@ void Operations::SetWindows(HWND mainWindow, HWND layer) noexcept {
     layer_ = layer;
 }
 
+HWND Operations::DialogOwner(HWND concerned) const noexcept {
+    const HWND root = ::GetAncestor(concerned, GA_ROOT);
+    return root == layer_ && layer_ != nullptr ? mainWindow_ : root;
+}
+
 bool Operations::RequestClose() noexcept {
     if (depth_ == 0) {
         return true;

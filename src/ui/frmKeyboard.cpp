@@ -243,7 +243,7 @@ void frmKeyboard::SetTransparencySlider(int percent) noexcept {
     ::SendMessageW(sldTransparency_, TBM_SETPOS, TRUE, percent);
 }
 
-void frmKeyboard::Refresh(const CommandSnapshot& snapshot, const StatusTexts& status) noexcept {
+void frmKeyboard::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
     for (const Menu& menu : MenuBar()) {
         for (const MenuItem& item : menu.items) {
             const CommandState state = StateOfCommand(item.id, snapshot);
@@ -255,14 +255,23 @@ void frmKeyboard::Refresh(const CommandSnapshot& snapshot, const StatusTexts& st
         }
     }
     toolbar_.Refresh(snapshot);
-    const wchar_t* const texts[] = {status.inputMode.c_str(), status.transferMode.c_str(), status.layout.c_str()};
-    for (WPARAM pane = 0; pane < std::size(texts); ++pane) {
-        ::SendMessageW(statusBar_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane]));
+    status_ = std::move(status);
+    ShowStatus();
+}
+
+void frmKeyboard::ShowNotice(std::wstring text) {
+    if (text != notice_) {
+        notice_ = std::move(text);
+        ShowStatus();
     }
 }
 
-void frmKeyboard::ShowNotice(const wchar_t* text) noexcept {
-    ::SendMessageW(statusBar_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(text));
+void frmKeyboard::ShowStatus() noexcept {
+    const std::wstring& first = notice_.empty() ? status_.inputMode : notice_;
+    const wchar_t* const texts[] = {first.c_str(), status_.transferMode.c_str(), status_.layout.c_str()};
+    for (WPARAM pane = 0; pane < std::size(texts); ++pane) {
+        ::SendMessageW(statusBar_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane]));
+    }
 }
 
 LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

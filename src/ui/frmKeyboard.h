@@ -11,6 +11,7 @@
 #include "win32/handles.h"
 
 #include <array>
+#include <string>
 
 namespace vextrel {
 
@@ -52,9 +53,9 @@ class frmKeyboard final : public Form {
     void SetHoverSlider(int positionMs) noexcept;
     void SetTransparencySlider(int percent) noexcept;
     /// Check marks, enabled states, toolbar buttons and status bar.
-    void Refresh(const CommandSnapshot& snapshot, const StatusTexts& status) noexcept;
-    /// What the first pane says until the next Refresh.
-    void ShowNotice(const wchar_t* text) noexcept;
+    void Refresh(const CommandSnapshot& snapshot, StatusTexts status);
+    /// What the status bar's first pane says in place of the input mode; empty takes it back.
+    void ShowNotice(std::wstring text);
     /// The control that has, or had last, the keyboard focus.
     [[nodiscard]] HWND ActiveControl() const noexcept { return activeControl_; }
 
@@ -75,6 +76,7 @@ class frmKeyboard final : public Form {
     void OnDpiChanged(const RECT& suggested);
     void OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void OnClose();
+    void ShowStatus() noexcept;
     [[nodiscard]] WindowLayoutInput LayoutInput();
 
     KeyboardEvents* controller_;
@@ -92,6 +94,8 @@ class frmKeyboard final : public Form {
     HWND activeControl_ = nullptr;
     std::array<KeyButton, keyButtonCount> keys_;
     WindowLayout layout_;
+    StatusTexts status_;
+    std::wstring notice_;
     int arrangedWidthPx_ = -1; ///< the width that the toolbar is arranged for
     int toolbarHeightPx_ = 0;
 };
