@@ -8,7 +8,6 @@ verdicts are kept in build/tidy under the hash of all of these.
 
 usage: tidy.py [FILE...]   without files: all that both builds compile, but for the cases
 """
-import concurrent.futures
 import hashlib
 import json
 import os
@@ -115,12 +114,12 @@ def main():
     if not todo:
         sys.exit("nothing to look at: has it been built?")
     bad = known = 0
-    with concurrent.futures.ThreadPoolExecutor(2) as pool:
-        for file, verdict in pool.map(lambda job: examine(job, rules), todo):
-            known += verdict is None
-            if verdict:
-                bad += 1
-                print(f"--- {file.relative_to(ROOT)}\n{verdict}")
+    for job in todo:
+        file, verdict = examine(job, rules)
+        known += verdict is None
+        if verdict:
+            bad += 1
+            print(f"--- {file.relative_to(ROOT)}\n{verdict}")
     print(f"{len(todo)} files, {known} of them unchanged since they were found clean, {bad} with findings")
     sys.exit(1 if bad else 0)
 
