@@ -12,6 +12,10 @@ if(VEXTREL_SANITIZE)
   target_link_options(vextrel_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
+if(VEXTREL_FUZZ)
+  target_compile_options(vextrel_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(WIN32)
   # 0x0A00: Windows 10 is the oldest system we run on. Assertions stay on in release builds (no NDEBUG): this is a
   # security tool.

@@ -11,7 +11,8 @@ cache=${XDG_CACHE_HOME:-${HOME:-/root}/.cache}/vextrel
 prefix=$cache/wine
 
 packagesToRun="cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine wine64 fonts-wine xvfb openbox picom x11-utils"
-packagesToTest="$packagesToRun g++ git clang-format clang-tidy python3 libxkbcommon-tools"
+packagesToFuzz="cmake ninja-build googletest clang libclang-rt-14-dev"
+packagesToTest="$packagesToRun $packagesToFuzz g++ git clang-format clang-tidy python3 libxkbcommon-tools"
 
 running=      # process group of the step at work
 servers=()    # process groups of Xvfb, openbox and picom, in the order of their start

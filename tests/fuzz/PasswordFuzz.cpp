@@ -1,0 +1,21 @@
+// Sessions with the password box against the plain model, up to the 16-bit limits of its length.
+
+#include "Fuzz.h"
+
+#include "keyboard/PasswordSession.h"
+
+namespace vextrel::fuzz {
+
+void Run(Bytes input) {
+    session::Comparison both;
+    while (!input.IsAtEnd()) {
+        session::Action action =
+            session::ChooseAction(both.Now(), [&input](std::size_t below) { return input.Below(below); });
+        if (action.kind == session::Action::Kind::Paste && input.Byte() == 255) {
+            action.text.assign(input.Below(SecretText::capacity + 2), static_cast<wchar_t>(input.Byte()));
+        }
+        Require(both.Agrees(action), "box, password, caret and modifiers are those of the model");
+    }
+}
+
+} // namespace vextrel::fuzz
