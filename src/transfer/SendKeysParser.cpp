@@ -49,6 +49,11 @@ class Parser {
         : command_(command) {}
 
     SendKeysProgram Parse() {
+        // No character gives more than one stroke, but a modifier is released, too. Growing step by step would move the
+        // strokes of a long command again and again, which takes longer than the parsing.
+        const auto modifiers =
+            std::count_if(command_.begin(), command_.end(), [](wchar_t c) { return ModifierKey(c); });
+        program_.strokes.reserve(command_.size() + static_cast<std::size_t>(modifiers));
         while (at_ < command_.size() && !program_.error) {
             ParseNext();
         }
@@ -72,13 +77,13 @@ class Parser {
         } else if (c == L'{') {
             ParseBraces();
         } else {
-            AddKey({SendKeysStroke::Kind::KeyText, 0, command_.substr(at_, 1), 1}); // no name is a plain character
+            AddKey({SendKeysStroke::Kind::KeyText, 0, 1, command_.substr(at_, 1)}); // no name is a plain character
             ++at_;
         }
     }
 
     void ParseModifier(std::uint8_t virtualKey) {
-        program_.strokes.push_back({SendKeysStroke::Kind::ModifierDown, virtualKey, {}, 1});
+        program_.strokes.push_back({SendKeysStroke::Kind::ModifierDown, virtualKey});
         ++at_;
         if (at_ < command_.size() && command_[at_] == L'(') {
             // Modifiers before this one wait for the group as for a key: they are held until it ends.
@@ -115,7 +120,7 @@ class Parser {
         }
         const std::wstring_view content = command_.substr(at_ + 1, end - at_ - 1);
         const std::size_t blank = content.find(L' ');
-        std::int32_t count = 1;
+        std::int16_t count = 1;
         if (blank != std::wstring_view::npos) {
             const std::wstring_view countText = content.substr(blank + 1);
             const auto number = IsSignedWholeNumber(countText) ? RepetitionCount(countText) : std::nullopt;
@@ -128,14 +133,14 @@ class Parser {
         }
         const std::wstring_view name = content.substr(0, blank);
         if (const auto code = NamedKeyCode(name)) {
-            AddKey({SendKeysStroke::Kind::NamedKey, *code, {}, count});
+            AddKey({SendKeysStroke::Kind::NamedKey, *code, count});
         } else {
-            AddKey({SendKeysStroke::Kind::KeyText, 0, name, count});
+            AddKey({SendKeysStroke::Kind::KeyText, 0, count, name});
         }
         at_ = end + 1;
     }
 
-    static std::optional<std::int32_t> RepetitionCount(std::wstring_view digits) noexcept {
+    static std::optional<std::int16_t> RepetitionCount(std::wstring_view digits) noexcept {
         if (digits.starts_with(L'-')) {
             return 0; // however negative: nothing is played
         }
@@ -143,7 +148,7 @@ class Parser {
         if (!number || *number > mostRepetitions) {
             return std::nullopt;
         }
-        return static_cast<std::int32_t>(*number);
+        return static_cast<std::int16_t>(*number);
     }
 
     void AddKey(const SendKeysStroke& stroke) {
@@ -152,7 +157,7 @@ class Parser {
     }
 
     void Release(std::vector<std::uint8_t>& modifiers) {
-        program_.strokes.push_back({SendKeysStroke::Kind::ModifierUp, modifiers.back(), {}, 1});
+        program_.strokes.push_back({SendKeysStroke::Kind::ModifierUp, modifiers.back()});
         modifiers.pop_back();
     }
 

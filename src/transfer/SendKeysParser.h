@@ -22,12 +22,13 @@ inline constexpr std::uint8_t control = 17;
 inline constexpr std::uint8_t alt = 18;
 } // namespace virtualkeys
 
+/// Kept small: a long command becomes about as many of these as it has characters.
 struct SendKeysStroke {
-    enum class Kind { ModifierDown, ModifierUp, NamedKey, KeyText };
+    enum class Kind : std::uint8_t { ModifierDown, ModifierUp, NamedKey, KeyText };
     Kind kind = Kind::KeyText;
     std::uint8_t virtualKey = 0; ///< of a modifier or a named key
-    std::wstring_view text;      ///< KeyText: what KeyCode is asked for when it is played; lies in the parsed command
-    std::int32_t count = 1;      ///< presses of a key; 0 or less plays nothing
+    std::int16_t count = 1;      ///< presses of a key; 0 plays nothing
+    std::wstring_view text = {}; ///< KeyText: what KeyCode is asked for when it is played; lies in the parsed command
     friend bool operator==(const SendKeysStroke&, const SendKeysStroke&) = default;
 };
 

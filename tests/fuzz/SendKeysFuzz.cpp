@@ -35,14 +35,14 @@ class Model {
         const wchar_t c = command_[at_];
         if (c == L'+' || c == L'~' || c == L'%') {
             const std::uint8_t key = c == L'+' ? 16 : c == L'~' ? 17 : 18;
-            strokes.push_back({SendKeysStroke::Kind::ModifierDown, key, {}, 1});
+            strokes.push_back({SendKeysStroke::Kind::ModifierDown, key});
             ++at_;
             ReadHeld();
-            strokes.push_back({SendKeysStroke::Kind::ModifierUp, key, {}, 1});
+            strokes.push_back({SendKeysStroke::Kind::ModifierUp, key});
         } else if (c == L'{') {
             ReadBraces();
         } else {
-            strokes.push_back({SendKeysStroke::Kind::KeyText, 0, command_.substr(at_++, 1), 1});
+            strokes.push_back({SendKeysStroke::Kind::KeyText, 0, 1, command_.substr(at_++, 1)});
         }
     }
 
@@ -82,7 +82,7 @@ class Model {
         }
         const auto code = NamedKeyCode(name);
         strokes.push_back({code ? SendKeysStroke::Kind::NamedKey : SendKeysStroke::Kind::KeyText, code.value_or(0),
-                           code ? std::wstring_view() : name, count});
+                           static_cast<std::int16_t>(count), code ? std::wstring_view() : name});
         at_ += content.size() + 2;
     }
 
