@@ -50,7 +50,12 @@ void SecretText::Replace(TextRange range, std::wstring_view text) {
     }
     Traits::move(characters_ + cut.start + text.size(), characters_ + cut.End(), size_ - cut.End());
     Traits::copy(characters_ + cut.start, text.data(), text.size());
-    SetSize(kept + text.size());
+    // Only what the text was shortened by can hold a character: behind it, all is zero already.
+    const std::size_t newSize = kept + text.size();
+    if (newSize < size_) {
+        WipeMemory(characters_ + newSize, (size_ - newSize) * sizeof(wchar_t));
+    }
+    size_ = newSize;
 }
 
 void SecretText::SetSize(std::size_t size) noexcept {
