@@ -12,6 +12,7 @@ prefix=$cache/wine
 
 packagesToRun="cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine wine64 fonts-wine xvfb openbox picom x11-utils"
 packagesToFuzz="cmake ninja-build googletest clang libclang-rt-14-dev"
+packagesToBench="cmake ninja-build g++ googletest libbenchmark-dev"
 packagesToTest="$packagesToRun $packagesToFuzz g++ git clang-format clang-tidy python3 libxkbcommon-tools"
 
 running=      # process group of the step at work

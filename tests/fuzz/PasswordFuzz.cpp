@@ -16,6 +16,11 @@ void Run(Bytes input) {
         }
         Require(both.Agrees(action), "box, password, caret and modifiers are those of the model");
     }
+    const SecretText& password = both.Secret();
+    const wchar_t* const characters = password.View().data();
+    Require(std::all_of(characters + password.Size(), characters + SecretText::capacity + 1,
+                        [](wchar_t c) { return c == 0; }),
+            "no character is left behind the password's end");
 }
 
 } // namespace vextrel::fuzz

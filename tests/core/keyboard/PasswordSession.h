@@ -176,6 +176,7 @@ class Ruled {
   public:
     Session s; ///< without the password
 
+    [[nodiscard]] const SecretText& Secret() const { return password_; }
     [[nodiscard]] std::wstring Password() const { return std::wstring(password_.View()); }
 
     [[nodiscard]] BoxSelection Selection() const {
@@ -286,6 +287,7 @@ std::wstring Play(Side& side, const Action& action) {
 class Comparison {
   public:
     [[nodiscard]] const Session& Now() const { return model_.s; }
+    [[nodiscard]] const SecretText& Secret() const { return ruled_.Secret(); }
 
     /// Plays one action on both sides. What 16 bits cannot hold is refused, and then nothing changes.
     /// @return whether they agree afterwards.
