@@ -40,6 +40,7 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
                 .operations = operations}) {
     program_.SettingsFilePath = store_.GetSettingsPath(false);
     LoadWindows();
+    protection_.TakeWidestHeight();
     ApplyEarlySettings();
     password_.SetTextIsMasked(true);
     hover_.SetTimerEnabled(false);

@@ -5,6 +5,8 @@
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"
 
+#include <algorithm>
+
 namespace vextrel {
 
 namespace {
@@ -73,6 +75,14 @@ RECT Protection::FormMove() noexcept {
     return firstKey;
 }
 
+void Protection::TakeWidestHeight() {
+    const HWND window = form_.Handle();
+    const RECT screen = MonitorOf(window).rcMonitor;
+    ::SetWindowPos(window, nullptr, 0, 0, (screen.right - screen.left) / 2, screen.bottom - screen.top,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    FitHeight();
+}
+
 void Protection::RandomiseFormSizeAndPlacement() {
     const HWND window = form_.Handle();
     const int dpi = form_.Dpi();
@@ -97,6 +107,17 @@ void Protection::RandomiseFormSizeAndPlacement() {
                    px(placement.widthTwips), px(placement.heightTwips), SWP_NOZORDER | SWP_NOACTIVATE);
     // The toolbar may need another number of rows at the new width.
     FitHeight();
+    RaiseAboveLowerEdge();
+}
+
+void Protection::RaiseAboveLowerEdge() noexcept {
+    const RECT work = MonitorOf(form_.Handle()).rcWork;
+    RECT outer{};
+    ::GetWindowRect(form_.Handle(), &outer);
+    if (outer.bottom > work.bottom) {
+        ::SetWindowPos(form_.Handle(), nullptr, outer.left, std::max(work.top, outer.top + work.bottom - outer.bottom),
+                       0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
 }
 
 void Protection::FitHeight() {

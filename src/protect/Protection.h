@@ -29,6 +29,8 @@ class Protection {
     /// Lets the layer follow the main window. @return the first key's rectangle on the screen, in pixels.
     RECT FormMove() noexcept;
 
+    /// Makes the main window as high as the widest keyboard: what the first random place's lower margin counts with.
+    void TakeWidestHeight();
     /// Gives the main window a random size and place, and lays it out.
     void RandomiseFormSizeAndPlacement();
     /// Sets the window's height for the present width: the toolbar has come or gone.
@@ -52,6 +54,8 @@ class Protection {
     [[nodiscard]] bool IsAway() const noexcept { return away_; }
 
   private:
+    /// The random top follows from the height before: a window that has grown may reach below the screen.
+    void RaiseAboveLowerEdge() noexcept;
     void SetPointerHidden(bool hidden) noexcept;
     void ComeBack(bool layerMarked);
     [[nodiscard]] bool FocusIsWanted() const;
