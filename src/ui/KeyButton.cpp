@@ -75,6 +75,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_PRINTCLIENT: Paint(reinterpret_cast<HDC>(wParam)); return 0;
     case WM_ERASEBKGND: return 1;
+    case WM_ENABLE: ::InvalidateRect(handle_, nullptr, FALSE); return 0;
     case WM_SETTEXT:
         // From outside, too: what a key enters is what it shows.
         caption_ = lParam != 0 ? reinterpret_cast<const wchar_t*>(lParam) : L"";
@@ -137,6 +138,7 @@ void KeyButton::Paint(HDC context) {
     const KeyLook look{
         .caption = SpokenNameOfKey(number_, caption_) == L"space" ? std::wstring() : TextShownOnKey(caption_),
         .isCharacterKey = IsCharacterKey(number_),
+        .enabled = ::IsWindowEnabled(handle_) != FALSE,
         .pushed = pushed_,
         .lit = lit_,
         .dpi = static_cast<int>(::GetDpiForWindow(handle_)),

@@ -1,6 +1,7 @@
 #include "ui/KeyPainter.h"
 
 #include "keyboard/KeyTable.h"
+#include "ui/SystemLook.h"
 
 #include <algorithm>
 
@@ -15,13 +16,6 @@ COLORREF Mix(COLORREF from, COLORREF to, int part) noexcept {
                channel(GetBValue(from), GetBValue(to)));
 }
 
-bool IsHighContrast() noexcept {
-    HIGHCONTRASTW contrast{};
-    contrast.cbSize = sizeof contrast;
-    return ::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
 struct KeyColours {
     COLORREF ground;
     COLORREF face;
@@ -31,6 +25,10 @@ struct KeyColours {
 
 KeyColours ColoursOf(const KeyLook& look) noexcept {
     const COLORREF ground = ::GetSysColor(COLOR_3DFACE);
+    if (!look.enabled) {
+        const COLORREF grey = ::GetSysColor(COLOR_GRAYTEXT);
+        return {ground, ground, IsHighContrast() ? grey : Mix(ground, grey, 128), grey};
+    }
     if (look.pushed || look.lit) {
         const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
         if (look.pushed || IsHighContrast()) {
@@ -70,7 +68,13 @@ void PaintCaption(HDC context, RECT area, const KeyLook& look, COLORREF colour, 
     const int keyHeight = area.bottom - area.top;
     ::InflateRect(&area, -::MulDiv(2, look.dpi, USER_DEFAULT_SCREEN_DPI), 0);
     // Single characters are read one by one and want to be large; the words on the action keys are landmarks.
-    const int wantedPx = look.isCharacterKey && look.caption.size() == 1 ? keyHeight / 2 : keyHeight * 2 / 5;
+    // On small keys both take more of the height, to remain readable.
+    const auto share = [&](int usual, int most, int readable96) {
+        return std::max(usual, std::min(most, ::MulDiv(readable96, look.dpi, USER_DEFAULT_SCREEN_DPI)));
+    };
+    const int wantedPx = look.isCharacterKey && look.caption.size() == 1
+                             ? share(keyHeight / 2, keyHeight * 3 / 4, 13)
+                             : share(keyHeight * 2 / 5, keyHeight * 3 / 5, 11);
     const SelectScope font(context, FittingFont(context, area, look, wantedPx, fonts));
     ::SetBkMode(context, TRANSPARENT);
     ::SetTextColor(context, colour);

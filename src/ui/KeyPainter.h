@@ -12,6 +12,7 @@ namespace vextrel {
 struct KeyLook {
     std::wstring caption; ///< as shown, ampersands single
     bool isCharacterKey = true;
+    bool enabled = true;
     bool pushed = false;
     bool lit = false; ///< a modifier in effect
     int dpi = 96;

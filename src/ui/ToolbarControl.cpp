@@ -1,9 +1,12 @@
 #include "ui/ToolbarControl.h"
 
+#include "ui/SystemLook.h"
 #include "ui/ids.h"
 #include "ui/resources.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
+
+#include <span>
 
 namespace vextrel {
 
@@ -26,11 +29,29 @@ PictureSet PicturesFor(int dpi) noexcept {
     return {16, IDB_TOOLBAR_100, IDB_TOOLBAR_DISABLED_100};
 }
 
-UniqueImageList LoadStrip(int strip, int sizePx) {
+/// Gives every pixel one colour; what is drawn stays in how opaque each is.
+void Recolour(HBITMAP bitmap, COLORREF colour) noexcept {
+    DIBSECTION section{};
+    if (::GetObjectW(bitmap, sizeof section, &section) != sizeof section || section.dsBm.bmBitsPixel != 32) {
+        return;
+    }
+    const std::span pixels(static_cast<RGBQUAD*>(section.dsBm.bmBits),
+                           static_cast<std::size_t>(section.dsBm.bmWidth) *
+                               static_cast<std::size_t>(section.dsBm.bmHeight));
+    for (RGBQUAD& pixel : pixels) {
+        pixel = {GetBValue(colour), GetGValue(colour), GetRValue(colour), pixel.rgbReserved};
+    }
+}
+
+/// @param textColour the system colour that replaces the drawing's own where those would not be seen.
+UniqueImageList LoadStrip(int strip, int sizePx, int textColour) {
     const int count = static_cast<int>(ToolButtons().size());
     UniqueImageList images(::ImageList_Create(sizePx, sizePx, ILC_COLOR32, count, 0));
     const UniqueBitmap bitmap(static_cast<HBITMAP>(
         ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(strip), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    if (PicturesFollowTextColour()) {
+        Recolour(bitmap.Get(), ::GetSysColor(textColour));
+    }
     ::ImageList_Add(images.Get(), bitmap.Get(), nullptr);
     return images;
 }
@@ -95,8 +116,8 @@ void ToolbarControl::AddButtons() {
 
 void ToolbarControl::SetDpi(int dpi) {
     const PictureSet pictures = PicturesFor(dpi);
-    UniqueImageList images = LoadStrip(pictures.strip, pictures.sizePx);
-    UniqueImageList disabledImages = LoadStrip(pictures.disabledStrip, pictures.sizePx);
+    UniqueImageList images = LoadStrip(pictures.strip, pictures.sizePx, COLOR_BTNTEXT);
+    UniqueImageList disabledImages = LoadStrip(pictures.disabledStrip, pictures.sizePx, COLOR_GRAYTEXT);
     ::SendMessageW(handle_, TB_SETBITMAPSIZE, 0, MAKELPARAM(pictures.sizePx, pictures.sizePx));
     ::SendMessageW(handle_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
     ::SendMessageW(handle_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages.Get()));
@@ -144,7 +165,10 @@ int ToolbarControl::BreakRows(int widthPx) noexcept {
             ::SendMessageW(handle_, TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
             ::SendMessageW(handle_, TB_SETSTATE, static_cast<WPARAM>(last.idCommand),
                            MAKELPARAM(last.fsState | TBSTATE_WRAP, 0));
-            // Positions behind the break count from the new row's start now.
+            // The control arranges its buttons anew when one comes or goes, not when one's state changes. Positions
+            // behind the break count from the new row's start then.
+            ShowGaps(true);
+            ShowGaps(false);
             rowLeft = ButtonRect(index).left;
         }
         previous = index;

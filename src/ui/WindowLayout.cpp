@@ -75,11 +75,12 @@ void PlaceKeys(WindowLayout& layout) noexcept {
 }
 
 /// Two halves of equal width, each a label and its slider, ending flush with the keys on both sides.
-void PlaceSliders(WindowLayout& layout, int left, int right, int top, int bottom, int dpi) noexcept {
+void PlaceSliders(WindowLayout& layout, int left, int right, int top, int bottom, int dpi,
+                  bool hoverLabelShown) noexcept {
     const int half = std::max(0, (right - left - PixelsFromTwips(betweenSlidersTwips, dpi)) / 2);
     const int label = std::min(PixelsFromTwips(labelWidthTwips, dpi), half / 2);
     layout.hoverDelayLabel = {left, top, left + label, bottom};
-    layout.hoverDelaySlider = {left + label, top, left + half, bottom};
+    layout.hoverDelaySlider = {hoverLabelShown ? left + label : left, top, left + half, bottom};
     layout.transparencyLabel = {right - half, top, right - half + label, bottom};
     layout.transparencySlider = {right - half + label, top, right, bottom};
 }
@@ -110,7 +111,7 @@ WindowLayout LayOutWindow(const WindowLayoutInput& input) noexcept {
     int top = input.toolbarHeightPx + gap;
     layout.passwordBox = {left, top, right, top + box};
     top += box + gap;
-    PlaceSliders(layout, left, right, top, top + sliderRow, dpi);
+    PlaceSliders(layout, left, right, top, top + sliderRow, dpi, input.hoverLabelShown);
     top += sliderRow + gap + spare / 2;
     layout.keyArea = {left, top, right, top + keyRows * layout.keyHeightPx};
     PlaceKeys(layout);

@@ -14,6 +14,7 @@ struct WindowLayoutInput {
     int dpi = 96;
     int toolbarHeightPx = 0; ///< 0 when hidden
     int statusBarHeightPx = 0;
+    bool hoverLabelShown = true; ///< else its room is the slider's
 };
 
 /// Where everything in the window goes, in pixels of the client area. No two rectangles overlap; the key rows have no

@@ -1,15 +1,16 @@
 #include "ui/frmKeyboard.h"
 
 #include "protect/DotPointer.h"
-#include "settings/OptionValues.h"
-#include "ui/AccessibleName.h"
 #include "ui/NoEvents.h"
+#include "ui/StatusBar.h"
 #include "ui/ids.h"
 #include "ui/mKBFormMoveSubclass.h"
 #include "ui/resources.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"
+
+#include <algorithm>
 
 namespace vextrel {
 
@@ -25,8 +26,6 @@ constexpr int offScreenTwips = -10000;
 /// How often the window looks whether another one has come to the front.
 constexpr UINT checkActiveWindowMs = 250;
 constexpr UINT_PTR tmrCheckActiveWindow = 1;
-
-constexpr int passwordTextHeightTwips = 225;
 
 } // namespace
 
@@ -52,67 +51,6 @@ void frmKeyboard::Load() {
     ::SetTimer(Handle(), tmrCheckActiveWindow, checkActiveWindowMs, nullptr);
 }
 
-void frmKeyboard::CreateMenuBar() {
-    menuBar_.Reset(::CreateMenu());
-    for (const Menu& menu : MenuBar()) {
-        const HMENU items = ::CreatePopupMenu();
-        for (const MenuItem& item : menu.items) {
-            ::AppendMenuW(items, item.caption == nullptr ? MF_SEPARATOR : MF_STRING, static_cast<UINT_PTR>(item.id),
-                          item.caption);
-        }
-        ::AppendMenuW(menuBar_.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(items), menu.caption);
-    }
-    ::SetMenu(Handle(), menuBar_.Get());
-}
-
-HWND frmKeyboard::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, int id) {
-    const HWND control = ::CreateWindowExW(WS_EX_NOPARENTNOTIFY, controlClass, text, WS_CHILD | WS_CLIPSIBLINGS | style,
-                                           0, 0, 0, 0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                           ::GetModuleHandleW(nullptr), nullptr);
-    if (control == nullptr) {
-        ThrowLastError();
-    }
-    return control;
-}
-
-void frmKeyboard::CreateControls() {
-    // In the order in which Tab visits them; a label stands before what it names.
-    txtPassword_.Create(Handle(), ids::txtPassword, PasswordBoxView::Masked, controller_);
-    txtText_.Create(Handle(), ids::txtText, PasswordBoxView::Plain, controller_);
-    lblHoverDelay_ = AddControl(WC_STATICW, L"Hover delay", SS_LEFT | SS_CENTERIMAGE, ids::lblHoverDelay);
-    sldHoverDelay_ =
-        AddControl(TRACKBAR_CLASSW, L"", WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, ids::sldHoverDelay);
-    lblTransparency_ = AddControl(WC_STATICW, L"Opacity", WS_VISIBLE | SS_LEFT | SS_CENTERIMAGE, ids::lblTransparency);
-    sldTransparency_ =
-        AddControl(TRACKBAR_CLASSW, L"", WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, ids::sldTransparency);
-    for (int number = 1; number <= keyButtonCount; ++number) {
-        Key(number).Create(Handle(), number, controller_, fonts_);
-    }
-    toolbar_.Create(Handle(), controller_);
-    statusBar_ = AddControl(STATUSCLASSNAMEW, L"", WS_VISIBLE | SBARS_SIZEGRIP | CCS_NOPARENTALIGN | CCS_NORESIZE,
-                            ids::StatusBar1);
-    txtSetup_ = AddControl(WC_EDITW, L"", WS_VISIBLE, ids::txtSetup);
-
-    ::SendMessageW(sldHoverDelay_, TBM_SETRANGEMIN, FALSE, hoverSliderMinMs);
-    ::SendMessageW(sldHoverDelay_, TBM_SETRANGEMAX, FALSE, hoverSliderMaxMs);
-    ::SendMessageW(sldHoverDelay_, TBM_SETLINESIZE, 0, hoverSliderStepMs);
-    ::SendMessageW(sldHoverDelay_, TBM_SETPAGESIZE, 0, hoverSliderStepMs * 5);
-    ::SendMessageW(sldTransparency_, TBM_SETRANGEMIN, FALSE, transparencySliderMinPercent);
-    ::SendMessageW(sldTransparency_, TBM_SETRANGEMAX, FALSE, transparencySliderMaxPercent);
-    ::SendMessageW(sldTransparency_, TBM_SETLINESIZE, 0, 1);
-    ::SendMessageW(sldTransparency_, TBM_SETPAGESIZE, 0, 10);
-    NameControls();
-}
-
-void frmKeyboard::NameControls() noexcept {
-    SetAccessibleName(txtPassword_.Handle(), L"Password, masked");
-    SetAccessibleName(txtText_.Handle(), L"Password, in clear");
-    SetAccessibleName(sldHoverDelay_, L"Hover delay");
-    SetAccessibleName(sldTransparency_, L"Opacity");
-    SetAccessibleName(toolbar_.Handle(), L"Toolbar");
-    SetAccessibleName(Key(keys::space).Handle(), L"space");
-}
-
 void frmKeyboard::ApplyDpi() {
     const int dpi = Dpi();
     fonts_.Clear();
@@ -122,6 +60,8 @@ void frmKeyboard::ApplyDpi() {
         ::SendMessageW(control, WM_SETFONT, font, TRUE);
     }
     toolbar_.SetDpi(dpi);
+    statusBarHeightPx_ = StatusBarHeightFor(fonts_.MessageFont(dpi), dpi);
+    passwordFontPx_ = 0;
     arrangedWidthPx_ = -1;
     const int offScreenPx = PixelsFromTwips(offScreenTwips, dpi);
     ::SetWindowPos(txtSetup_, nullptr, offScreenPx, offScreenPx, ::MulDiv(60, dpi, USER_DEFAULT_SCREEN_DPI),
@@ -161,11 +101,6 @@ int frmKeyboard::ToolbarHeightPx() noexcept {
     return toolbarHeightPx_;
 }
 
-int frmKeyboard::StatusBarHeightPx() const noexcept {
-    // As high as its font wants it: the control would size itself only at the bottom of its parent.
-    return PixelsFromTwips(330, Dpi());
-}
-
 WindowLayoutInput frmKeyboard::LayoutInput() {
     RECT client{};
     RECT outer{};
@@ -177,7 +112,21 @@ WindowLayoutInput frmKeyboard::LayoutInput() {
             .frameWidthTwips = TwipsFromPixels(outer.right - outer.left - client.right, dpi),
             .dpi = dpi,
             .toolbarHeightPx = ToolbarHeightPx(),
-            .statusBarHeightPx = StatusBarHeightPx()};
+            .statusBarHeightPx = StatusBarHeightPx(),
+            .hoverLabelShown = (::GetWindowLongPtrW(lblHoverDelay_, GWL_STYLE) & WS_VISIBLE) != 0};
+}
+
+void frmKeyboard::FitPasswordFont() {
+    RECT room{};
+    ::GetClientRect(txtPassword_.Handle(), &room);
+    // A line is about a third higher than its font's nominal size.
+    const int fontPx = std::max(1, static_cast<int>(room.bottom) * 3 / 4);
+    if (fontPx != passwordFontPx_) {
+        passwordFontPx_ = fontPx;
+        const auto font = reinterpret_cast<WPARAM>(fonts_.Sized(Dpi(), fontPx));
+        ::SendMessageW(txtPassword_.Handle(), WM_SETFONT, font, FALSE);
+        ::SendMessageW(txtText_.Handle(), WM_SETFONT, font, FALSE);
+    }
 }
 
 void frmKeyboard::LayOut() {
@@ -205,8 +154,8 @@ void frmKeyboard::LayOut() {
     if (positions != nullptr) {
         ::EndDeferWindowPos(positions);
     }
-    const int panes[] = {client.right * 2 / 5, client.right * 7 / 10, -1};
-    ::SendMessageW(statusBar_, SB_SETPARTS, std::size(panes), reinterpret_cast<LPARAM>(panes));
+    FitPasswordFont();
+    ShowStatus();
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
@@ -231,8 +180,9 @@ void frmKeyboard::ShowToolbarControl(bool show) {
     LayOut();
 }
 
-void frmKeyboard::ShowHoverDelayLabel(bool show) noexcept {
+void frmKeyboard::ShowHoverDelayLabel(bool show) {
     ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
+    LayOut();
 }
 
 void frmKeyboard::SetHoverSlider(int positionMs) noexcept {
@@ -268,10 +218,9 @@ void frmKeyboard::ShowNotice(std::wstring text) {
 
 void frmKeyboard::ShowStatus() noexcept {
     const std::wstring& first = notice_.empty() ? status_.inputMode : notice_;
-    const wchar_t* const texts[] = {first.c_str(), status_.transferMode.c_str(), status_.layout.c_str()};
-    for (WPARAM pane = 0; pane < std::size(texts); ++pane) {
-        ::SendMessageW(statusBar_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane]));
-    }
+    const int dpi = Dpi();
+    ShowStatusTexts(statusBar_, fonts_.MessageFont(dpi), dpi,
+                    {first.c_str(), status_.transferMode.c_str(), status_.layout.c_str()});
 }
 
 LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -395,6 +344,7 @@ void frmKeyboard::OnDpiChanged(const RECT& suggested) {
 
 void frmKeyboard::OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
     ApplyDpi();
+    LayOut();
     for (const HWND control : {toolbar_.Handle(), sldHoverDelay_, sldTransparency_, statusBar_}) {
         ::SendMessageW(control, message, wParam, lParam);
     }

@@ -41,14 +41,14 @@ class frmKeyboard final : public Form {
     void LayOut();
     /// Heights that the window's own height counts with, in pixels; the toolbar's is 0 when hidden.
     [[nodiscard]] int ToolbarHeightPx() noexcept;
-    [[nodiscard]] int StatusBarHeightPx() const noexcept;
+    [[nodiscard]] int StatusBarHeightPx() const noexcept { return statusBarHeightPx_; }
     /// What the protective layer covers, in pixels of the screen.
     [[nodiscard]] RECT KeyAreaOnScreen() const noexcept;
     [[nodiscard]] double TwipsPerPixelNow() const noexcept { return TwipsPerPixel(Dpi()); }
 
     /// Shows or hides the toolbar. The window grows or shrinks by the toolbar's height; the keys keep their size.
     void ShowToolbarControl(bool show);
-    void ShowHoverDelayLabel(bool show) noexcept;
+    void ShowHoverDelayLabel(bool show);
     /// Brings the sliders into line; the move does not come back as the user's.
     void SetHoverSlider(int positionMs) noexcept;
     void SetTransparencySlider(int percent) noexcept;
@@ -68,6 +68,8 @@ class frmKeyboard final : public Form {
     HWND AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, int id);
     void ApplyDpi();
     void NameControls() noexcept;
+    void AddToolTips();
+    void FitPasswordFont();
 
     bool OnCommand(int id, int notification);
     void OnSliderMoved(HWND slider);
@@ -98,6 +100,8 @@ class frmKeyboard final : public Form {
     std::wstring notice_;
     int arrangedWidthPx_ = -1; ///< the width that the toolbar is arranged for
     int toolbarHeightPx_ = 0;
+    int statusBarHeightPx_ = 0;
+    int passwordFontPx_ = 0; ///< 0: not fitted to the box yet
 };
 
 } // namespace vextrel
