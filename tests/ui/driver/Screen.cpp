@@ -60,7 +60,7 @@ std::vector<std::uint32_t> CopyScreen(const BITMAPINFO& format) {
 
 } // namespace
 
-void TakeScreenshot(const std::filesystem::path& file) {
+void TakeScreenshot(const std::filesystem::path& file, std::optional<RECT> part) {
     const GdiPlus gdiPlus;
     const int width = GetSystemMetrics(SM_CXSCREEN);
     const int height = GetSystemMetrics(SM_CYSCREEN);
@@ -76,7 +76,11 @@ void TakeScreenshot(const std::filesystem::path& file) {
     // rest is taken as it is.
     static_cast<void>(WaitFor(unchanged, Milliseconds(2000)));
     Gdiplus::Bitmap picture(&format, pixels.data());
-    if (picture.Save(file.c_str(), &pngEncoder, nullptr) != Gdiplus::Ok)
+    const RECT area = part.value_or(RECT{0, 0, width, height});
+    const std::unique_ptr<Gdiplus::Bitmap> taken(
+        picture.Clone(static_cast<INT>(area.left), static_cast<INT>(area.top), static_cast<INT>(area.right - area.left),
+                      static_cast<INT>(area.bottom - area.top), PixelFormat24bppRGB));
+    if (!taken || taken->Save(file.c_str(), &pngEncoder, nullptr) != Gdiplus::Ok)
         throw Failure("could not write " + Narrow(file.wstring()));
 }
 
