@@ -21,4 +21,18 @@ HCURSOR DotPointerForDpi(int dpi) noexcept {
     return LoadDot(dpi >= 144 ? IDC_GREYDOT_144 : IDC_GREYDOT_96);
 }
 
+void RenewPointer() noexcept {
+    POINT pointer{};
+    if (::GetCursorPos(&pointer) == FALSE) {
+        return;
+    }
+    const HWND window = ::WindowFromPoint(pointer);
+    // The pointer over another program's window is never touched.
+    if (window == nullptr || ::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId()) {
+        return;
+    }
+    const LRESULT part = ::SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(pointer.x, pointer.y));
+    ::SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(part, WM_MOUSEMOVE));
+}
+
 } // namespace vextrel

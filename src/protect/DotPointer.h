@@ -8,4 +8,7 @@ namespace vextrel {
 /// @return null when the cursor cannot be loaded; the system's pointer stays then.
 [[nodiscard]] HCURSOR DotPointerForDpi(int dpi) noexcept;
 
+/// Has the window under the pointer set the pointer anew, if it is one of ours, without waiting for the next move.
+void RenewPointer() noexcept;
+
 } // namespace vextrel

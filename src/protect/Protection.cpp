@@ -1,5 +1,6 @@
 #include "protect/Protection.h"
 
+#include "protect/DotPointer.h"
 #include "protect/RandomPlacement.h"
 #include "ui/ids.h"
 #include "win32/Text.h"
@@ -28,7 +29,7 @@ MONITORINFO MonitorOf(HWND window) noexcept {
 }
 
 bool IsAnyMouseButtonDown() noexcept {
-    for (const int button : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON}) {
+    for (const int button : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2}) {
         if (::GetAsyncKeyState(button) < 0) {
             return true;
         }
@@ -57,7 +58,14 @@ bool HoldsText(HWND control, std::wstring_view text) {
 
 void Protection::SetCoverTransparency(std::int16_t value) noexcept {
     coverTransparency_ = value;
-    SetLayeredTransparency(cover_.Handle(), AlphaForLayer(value));
+    const std::optional<std::uint8_t> alpha = AlphaForLayer(value);
+    SetLayeredTransparency(cover_.Handle(), alpha);
+    coverIsInvisible_ = alpha ? *alpha == 0 : coverIsInvisible_;
+    ApplyClickThrough();
+}
+
+void Protection::ApplyClickThrough() noexcept {
+    SetClickThrough(cover_.Handle(), coverIsInvisible_ || asking_);
 }
 
 void Protection::ResetFormCover() noexcept {
@@ -67,7 +75,8 @@ void Protection::ResetFormCover() noexcept {
 
 RECT Protection::FormMove() noexcept {
     const RECT area = form_.KeyAreaOnScreen();
-    if (form_.IsVisible() && cover_.IsVisible() && !::IsIconic(form_.Handle())) {
+    // A layer that is hidden just now, while the window is being restored, has to lie right when it comes back.
+    if (form_.IsVisible() && !::IsIconic(form_.Handle())) {
         cover_.Place(area);
     }
     RECT firstKey{};
@@ -144,11 +153,7 @@ void Protection::ReturnToVisiblePlace() noexcept {
 void Protection::SetPointerHidden(bool hidden) noexcept {
     mouseHidden_ = hidden;
     pointerOverKeys_ = true;
-    // The windows set the pointer when they are asked for it next: ask them now.
-    POINT pointer{};
-    if (::GetCursorPos(&pointer) != FALSE) {
-        ::SetCursorPos(pointer.x, pointer.y);
-    }
+    RenewPointer();
 }
 
 bool Protection::HideMouse() {
@@ -157,10 +162,12 @@ bool Protection::HideMouse() {
         return true;
     }
     // The question must be answerable where it lies over the layer.
-    SetClickThrough(cover_.Handle(), true);
+    asking_ = true;
+    ApplyClickThrough();
     const int answer = ShowMessageBox(operations_, hideMouseQuestion, hideMouseTitle, MB_OKCANCEL | MB_ICONQUESTION);
     SetPointerHidden(answer == IDOK);
-    SetClickThrough(cover_.Handle(), false);
+    asking_ = false;
+    ApplyClickThrough();
     return answer == IDOK;
 }
 
@@ -170,7 +177,11 @@ bool Protection::ShowMouse() noexcept {
 }
 
 void Protection::PointerOverKeys(bool over) noexcept {
+    const bool changes = mouseHidden_ && over != pointerOverKeys_;
     pointerOverKeys_ = over;
+    if (changes) {
+        RenewPointer();
+    }
 }
 
 void Protection::CheckForeground(bool layerMarked) {
@@ -183,8 +194,8 @@ void Protection::CheckForeground(bool layerMarked) {
     }
     DWORD process = 0;
     ::GetWindowThreadProcessId(front, &process);
-    if (process == ::GetCurrentProcessId()) {
-        return; // a window of our own: neither away nor back
+    if (front == nullptr || process == ::GetCurrentProcessId()) {
+        return; // while the foreground changes hands, or a window of our own: neither away nor back
     }
     if (!away_) {
         SetCoverTransparency(0);

@@ -21,7 +21,8 @@ class Protection {
 
     /// The last value written, applied or not.
     [[nodiscard]] std::int16_t CoverTransparency() const noexcept { return coverTransparency_; }
-    /// Outside 0..255 the value is stored and nothing applied.
+    /// Outside 0..255 the value is stored and nothing applied. At 0 clicks fall through to the keys, and the layer is
+    /// marked so that they do wherever the program runs.
     void SetCoverTransparency(std::int16_t value) noexcept;
 
     /// Shows the layer and lays it over the keys.
@@ -57,6 +58,7 @@ class Protection {
     /// The random top follows from the height before: a window that has grown may reach below the screen.
     void RaiseAboveLowerEdge() noexcept;
     void SetPointerHidden(bool hidden) noexcept;
+    void ApplyClickThrough() noexcept;
     void ComeBack(bool layerMarked);
     [[nodiscard]] bool FocusIsWanted() const;
 
@@ -66,6 +68,8 @@ class Protection {
     ClockRandom random_;
     std::int16_t defaultCoverTransparency_;
     std::int16_t coverTransparency_ = 0;
+    bool coverIsInvisible_ = false;
+    bool asking_ = false;
     bool mouseHidden_ = false;
     bool pointerOverKeys_ = true;
     bool away_ = false;

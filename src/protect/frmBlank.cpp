@@ -97,15 +97,18 @@ LRESULT frmBlank::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     // Every mouse button acts alike.
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN: return guarded(L"Form_MouseDown", [&] { OnMouseDown(client); });
+    case WM_MBUTTONDOWN:
+    case WM_XBUTTONDOWN: return guarded(L"Form_MouseDown", [&] { OnMouseDown(client); });
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:
-    case WM_MBUTTONUP: return guarded(L"Form_MouseUp", [&] { OnMouseUp(client); });
+    case WM_MBUTTONUP:
+    case WM_XBUTTONUP: return guarded(L"Form_MouseUp", [&] { OnMouseUp(client); });
     case WM_LBUTTONDBLCLK:
     case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDBLCLK: return guarded(L"Form_DblClick", [&] { OnDoubleClick(); });
+    case WM_MBUTTONDBLCLK:
+    case WM_XBUTTONDBLCLK: return guarded(L"Form_DblClick", [&] { OnDoubleClick(); });
     case WM_MOUSEMOVE: {
-        const bool held = (wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON)) != 0;
+        const bool held = (wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) != 0;
         return guarded(L"Form_MouseMove", [&] { OnMouseMove(client, held); });
     }
     case WM_CAPTURECHANGED: Push(std::nullopt); return 0;

@@ -90,11 +90,14 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_RBUTTONDOWN:
     case WM_RBUTTONDBLCLK:
     case WM_MBUTTONDOWN:
-    case WM_MBUTTONDBLCLK: OnButtonDown(); return 0;
+    case WM_MBUTTONDBLCLK:
+    case WM_XBUTTONDOWN:
+    case WM_XBUTTONDBLCLK: OnButtonDown(); return 0;
     case WM_MOUSEMOVE: OnMouseMove(point); return 0;
     case WM_LBUTTONUP:
     case WM_RBUTTONUP:
-    case WM_MBUTTONUP: OnButtonUp(point); return 0;
+    case WM_MBUTTONUP:
+    case WM_XBUTTONUP: OnButtonUp(point); return 0;
     case WM_CAPTURECHANGED: SetPushed(false); return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: return 0;
