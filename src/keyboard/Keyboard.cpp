@@ -13,6 +13,8 @@
 #include "win32/Sound.h"
 #include "win32/WindowStyle.h"
 
+#include <utility>
+
 namespace vextrel {
 
 namespace {
@@ -112,8 +114,11 @@ void Keyboard::EnterCharacter(wchar_t code) {
         password_.Apply(EraseBackwards(password_.ReadBox()));
         return;
     }
-    password_.Enter(scrambledInput_ ? ScrambledInput(code, [this](int button) { return form_.Key(button).Caption(); })
-                                    : std::wstring(1, code));
+    if (scrambledInput_) {
+        password_.Enter(ScrambledInput(code, [this](int button) { return form_.Key(button).Caption(); }));
+    } else {
+        password_.Enter({&code, 1});
+    }
 }
 
 bool Keyboard::KeyPress(wchar_t code) {
@@ -126,7 +131,9 @@ bool Keyboard::KeyPress(wchar_t code) {
     }
     if (IsMasked()) {
         // The masked box takes nothing by itself: it must hold exactly one asterisk per character.
-        password_.Enter(WithoutControlCharacters(std::wstring(1, code)));
+        if (!IsControlCharacter(code)) {
+            password_.Enter({&code, 1});
+        }
         return false;
     }
     return true;
@@ -139,6 +146,14 @@ void Keyboard::FollowPhysicalModifiers() {
                                           .rightShiftPressed = IsDownNow(VK_RSHIFT),
                                           .leftShiftPressed = IsDownNow(VK_LSHIFT)}));
     hover_.CaptionRefreshed(before);
+}
+
+bool Keyboard::PlainBoxWillChange() {
+    if (operations_.IsTransferring()) {
+        return false;
+    }
+    password_.PlainBoxWillChange();
+    return true;
 }
 
 bool Keyboard::KeyDown(UINT virtualKey) {
@@ -163,9 +178,8 @@ void Keyboard::PasteIntoMaskedBox() {
     }
     SecretText pasted;
     ReadClipboardText(form_.Handle(), pasted);
-    std::wstring entered = WithoutControlCharacters(pasted.View());
-    password_.Enter(entered);
-    WipeMemory(entered.data(), entered.size() * sizeof(wchar_t));
+    DropControlCharacters(pasted);
+    password_.Enter(pasted.View());
 }
 
 void Keyboard::DragPassword() {
@@ -274,17 +288,22 @@ void Keyboard::CheckActiveWindow() {
 }
 
 void Keyboard::FlashKey(int button) {
-    const Operations::Scope flash(operations_, Operations::Kind::Flash);
-    const unsigned mine = ++flash_;
-    const HWND key = form_.Key(button).Handle();
-    ::SendMessageW(key, BM_SETSTATE, TRUE, 0);
-    for (int round = 0; round < flashRounds && flash_ == mine && !operations_.IsClosePending(); ++round) {
-        if (!PumpPendingMessages()) {
-            return;
-        }
-        ::RedrawWindow(key, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    if (const int older = std::exchange(flashedKey_, button); older != 0) {
+        // In the middle of another flash: its loop goes on with this key, so that fast clicking nests nothing.
+        ::SendMessageW(form_.Key(older).Handle(), BM_SETSTATE, FALSE, 0);
+        ::SendMessageW(form_.Key(button).Handle(), BM_SETSTATE, TRUE, 0);
+        flashRoundsLeft_ = flashRounds;
+        return;
     }
-    ::SendMessageW(key, BM_SETSTATE, FALSE, 0);
+    const Operations::Scope flash(operations_, Operations::Kind::Flash);
+    ::SendMessageW(form_.Key(button).Handle(), BM_SETSTATE, TRUE, 0);
+    for (flashRoundsLeft_ = flashRounds; flashRoundsLeft_ > 0 && !operations_.IsClosePending(); --flashRoundsLeft_) {
+        if (!PumpPendingMessages()) {
+            break;
+        }
+        ::RedrawWindow(form_.Key(flashedKey_).Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    }
+    ::SendMessageW(form_.Key(std::exchange(flashedKey_, 0)).Handle(), BM_SETSTATE, FALSE, 0);
 }
 
 void Keyboard::ToggleProtectiveLayer() {

@@ -68,7 +68,7 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     bool KeyDown(UINT virtualKey) override;
     void KeyUp(UINT virtualKey) override;
     void PasteIntoMaskedBox() override;
-    void PlainBoxWillChange() override { password_.PlainBoxWillChange(); }
+    bool PlainBoxWillChange() override;
     void PlainBoxHasChanged() override { password_.PlainBoxHasChanged(); }
     void DragPassword() override;
     void Command(int id) override;
@@ -116,7 +116,8 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     bool shiftLatched_ = false;
     bool scrambledInput_ = false; ///< dormant: no command sets it
     bool menuOpen_ = false;
-    unsigned flash_ = 0; ///< counts flashes: a new one ends an older one
+    int flashedKey_ = 0; ///< 0: none flashes
+    int flashRoundsLeft_ = 0;
     HWND lastForeground_ = nullptr;
     std::function<void()> closeProgram_;
 };

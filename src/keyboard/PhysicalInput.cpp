@@ -8,20 +8,15 @@ namespace vextrel {
 
 namespace {
 
-/// C0, DEL and C1.
-constexpr bool IsControlCharacter(wchar_t c) noexcept {
-    return c < 0x20 || (c >= 0x7F && c <= 0x9F);
-}
-
 constexpr bool IsTabOrLineBreak(wchar_t c) noexcept {
     return c == L'\t' || c == L'\r' || c == L'\n';
 }
 
 /// In one allocation, and wiped behind its end: what is kept may become a piece of the password.
-template <typename Predicate>
-std::wstring Without(std::wstring_view text, Predicate dropped) {
+std::wstring WithoutTabsAndLineBreaks(std::wstring_view text) {
     std::wstring kept(text);
-    const auto end = static_cast<std::size_t>(std::remove_if(kept.begin(), kept.end(), dropped) - kept.begin());
+    const auto end =
+        static_cast<std::size_t>(std::remove_if(kept.begin(), kept.end(), IsTabOrLineBreak) - kept.begin());
     WipeMemory(kept.data() + end, (kept.size() - end) * sizeof(wchar_t));
     kept.resize(end);
     return kept;
@@ -42,8 +37,10 @@ bool FoldedShift(PhysicalModifiers modifiers) noexcept {
     return modifiers.capsLockToggled != shift;
 }
 
-std::wstring WithoutControlCharacters(std::wstring_view text) {
-    return Without(text, IsControlCharacter);
+void DropControlCharacters(SecretText& text) noexcept {
+    wchar_t* const characters = text.Buffer();
+    text.SetSize(static_cast<std::size_t>(std::remove_if(characters, characters + text.Size(), IsControlCharacter) -
+                                          characters));
 }
 
 std::optional<Splice> FollowPlainBox(std::wstring_view before, std::wstring_view after, std::size_t passwordLength) {
@@ -57,7 +54,7 @@ std::optional<Splice> FollowPlainBox(std::wstring_view before, std::wstring_view
     before.remove_suffix(end);
     after.remove_suffix(end);
     return Splice{.range = TextRange{start, before.size()}.CutAt(passwordLength),
-                  .text = Without(after, IsTabOrLineBreak)};
+                  .text = WithoutTabsAndLineBreaks(after)};
 }
 
 } // namespace vextrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "keyboard/SecretText.h"
 #include "keyboard/TextEdit.h"
 
 #include <optional>
@@ -26,9 +27,12 @@ struct PhysicalModifiers {
 /// ShiftIsDown follows the physical keys: true when exactly one of Caps Lock and Shift is in effect.
 [[nodiscard]] bool FoldedShift(PhysicalModifiers modifiers) noexcept;
 
-/// What of a text may enter the password from outside (a paste, a character that no key has): control characters,
-/// line breaks and tabs among them, are dropped.
-[[nodiscard]] std::wstring WithoutControlCharacters(std::wstring_view text);
+/// C0, DEL and C1. None of them enters the password from outside (a paste, a character that no key has).
+[[nodiscard]] constexpr bool IsControlCharacter(wchar_t c) noexcept {
+    return c < 0x20 || (c >= 0x7F && c <= 0x9F);
+}
+/// What of a text may enter the password: in place, since what is kept may become a piece of it.
+void DropControlCharacters(SecretText& text) noexcept;
 
 /// What the password goes through when the plain box changes its text by itself (paste, cut, undo, Delete, a character
 /// that was left to it): the same replacement at the same positions, clamped; tabs and line breaks stay out.

@@ -25,8 +25,8 @@ class KeyboardEvents {
     virtual void KeyUp(UINT virtualKey) = 0;
     /// The clipboard's text is to be entered into the masked box.
     virtual void PasteIntoMaskedBox() = 0;
-    /// The plain box is about to act by itself, and has done so.
-    virtual void PlainBoxWillChange() = 0;
+    /// The plain box is about to act by itself. @return whether it may; then tell when it has done so.
+    virtual bool PlainBoxWillChange() = 0;
     virtual void PlainBoxHasChanged() = 0;
     /// The user pulls the password out of a box: the whole drag, from start to end.
     virtual void DragPassword() = 0;

@@ -23,7 +23,7 @@ class NoEvents final : public KeyboardEvents {
     bool KeyDown(UINT) override { return false; }
     void KeyUp(UINT) override {}
     void PasteIntoMaskedBox() override {}
-    void PlainBoxWillChange() override {}
+    bool PlainBoxWillChange() override { return false; }
     void PlainBoxHasChanged() override {}
     void DragPassword() override {}
     void Command(int) override {}

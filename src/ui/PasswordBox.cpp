@@ -1,6 +1,8 @@
 #include "ui/PasswordBox.h"
 
 #include "base/Numbers.h"
+#include "keyboard/PhysicalInput.h"
+#include "ui/BoxMenu.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
 
@@ -14,6 +16,7 @@ constexpr wchar_t maskCharacter = L'*';
 
 /// What an edit control makes of the control characters that Ctrl+letter types.
 enum ControlCharacter : wchar_t {
+    ctrlA = 1,
     ctrlC = 3,
     ctrlV = 22,
     ctrlX = 24,
@@ -132,7 +135,9 @@ LRESULT PasswordBox::ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam)
     if (view_ == PasswordBoxView::Masked) {
         return ToEdit(message, wParam, lParam);
     }
-    (*events_)->PlainBoxWillChange();
+    if (!(*events_)->PlainBoxWillChange()) {
+        return 0;
+    }
     const LRESULT result = ToEdit(message, wParam, lParam);
     (*events_)->PlainBoxHasChanged();
     return result;
@@ -144,6 +149,11 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KEYDOWN: return OnKeyDown(wParam, lParam);
     case WM_KEYUP: (*events_)->KeyUp(static_cast<UINT>(wParam)); return ToEdit(message, wParam, lParam);
     case WM_GETDLGCODE: return OnGetDialogCode(wParam, lParam);
+    // Alt+Backspace undoes.
+    case WM_SYSKEYDOWN:
+    case WM_SYSCHAR:
+        return wParam == VK_BACK ? ToEditAndFollow(message, wParam, lParam) : ToEdit(message, wParam, lParam);
+    case WM_CONTEXTMENU: OnContextMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); return 0;
     case WM_PASTE:
     case WM_CUT:
     case WM_COPY:
@@ -163,22 +173,19 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
     const auto code = static_cast<wchar_t>(wParam);
     switch (code) {
-    case ctrlV:
-        return view_ == PasswordBoxView::Masked ? OnClipboard(WM_PASTE, 0, 0)
-                                                : ToEditAndFollow(WM_CHAR, wParam, lParam);
-    case ctrlC:
-    case ctrlX:
-    case ctrlZ:
-        if (view_ == PasswordBoxView::Masked) {
-            return 0;
-        }
-        break;
+    case ctrlA: ToEdit(EM_SETSEL, 0, -1); return 0;
+    case ctrlC: return OnClipboard(WM_COPY, 0, 0);
+    case ctrlV: return OnClipboard(WM_PASTE, 0, 0);
+    case ctrlX: return OnClipboard(WM_CUT, 0, 0);
+    case ctrlZ: return OnClipboard(WM_UNDO, 0, 0);
     default: break;
     }
     if (!(*events_)->KeyPress(code)) {
         return 0;
     }
-    return ToEditAndFollow(WM_CHAR, wParam, lParam);
+    // What is left to the plain box; of the control characters it has a use for tabs and line breaks only.
+    const bool taken = !IsControlCharacter(code) || code == L'\t' || code == L'\r' || code == L'\n';
+    return taken ? ToEditAndFollow(WM_CHAR, wParam, lParam) : 0;
 }
 
 LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
@@ -219,8 +226,23 @@ LRESULT PasswordBox::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     if (message == WM_PASTE) {
         (*events_)->PasteIntoMaskedBox();
+    } else if (message == WM_CLEAR && Selection().length > 0) {
+        (*events_)->KeyDown(VK_DELETE);
     }
     return 0;
+}
+
+void PasswordBox::OnContextMenu(POINT screen) {
+    // Not the edit's own, which offers things (control characters among them) that go by other ways than messages.
+    ::SetFocus(handle_);
+    const BoxMenuState state{.masked = view_ == PasswordBoxView::Masked,
+                             .empty = Length() == 0,
+                             .selected = Selection().length > 0,
+                             .undoable = ToEdit(EM_CANUNDO, 0, 0) != 0};
+    if (const UINT chosen = TrackBoxMenu(handle_, screen, state); chosen != 0) {
+        const bool selectsAll = chosen == EM_SETSEL;
+        ::SendMessageW(handle_, chosen, 0, selectsAll ? -1 : 0);
+    }
 }
 
 bool PasswordBox::IsOnSelection(LPARAM point) const {

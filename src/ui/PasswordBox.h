@@ -50,6 +50,7 @@ class PasswordBox {
     LRESULT OnKeyDown(WPARAM wParam, LPARAM lParam);
     LRESULT OnGetDialogCode(WPARAM wParam, LPARAM lParam) noexcept;
     LRESULT OnClipboard(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnContextMenu(POINT screen);
     LRESULT OnButtonDown(WPARAM wParam, LPARAM lParam);
     LRESULT OnMouseMove(WPARAM wParam, LPARAM lParam);
     LRESULT OnButtonUp(WPARAM wParam, LPARAM lParam);

@@ -209,7 +209,12 @@ class Ruled {
 
     void Delete() { Apply(EraseForwards(State())); }
 
-    void PasteMasked(const std::wstring& text) { Apply(EnterText(State(), WithoutControlCharacters(text))); }
+    void PasteMasked(const std::wstring& text) {
+        SecretText clean;
+        clean.Assign(text);
+        DropControlCharacters(clean);
+        Apply(EnterText(State(), clean.View()));
+    }
 
     void BoxReplacedSelection(const std::wstring& text) {
         std::wstring after = s.box;
