@@ -1,0 +1,73 @@
+#pragma once
+
+#include "driver/App.h"
+#include "ui/ids.h"
+
+namespace vextrel::driver {
+
+/// What the tests of the protections ask of the running program.
+class Session : public App {
+  public:
+    using App::App;
+
+    [[nodiscard]] HWND Key(int number) const { return Control(ids::firstKey + number - 1); }
+    [[nodiscard]] bool IsPushed(int number) const { return (Ask(Key(number), BM_GETSTATE) & BST_PUSHED) != 0; }
+    [[nodiscard]] bool IsMasked() const { return Visible(ids::txtPassword); }
+    [[nodiscard]] std::wstring Shown() const { return TextOf(PasswordBox()); }
+
+    void AwaitText(const std::wstring& text) const {
+        if (!WaitFor([&] { return Shown() == text; }, Milliseconds(5000))) {
+            throw Failure("the box shows " + Narrow(Shown()) + ", not " + Narrow(text));
+        }
+    }
+    void AwaitLength(std::size_t length) const {
+        Await(
+            "the box holds " + std::to_string(length), [&] { return Shown().size() == length; }, Milliseconds(5000));
+    }
+    void Mask(bool masked) const {
+        if (IsMasked() != masked) {
+            Command(ids::mnuViewPasswordMask);
+            Await("the other box is shown", [&] { return IsMasked() == masked; });
+        }
+    }
+    /// Empties the password and shows one of the views.
+    void Restart(bool masked) const {
+        Command(ids::toolClear);
+        AwaitLength(0);
+        Mask(masked);
+    }
+    /// What the program holds: unmasking shows it.
+    [[nodiscard]] std::wstring Password() const {
+        Mask(true);
+        Mask(false);
+        return Shown();
+    }
+    void Select(int start, int end) const { Ask(PasswordBox(), EM_SETSEL, static_cast<WPARAM>(start), end); }
+    [[nodiscard]] HWND Focus() const {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(Main(), nullptr), &info);
+        return info.hwndFocus;
+    }
+
+    /// The layer's opacity; -1 when it has none.
+    [[nodiscard]] int LayerAlpha() const {
+        BYTE alpha = 0;
+        DWORD flags = 0;
+        return GetLayeredWindowAttributes(Layer(), nullptr, &alpha, &flags) != FALSE ? alpha : -1;
+    }
+    void AwaitLayerAlpha(int alpha) const {
+        Await("the layer's opacity is " + std::to_string(alpha), [&] { return LayerAlpha() == alpha; });
+    }
+};
+
+/// A press or a release of any mouse button where the pointer stands.
+inline void SendButton(DWORD flags, DWORD data = 0) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    input.mi.mouseData = data;
+    Check(SendInput(1, &input, sizeof input) == 1, "SendInput");
+}
+
+} // namespace vextrel::driver
