@@ -13,6 +13,9 @@ constexpr int keysOfThePlainView[] = {keys::tab, keys::enter};
 } // namespace
 
 void PasswordField::SetTextIsMasked(bool masked) {
+    if (masked) {
+        TakePlainText();
+    }
     textIsMasked_ = masked;
     if (masked) {
         Mask();
@@ -24,6 +27,14 @@ void PasswordField::SetTextIsMasked(bool masked) {
     }
 }
 
+void PasswordField::TakePlainText() {
+    if (!form_.txtPassword().IsShown()) {
+        SecretText text;
+        form_.txtText().ReadText(text);
+        ReadPlainBox(text.View(), currentPassword_);
+    }
+}
+
 void PasswordField::Mask() {
     PasswordBox& masked = form_.txtPassword();
     PasswordBox& plain = form_.txtText();
@@ -32,9 +43,6 @@ void PasswordField::Mask() {
     plain.Show(false);
     masked.Show(true);
     if (wasPlain) {
-        SecretText text;
-        plain.ReadText(text);
-        ReadPlainBox(text.View(), currentPassword_);
         // Nothing visible depends on it any more, and the password must not wait in a control.
         plain.OverwriteAndEmpty();
     }

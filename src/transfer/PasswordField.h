@@ -21,6 +21,7 @@ class PasswordField {
 
     [[nodiscard]] bool TextIsMasked() const noexcept { return textIsMasked_; }
     /// Switches the display. Caret and selection go along; the focus does, too, while the window is visible.
+    /// @throws Error "Overflow" when the plain text does not fit into the password; nothing is changed then.
     void SetTextIsMasked(bool masked);
 
     /// Empties masked box, plain box and password, in that order.
@@ -49,6 +50,9 @@ class PasswordField {
     void Wipe() noexcept;
 
   private:
+    /// Makes the plain box's text the password, before anything changes that shows it. @throws Error "Overflow" when
+    /// it does not fit (each tab takes two characters): the view stays plain then.
+    void TakePlainText();
     void Mask();
     void Unmask();
     void FillMaskedBox() noexcept;
