@@ -8,7 +8,10 @@ namespace vextrel::driver {
 /// What the tests of the protections ask of the running program.
 class Session : public App {
   public:
-    using App::App;
+    explicit Session(const Sandbox& sandbox)
+        : App(sandbox) {
+        Await("the layer is shown", [this] { return Layer() != nullptr; });
+    }
 
     [[nodiscard]] HWND Key(int number) const { return Control(ids::firstKey + number - 1); }
     [[nodiscard]] bool IsPushed(int number) const { return (Ask(Key(number), BM_GETSTATE) & BST_PUSHED) != 0; }
