@@ -13,17 +13,6 @@ namespace {
 /// Several ticks of the watch, for something that must not happen.
 constexpr Milliseconds someTicks{300};
 
-/// Until it stays there: a window manager may change its mind.
-void BringToFront(HWND window) {
-    Await("the window stays in front", [window, seen = 0]() mutable {
-        seen = GetForegroundWindow() == window ? seen + 1 : 0;
-        if (seen == 0) {
-            SetForegroundWindow(window);
-        }
-        return seen == 15;
-    });
-}
-
 bool LiesOnTheKeys(const Session& app) {
     const HWND layerWindow = app.Layer();
     if (layerWindow == nullptr) {

@@ -104,7 +104,7 @@ TEST(PhysicalKeys, TypeEditAndPasteInBothViews) {
     app.AwaitText(L"a\r\nx\tY\r\nZ");
     const Target target(L"--topmost");
     target.KeepClearOf(BoundsOf(app.Main()));
-    app.Activate();
+    BringToFront(app.Main());
     Pointer pointer;
     pointer.Drag(CentreOf(app.PasswordBox()), CentreOf(target.Field(target::dropField)));
     Await("the drop arrives", [&] { return target.Drops() == 1; });

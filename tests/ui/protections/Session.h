@@ -5,12 +5,24 @@
 
 namespace vextrel::driver {
 
+/// Until it stays there: a window manager may change its mind, and the mouse is let go of whenever the front changes.
+inline void BringToFront(HWND window) {
+    Await("the window stays in front", [window, seen = 0]() mutable {
+        seen = GetForegroundWindow() == window ? seen + 1 : 0;
+        if (seen == 0) {
+            SetForegroundWindow(window);
+        }
+        return seen == 15;
+    });
+}
+
 /// What the tests of the protections ask of the running program.
 class Session : public App {
   public:
     explicit Session(const Sandbox& sandbox)
         : App(sandbox) {
         Await("the layer is shown", [this] { return Layer() != nullptr; });
+        BringToFront(Main());
     }
 
     [[nodiscard]] HWND Key(int number) const { return Control(ids::firstKey + number - 1); }
