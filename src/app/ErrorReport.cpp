@@ -9,6 +9,15 @@ std::wstring ErrorReportText(std::wstring_view source, std::int32_t number, std:
     return std::wstring(source) + L"\r\n" + std::to_wstring(number) + L": " + std::wstring(description);
 }
 
+ErrorReport::ErrorReport(Operations& operations)
+    : operations_(operations) {
+    operations_.SetAfterTransfer([this] { ShowWaiting(); });
+}
+
+ErrorReport::~ErrorReport() {
+    operations_.SetAfterTransfer({});
+}
+
 void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                          HWND owner) noexcept {
     try {
@@ -16,18 +25,25 @@ void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wst
             return;
         }
         waiting_.push_back({std::wstring(source), ErrorReportText(source, number, description), owner});
-        if (showing_) {
-            return;
-        }
+    } catch (...) {
+        return; // an error inside the reporting is not reported
+    }
+    ShowWaiting();
+}
+
+void ErrorReport::ShowWaiting() noexcept {
+    if (showing_ || operations_.IsTransferring()) {
+        return;
+    }
+    try {
         const FlagScope showing(showing_);
         while (!waiting_.empty()) {
             const Pending next = waiting_.front();
             waiting_.pop_front();
-            frmError(next.text).RunModal(operations_, operations_.DialogOwner(next.owner));
+            frmError(next.text).RunModal(operations_, next.owner);
             sources_.erase(next.source);
         }
     } catch (...) {
-        // An error inside the reporting is not reported.
         waiting_.clear();
         sources_.clear();
     }

@@ -14,12 +14,14 @@ namespace vextrel {
                                            std::wstring_view description);
 
 /// Shows errors in frmError, one dialog at a time. An error that comes while a dialog is open waits its turn; a further
-/// one of the same handler is dropped, so that a failing timer cannot pile up dialogs. Works without the application
-/// object.
+/// one of the same handler is dropped, so that a failing timer cannot pile up dialogs. During a transfer every error
+/// waits: a dialog would take the focus or the button's release. Works without the application object.
 class ErrorReport final : public ErrorSink {
   public:
-    explicit ErrorReport(Operations& operations)
-        : operations_(operations) {}
+    explicit ErrorReport(Operations& operations);
+    ~ErrorReport();
+    ErrorReport(const ErrorReport&) = delete;
+    ErrorReport& operator=(const ErrorReport&) = delete;
 
     void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                 HWND owner) noexcept override;
@@ -30,6 +32,7 @@ class ErrorReport final : public ErrorSink {
         std::wstring text;
         HWND owner;
     };
+    void ShowWaiting() noexcept;
 
     Operations& operations_;
     std::deque<Pending> waiting_;

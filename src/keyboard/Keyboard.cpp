@@ -55,6 +55,11 @@ void Keyboard::ToggleMask() {
 }
 
 void Keyboard::ButtonClick(int button) {
+    // Under its own name, whoever calls: a key, the layer or hover entry.
+    GuardEvent(form_.Handle(), L"ButtonClick ", [&] { EnterKey(button); });
+}
+
+void Keyboard::EnterKey(int button) {
     if (operations_.IsTransferring()) {
         return;
     }

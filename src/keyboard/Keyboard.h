@@ -94,6 +94,7 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     void CheckForeground() override;
     void FlashKey(int button) override;
 
+    void EnterKey(int button);
     void RefreshCaptions();
     [[nodiscard]] std::vector<std::wstring> ProtectionsInForce() const;
     void FollowPhysicalModifiers();

@@ -61,6 +61,8 @@ void PasswordTransfer::Drag() {
     const bool mayInject = mode_ == DragDropMode::Inject && !source->WasEscaped();
     GuardEvent(form_.Handle(), names.complete,
                [&] { CompleteDrag(dropped || mayInject ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver); });
+    // However the end went, neither waits for the next drag.
+    note_.reset();
     field_.SelectedPassword().Clear();
 }
 

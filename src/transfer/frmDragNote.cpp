@@ -101,7 +101,10 @@ void frmDragNote::OnUnload() noexcept {
 LRESULT frmDragNote::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const COLORREF ground = mode_ == DragDropMode::Inject ? injectionColour : dragColour;
     switch (message) {
-    case WM_TIMER: GuardEvent(Handle(), L"Timer1_Timer", [&] { FollowPointer(); }); return 0;
+    case WM_TIMER:
+        // Reported over the main window: the hint is gone by then.
+        GuardEvent(::GetWindow(Handle(), GW_OWNER), L"Timer1_Timer", [&] { FollowPointer(); });
+        return 0;
     case WM_NCHITTEST: return HTTRANSPARENT;
     case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
     case WM_ERASEBKGND: {

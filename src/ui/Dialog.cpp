@@ -7,6 +7,31 @@
 
 namespace vextrel {
 
+namespace {
+
+/// Keeps a window from taking input. One that is disabled already is left to whoever disabled it.
+class DisabledScope {
+  public:
+    explicit DisabledScope(HWND window) noexcept
+        : window_(window != nullptr && ::IsWindowEnabled(window) ? window : nullptr) {
+        if (window_ != nullptr) {
+            ::EnableWindow(window_, FALSE);
+        }
+    }
+    ~DisabledScope() {
+        if (window_ != nullptr) {
+            ::EnableWindow(window_, TRUE);
+        }
+    }
+    DisabledScope(const DisabledScope&) = delete;
+    DisabledScope& operator=(const DisabledScope&) = delete;
+
+  private:
+    HWND window_;
+};
+
+} // namespace
+
 void Dialog::LoadOver(HWND owner) {
     const Look look = LookOf();
     constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
@@ -42,20 +67,12 @@ void Dialog::LoadOver(HWND owner) {
     CreateControls();
 }
 
-int Dialog::RunModal(Operations& operations, HWND owner) {
-    owner_ = ::IsWindow(owner) ? owner : nullptr;
-    result_ = IDCANCEL;
-    ended_ = false;
-    lastFocus_ = nullptr;
-    const Operations::Scope modal(operations, Operations::Kind::Modal);
-    LoadOver(owner_);
-    // Whoever disabled the owner before (a dialog beneath this one) enables it again.
-    const bool disablesOwner = owner_ != nullptr && ::IsWindowEnabled(owner_);
-    if (disablesOwner) {
-        ::EnableWindow(owner_, FALSE);
-    }
+void Dialog::ServeUntilEnded(const Operations& operations) {
+    // They come back before the window goes: else the system would activate another program's window. The owner need
+    // not be the main window: the layer's errors are the layer's.
+    const DisabledScope ownerRests(owner_);
+    const DisabledScope mainWindowRests(operations.MainWindow());
     ::ShowWindow(Handle(), SW_SHOW);
-
     MSG message{};
     while (!ended_ && IsLoaded()) {
         const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
@@ -69,10 +86,16 @@ int Dialog::RunModal(Operations& operations, HWND owner) {
             ::DispatchMessageW(&message);
         }
     }
-    // Before the window goes: else the system would activate another program's window.
-    if (disablesOwner) {
-        ::EnableWindow(owner_, TRUE);
-    }
+}
+
+int Dialog::RunModal(Operations& operations, HWND owner) {
+    owner_ = ::IsWindow(owner) ? owner : nullptr;
+    result_ = IDCANCEL;
+    ended_ = false;
+    lastFocus_ = nullptr;
+    const Operations::Scope modal(operations, Operations::Kind::Modal);
+    LoadOver(owner_);
+    ServeUntilEnded(operations);
     Unload();
     return result_;
 }

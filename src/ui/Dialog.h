@@ -36,6 +36,7 @@ class Dialog : public Form {
     [[nodiscard]] FontCache& Fonts() noexcept { return fonts_; }
 
   private:
+    void ServeUntilEnded(const Operations& operations);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
     LRESULT OnActivate(WPARAM wParam, LPARAM lParam);
     void LoadOver(HWND owner);

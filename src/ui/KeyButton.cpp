@@ -131,7 +131,7 @@ void KeyButton::OnButtonUp(POINT point) noexcept {
     SetPushed(false);
     GuardEvent(::GetParent(handle_), L"ButtonMouseUp ", [&] { (*events_)->ButtonMouseUp(number_); });
     if (::PtInRect(&area, point) != FALSE) {
-        GuardEvent(::GetParent(handle_), L"ButtonClick ", [&] { (*events_)->ButtonClick(number_); });
+        (*events_)->ButtonClick(number_);
     }
 }
 

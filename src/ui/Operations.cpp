@@ -27,6 +27,9 @@ Operations::Scope::~Scope() {
         operations_.closePending_ = false;
         ::PostMessageW(operations_.mainWindow_, WM_CLOSE, 0, 0);
     }
+    if (kind_ == Kind::Transfer && operations_.transfers_ == 0 && operations_.afterTransfer_) {
+        operations_.afterTransfer_();
+    }
 }
 
 void Operations::SetWindows(HWND mainWindow, HWND layer) noexcept {

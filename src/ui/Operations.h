@@ -2,6 +2,9 @@
 
 #include "win32/Windows.h"
 
+#include <functional>
+#include <utility>
+
 namespace vextrel {
 
 /// Keeps count of the operations that run a message loop inside themselves (drags, injection, layout capture, the
@@ -45,6 +48,9 @@ class Operations {
     /// dialogs are ended, and it comes again (WM_CLOSE) when the outermost operation has unwound.
     [[nodiscard]] bool RequestClose() noexcept;
 
+    /// What waits for the end of a transfer; called when the last one has unwound.
+    void SetAfterTransfer(std::function<void()> afterTransfer) { afterTransfer_ = std::move(afterTransfer); }
+
     /// Disables the layer beneath a modal window (disabling an owner does not disable what it owns) and enables it
     /// again; nested calls count.
     void DisableLayer() noexcept;
@@ -60,6 +66,7 @@ class Operations {
     int depth_ = 0;
     int layerDisabled_ = 0;
     bool closePending_ = false;
+    std::function<void()> afterTransfer_;
 };
 
 /// Runs a message box of the system as a modal operation; without a main window as a plain one.

@@ -286,7 +286,7 @@ bool frmKeyboard::OnCommand(int id, int notification) {
         return true;
     }
     if (id >= ids::firstKey && id <= ids::lastKey && notification == BN_CLICKED) {
-        GuardEvent(Handle(), L"ButtonClick ", [&] { controller_->ButtonClick(id - ids::firstKey + 1); });
+        controller_->ButtonClick(id - ids::firstKey + 1);
         return true;
     }
     if (id < ids::mnuFileKeepOnTop || id > ids::hoverDelayTwoSeconds) {
