@@ -88,8 +88,14 @@ POINT App::ToolPlace(int id) const {
 }
 
 void App::Activate() const {
-    SetForegroundWindow(main_);
-    Await("the main window is the foreground window", [&] { return GetForegroundWindow() == main_; });
+    // The window manager may be about to bring another window to the front, one that has just appeared: ask again.
+    const auto inFront = [&] { return GetForegroundWindow() == main_; };
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        SetForegroundWindow(main_);
+        if (WaitFor(inFront, Milliseconds(2000)))
+            return;
+    }
+    Await("the main window is the foreground window", inFront);
 }
 
 void App::MoveTo(POINT topLeft) const {
@@ -103,16 +109,20 @@ void App::MoveTo(POINT topLeft) const {
 
 void App::ClickPassword(Pointer& pointer, const std::wstring& password) const {
     for (const wchar_t unit : password) {
-        const std::wstring caption(1, unit);
+        const std::wstring caption(unit == L'&' ? 2 : 1, unit); // doubled, so that it is no access-key mark
         const auto length = Ask(PasswordBox(), WM_GETTEXTLENGTH);
-        if (!FindKey(caption)) {
+        HWND key = FindKey(caption);
+        const bool shifted = key == nullptr;
+        if (shifted) {
             pointer.Click(Control(shiftKey));
-            Await("Shift brings the caption of " + Narrow(caption), [&] { return FindKey(caption) != nullptr; });
+            Await("Shift brings the caption of " + Narrow(caption),
+                  [&] { return (key = FindKey(caption)) != nullptr; });
         }
-        pointer.Click(FindKey(caption));
+        pointer.Click(key);
         Await("a click on the key " + Narrow(caption) + " adds a character",
               [&] { return Ask(PasswordBox(), WM_GETTEXTLENGTH) == length + 1; });
-        Await("Shift is up again", [&] { return FindKey(L"q") != nullptr; });
+        if (shifted)
+            Await("Shift is up again", [&] { return TextOf(key) != caption; });
     }
 }
 

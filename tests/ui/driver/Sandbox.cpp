@@ -26,12 +26,12 @@ std::filesystem::path NewFolder() {
 
 } // namespace
 
-Sandbox::Sandbox(const std::wstring& folderName)
+Sandbox::Sandbox(const std::wstring& folderName, const std::wstring& testBuild)
     : parent_(NewFolder())
     , folder_(parent_ / (folderName.empty() ? std::wstring(L"program") : folderName)) {
     std::filesystem::create_directory(folder_);
-    Check(CopyFileW(BuiltProgram().c_str(), Program().c_str(), TRUE) != FALSE,
-          "copying " + Narrow(BuiltProgram().wstring()));
+    const auto built = testBuild.empty() ? BuiltProgram() : OwnFolder() / testBuild;
+    Check(CopyFileW(built.c_str(), Program().c_str(), TRUE) != FALSE, "copying " + Narrow(built.wstring()));
 }
 
 Sandbox::~Sandbox() {

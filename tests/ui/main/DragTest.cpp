@@ -1,0 +1,237 @@
+#include "driver/App.h"
+#include "driver/Target.h"
+#include "ui/ids.h"
+
+#include <gtest/gtest.h>
+
+namespace vextrel::driver {
+namespace {
+
+using Selection = App::Selection;
+
+HWND HintOf(const App& app) {
+    for (const HWND window : app.Running().Windows(formClass, L""))
+        if (GetDlgItem(window, ids::dragNoteHeader))
+            return window;
+    return nullptr;
+}
+
+void Switch(const App& app, int command, bool on) {
+    if (app.Checked(command) == on)
+        return;
+    app.Command(command);
+    Await("the option has changed", [&] { return app.Checked(command) == on; });
+}
+
+void Select(const App& app, Selection selection) {
+    Ask(app.PasswordBox(), EM_SETSEL, static_cast<WPARAM>(selection.start), selection.end);
+}
+
+/// Just behind the left edge of a character; behind the last one, its right edge.
+POINT PlaceOf(const App& app, int character) {
+    const HWND box = app.PasswordBox();
+    const bool behind = character >= Ask(box, WM_GETTEXTLENGTH);
+    POINT place{2, 8};
+    if (character > 0 || !behind) {
+        const auto packed = Ask(box, EM_POSFROMCHAR, static_cast<WPARAM>(behind ? character - 1 : character));
+        place = {static_cast<short>(LOWORD(packed)) + (behind ? 30 : 2), static_cast<short>(HIWORD(packed)) + 6};
+    }
+    ClientToScreen(box, &place);
+    return place;
+}
+
+/// The password, whichever box shows it.
+std::wstring PasswordOf(const App& app) {
+    const bool masked = app.Visible(ids::txtPassword);
+    Switch(app, ids::mnuViewPasswordMask, false);
+    std::wstring text = app.Text(ids::txtText);
+    Switch(app, ids::mnuViewPasswordMask, masked);
+    return text;
+}
+
+/// Until the drag has been wound up: commands are refused before.
+void AwaitEnd(const App& app) {
+    Await("the hint has gone", [&] { return HintOf(app) == nullptr; });
+    Await("a drag may begin again", [&] { return (app.MenuState(ids::mnuViewPasswordMask) & MF_GRAYED) == 0; });
+}
+
+struct Case {
+    const wchar_t* target;
+    bool masked;
+    bool keep;
+    Selection selected;
+    const wchar_t* arrives;
+    const wchar_t* left;
+    int caret;
+};
+
+TEST(Drag, HandsOverWhatIsSelectedAndKeepsTheRest) {
+    const Case cases[] = {
+        // Each goes on with what the one before left.
+        {L"--read=entry", true, true, {4, 4}, L"abcd", L"abcd", 4},
+        {L"--read=later --ansi", true, true, {1, 3}, L"bc", L"abcd", 1},
+        {L"--read=drop", false, true, {1, 3}, L"bc", L"abcd", 1},
+        {L"--read=entry --ansi", true, false, {1, 3}, L"bc", L"ad", 1},
+        {L"--read=drop", false, false, {0, 1}, L"a", L"d", 0},
+        {L"--read=later", true, false, {1, 1}, L"d", L"", 0},
+    };
+    const Sandbox sandbox;
+    const App app(sandbox);
+    Pointer pointer;
+    app.ClickPassword(pointer, L"abcd");
+    for (const Case& c : cases) {
+        SCOPED_TRACE("case " + std::to_string(&c - cases));
+        const Target target(c.target);
+        target.KeepClearOf(BoundsOf(app.Main()));
+        app.Activate();
+        Switch(app, ids::mnuViewPasswordMask, c.masked);
+        Switch(app, ids::mnuOptionsKeepPasswordAfterDragDrop, c.keep);
+        Select(app, c.selected);
+        pointer.Drag(PlaceOf(app, c.selected.start), CentreOf(target.Field(target::dropField)));
+        Await("the drop arrives with " + Narrow(c.target), [&] { return target.Drops() == 1; });
+        AwaitEnd(app);
+        target.ReadNow();
+        EXPECT_EQ(target.Text(), c.arrives);
+        EXPECT_EQ(TextOf(app.PasswordBox()), c.masked ? std::wstring(std::wcslen(c.left), L'*') : c.left);
+        EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (Selection{c.caret, c.caret}));
+        EXPECT_EQ(PasswordOf(app), c.left);
+    }
+}
+
+TEST(Drag, TakesNothingAwayWhenNothingIsHandedOver) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    const Target target(L"--refuse");
+    target.KeepClearOf(BoundsOf(app.Main()));
+    app.Activate();
+    Pointer pointer;
+    app.ClickPassword(pointer, L"abc");
+    const POINT field = CentreOf(target.Field(target::dropField));
+    for (const bool escape : {false, true}) {
+        for (const bool masked : {true, false}) {
+            SCOPED_TRACE(std::string(escape ? "Escape" : "refused") + (masked ? ", masked" : ", in clear"));
+            Switch(app, ids::mnuViewPasswordMask, masked);
+            Select(app, {1, 2});
+            pointer.Pull(PlaceOf(app, 1), field);
+            Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+            if (escape)
+                Keys::Stroke(VK_ESCAPE);
+            else
+                pointer.Release();
+            AwaitEnd(app);
+            if (escape)
+                pointer.Release();
+            EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (Selection{1, 1}));
+            EXPECT_EQ(PasswordOf(app), L"abc");
+        }
+    }
+    EXPECT_EQ(target.Text(), L"");
+}
+
+TEST(Drag, SelectsTextUntilThePointerHasLeftTheBox) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    const Target target;
+    target.KeepClearOf(BoundsOf(app.Main()));
+    app.Activate();
+    Pointer pointer;
+    app.ClickPassword(pointer, L"abcd");
+    Switch(app, ids::mnuViewPasswordMask, false);
+    Switch(app, ids::mnuOptionsKeepPasswordAfterDragDrop, true);
+    const POINT field = CentreOf(target.Field(target::dropField));
+
+    Select(app, {4, 4});
+    pointer.Pull(PlaceOf(app, 0), PlaceOf(app, 4));
+    Await("all is selected", [&] { return App::SelectionOf(app.PasswordBox()) == (Selection{0, 4}); });
+    EXPECT_EQ(HintOf(app), nullptr);
+    // Pulled on out of the box, the press carries what was selected before it: nothing, that is, the whole password.
+    pointer.MoveTo(field, 12, Milliseconds(40));
+    Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+    EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (Selection{4, 4}));
+    pointer.MoveTo({field.x + 1, field.y});
+    pointer.Release();
+    Await("the drop arrives", [&] { return target.Drops() == 1; });
+    AwaitEnd(app);
+    EXPECT_EQ(target.Text(), L"abcd");
+
+    Select(app, {1, 3});
+    pointer.Drag(PlaceOf(app, 4), field);
+    Await("the next drop arrives", [&] { return target.Drops() == 2; });
+    AwaitEnd(app);
+    EXPECT_EQ(target.Text(), L"bc");
+
+    Select(app, {1, 3});
+    pointer.Click(PlaceOf(app, 2));
+    Await("a click on the selection places the caret", [&] {
+        return App::SelectionOf(app.PasswordBox()) == (Selection{2, 2});
+    });
+    EXPECT_EQ(target.Drops(), 2);
+}
+
+TEST(Drag, ShowsAHintThatIsInNobodysWay) {
+    constexpr const wchar_t* keepPressed =
+        L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.";
+    const std::wstring noDrop = L"\r\nThe 'no drop' icon may display - that's okay,"
+                                L"\r\nVextrel will still try to inject the data.";
+    const Sandbox sandbox;
+    const App app(sandbox);
+    const Target target(L"--read=later");
+    target.KeepClearOf(BoundsOf(app.Main()));
+    app.Activate();
+    Pointer pointer;
+    app.ClickPassword(pointer, L"ab");
+    Switch(app, ids::mnuOptionsKeepPasswordAfterDragDrop, true);
+    const POINT field = CentreOf(target.Field(target::dropField));
+    for (const bool inject : {false, true}) {
+        SCOPED_TRACE(inject ? "injection" : "drag and drop");
+        Switch(app, inject ? ids::mnuOptionsInjectMode : ids::mnuOptionsDragDrop, true);
+        pointer.Pull(CentreOf(app.PasswordBox()), field);
+        Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+        const HWND hint = HintOf(app);
+        EXPECT_EQ(TextOf(GetDlgItem(hint, ids::dragNoteHeader)),
+                  inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:");
+        EXPECT_EQ(TextOf(GetDlgItem(hint, ids::dragNoteText)), keepPressed + (inject ? noDrop : std::wstring()));
+        constexpr LONG_PTR styles = WS_EX_LAYERED | WS_EX_TRANSPARENT | WS_EX_NOACTIVATE | WS_EX_TOPMOST;
+        EXPECT_EQ(GetWindowLongPtrW(hint, GWL_EXSTYLE) & styles, styles);
+        EXPECT_EQ(GetForegroundWindow(), app.Main());
+        Await("the hint follows the pointer", [&] {
+            const POINT pointerNow = Pointer::Place();
+            const RECT bounds = BoundsOf(hint);
+            const auto distance = static_cast<LONG>(GetDpiForWindow(hint) * 250 / 1440);
+            return std::abs(bounds.left - pointerNow.x - distance) <= 1 &&
+                   std::abs(bounds.top - pointerNow.y - distance) <= 1;
+        });
+        pointer.MoveTo({field.x + 1, field.y});
+        pointer.Release();
+        AwaitEnd(app);
+        EXPECT_FALSE(IsWindow(hint));
+        if (inject)
+            Await("the characters are injected", [&] { return target.Text().find(L"ab") != std::wstring::npos; });
+        target.ReadNow();
+        EXPECT_EQ(target.Text(), inject ? L"" : L"ab") << "what the dropped data holds";
+    }
+}
+
+TEST(Drag, CarriesOutACloseRequestWhenItIsOver) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    const Target target;
+    target.KeepClearOf(BoundsOf(app.Main()));
+    app.Activate();
+    Pointer pointer;
+    app.ClickPassword(pointer, L"ab");
+    const POINT field = CentreOf(target.Field(target::dropField));
+    pointer.Pull(CentreOf(app.PasswordBox()), field);
+    Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+    Ask(app.Main(), WM_CLOSE);
+    EXPECT_TRUE(app.Running().Runs());
+    EXPECT_NE(HintOf(app), nullptr);
+    pointer.MoveTo({field.x + 1, field.y});
+    pointer.Release();
+    Await("the drop arrives", [&] { return target.Drops() == 1; });
+    EXPECT_EQ(target.Text(), L"ab");
+    EXPECT_EQ(app.Running().ExitCode(), 0U);
+}
+
+} // namespace
+} // namespace vextrel::driver

@@ -1,0 +1,211 @@
+#include "driver/App.h"
+#include "driver/Target.h"
+#include "faults/FaultOrder.h"
+#include "ui/ids.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <cwchar>
+
+namespace vextrel::driver {
+namespace {
+
+using Kind = faults::FaultOrder::Kind;
+
+/// The build whose event handlers fail when they are told to.
+class Errors : public testing::Test {
+  protected:
+    Errors() {
+        Await("the layer is shown", [&] { return app_.Layer() != nullptr; });
+        mapping_ = OpenFileMappingW(FILE_MAP_WRITE, FALSE, faults::NameOfOrder(app_.Running().Id()).c_str());
+        Check(mapping_ != nullptr, "opening the order");
+        order_ = static_cast<faults::FaultOrder*>(MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, 0));
+    }
+    ~Errors() override {
+        UnmapViewOfFile(order_);
+        CloseHandle(mapping_);
+    }
+
+    void Order(const wchar_t* handler, LONG times = 1, Kind kind = Kind::OurError) {
+        order_->times = 0;
+        order_->kind = kind;
+        std::wcscpy(order_->handler, handler);
+        order_->times = times;
+    }
+
+    std::vector<HWND> Dialogs() const {
+        std::vector<HWND> dialogs;
+        for (const HWND window : app_.Running().Windows(formClass))
+            if (GetDlgItem(window, ids::txtError))
+                dialogs.push_back(window);
+        return dialogs;
+    }
+
+    /// Waits for the report and closes it; returns its text.
+    std::wstring Acknowledge() const {
+        Await("an error of " + Narrow(order_->handler), [&] { return !Dialogs().empty(); });
+        const HWND dialog = Dialogs().front();
+        std::wstring text = TextOf(GetDlgItem(dialog, ids::txtError));
+        EXPECT_EQ(Dialogs().size(), 1U);
+        EXPECT_FALSE(IsWindowEnabled(app_.Main()));
+        EXPECT_FALSE(app_.Layer() && IsWindowEnabled(app_.Layer()));
+        Ask(dialog, WM_COMMAND, ids::cmdClose);
+        Await("the dialog has gone", [&] { return !IsWindow(dialog); });
+        return text;
+    }
+
+    Sandbox sandbox_{{}, L"vextrel_faults.exe"};
+    App app_{sandbox_};
+    HANDLE mapping_ = nullptr;
+    faults::FaultOrder* order_ = nullptr;
+};
+
+TEST_F(Errors, AreShownOneAtATimeAndTheProgramGoesOn) {
+    const std::pair<Kind, const wchar_t*> kinds[] = {
+        {Kind::OurError, L"13: Type mismatch"},
+        {Kind::SystemError, L"5: Access denied."},
+        {Kind::OutOfMemory, L"7: Out of memory"},
+        {Kind::StandardError, L"5: broken"},
+        {Kind::Unknown, L"5: Invalid procedure call or argument"},
+    };
+    for (const auto& [kind, text] : kinds) {
+        Order(L"mnuHelpAbout_Click", 1, kind);
+        app_.Command(ids::mnuHelpAbout);
+        EXPECT_EQ(Acknowledge(), std::wstring(L"mnuHelpAbout_Click\r\n") + text);
+    }
+
+    // A failing timer has one dialog, however often it fails while that is open.
+    Order(L"tmrForegroundCheck_Timer", 1000);
+    Await("the timer goes on failing", [&] { return order_->times <= 990; });
+    EXPECT_EQ(Dialogs().size(), 1U);
+    // Another handler's error waits until the first dialog is closed.
+    Order(L"mnuFileKeepOnTop_Click");
+    app_.Command(ids::mnuFileKeepOnTop);
+    Await("the second one fails, too", [&] { return order_->times == 0; });
+    EXPECT_EQ(Acknowledge(), L"tmrForegroundCheck_Timer\r\n13: Type mismatch");
+    EXPECT_EQ(Acknowledge(), L"mnuFileKeepOnTop_Click\r\n13: Type mismatch");
+
+    // A close request ends the dialog and then the program.
+    Order(L"mnuHelpAbout_Click");
+    app_.Command(ids::mnuHelpAbout);
+    Await("an error dialog", [&] { return !Dialogs().empty(); });
+    EXPECT_EQ(app_.Close(), 0U);
+}
+
+TEST_F(Errors, OfNoHandlerEndTheProgram) {
+    const HWND main = app_.Main();
+    const HWND layer = app_.Layer();
+    const HWND key = app_.FindKey(L"q");
+    const auto slider = [&](int id) { return reinterpret_cast<LPARAM>(app_.Control(id)); };
+    const struct {
+        const wchar_t* handler;
+        HWND window;
+        UINT message;
+        WPARAM wParam;
+        LPARAM lParam;
+    } messages[] = {
+        {L"Form_Activate", main, WM_ACTIVATE, WA_ACTIVE, 0},
+        {L"Form_GotFocus", main, WM_SETFOCUS, 0, 0},
+        {L"Form_MouseMove", main, WM_MOUSEMOVE, 0, 0},
+        {L"Form_QueryUnload", main, WM_CLOSE, 0, 0},
+        {L"DpiChanged", main, WM_DPICHANGED, 0, 0},
+        {L"DisplayChange", main, WM_DISPLAYCHANGE, 0, 0},
+        {L"Resize", main, WM_SIZE, SIZE_RESTORED, 0},
+        {L"FormMove", main, WM_MOVE, 0, 0},
+        {L"tmrCheckActiveWindow_Timer", main, WM_TIMER, 1, 0},
+        {L"Hover Delay Slider Change Error", main, WM_HSCROLL, TB_THUMBTRACK, slider(ids::sldHoverDelay)},
+        {L"Transparency Slider Change Error", main, WM_HSCROLL, TB_THUMBTRACK, slider(ids::sldTransparency)},
+        {L"VextrelForm", main, WM_NULL, 0, 0},
+        {L"ButtonClick ", main, WM_COMMAND, ids::firstKey + 15, 0},
+        {L"ButtonClick ", key, BM_CLICK, 0, 0},
+        {L"Command_MouseMove", key, WM_MOUSEMOVE, 0, 0},
+        {L"KeyButton", key, WM_MOUSEMOVE, 0, 0},
+        {L"txtPassword", app_.Control(ids::txtPassword), WM_MOUSEMOVE, 0, 0},
+        {L"txtText", app_.Control(ids::txtText), WM_MOUSEMOVE, 0, 0},
+        {L"tbToolbar_MouseMove", app_.Control(ids::tbToolbar), WM_MOUSEMOVE, 0, 0},
+        {L"Form_MouseMove", layer, WM_MOUSEMOVE, 0, 0},
+        {L"Form_MouseActivate", layer, WM_MOUSEACTIVATE, 0, 0},
+        {L"Form_MouseDown", layer, WM_LBUTTONDOWN, 0, 0},
+        {L"Form_MouseUp", layer, WM_LBUTTONUP, 0, 0},
+        {L"ButtonClick ", layer, WM_LBUTTONUP, 0, MAKELPARAM(5, 5)},
+        {L"Form_DblClick", layer, WM_LBUTTONDBLCLK, 0, 0},
+        {L"Timer1_Timer", layer, WM_TIMER, 1, 0},
+        {L"tmrForegroundCheck_Timer", layer, WM_TIMER, 2, 0},
+    };
+    for (const auto& row : messages) {
+        SCOPED_TRACE(Narrow(row.handler));
+        Order(row.handler);
+        PostMessageW(row.window, row.message, row.wParam, row.lParam);
+        EXPECT_EQ(Acknowledge(), row.handler + std::wstring(L"\r\n13: Type mismatch"));
+    }
+
+    const std::pair<int, const wchar_t*> commands[] = {
+        {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click"},
+        {ids::mnuFileExit, L"mnuFileExit_Click"},
+        {ids::mnuModeStandard, L"mnuModeStandard_Click"},
+        {ids::mnuModeHover, L"mnuModeHover_Click"},
+        {ids::mnuModeHiddenMouseAndHover, L"mnuModeHiddenMouseAndHover_Click"},
+        {ids::mnuViewToolbar, L"mnuViewToolbar_Click"},
+        {ids::mnuViewProtectiveLayer, L"mnuViewProtectiveLayer_Click"},
+        {ids::mnuViewPasswordMask, L"mnuViewPasswordMask_Click"},
+        {ids::mnuOptionsBeepOnHover, L"mnuOptionsBeepOnHover_Click"},
+        {ids::mnuOptionsKeepPasswordAfterDragDrop, L"mnuOptionsKeepPasswordAfterDragDrop_Click"},
+        {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click"},
+        {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click"},
+        {ids::mnuOptionsSaveSettingsInINI, L"mnuOptionsSaveSettingsInINI_Click"},
+        {ids::mnuKeyboardLayoutDefault, L"mnuKeyboardLayoutDefault_Click"},
+        {ids::mnuKeyboardLayoutEnglish, L"mnuKeyboardLayoutEnglish_Click"},
+        {ids::mnuKeyboardLayoutLastSaved, L"mnuKeyboardLayoutLastSaved_Click"},
+        {ids::mnuKeyboardLayoutImport, L"mnuKeyboardLayoutImport_Click"},
+        {ids::mnuKeyboardCreateNewLayoutFile, L"mnuKeyboardCreateNewLayoutFile_Click"},
+        {ids::mnuHelpVisitHomepage, L"mnuHelpVisitHomepage_Click"},
+        {ids::mnuHelpDonate, L"mnuHelpDonate_Click"},
+        {ids::mnuHelpAbout, L"mnuHelpAbout_Click"},
+        {ids::toolClear, L"tbToolbar_ButtonClick"},
+        {ids::hoverDelayOneSecond, L"tbToolbar_ButtonMenuClick"},
+    };
+    for (const auto& [id, handler] : commands) {
+        Order(handler);
+        app_.Command(id);
+        EXPECT_EQ(Acknowledge(), handler + std::wstring(L"\r\n13: Type mismatch"));
+    }
+    Pointer pointer;
+    app_.ClickPassword(pointer, L"ok");
+    Order(L"Form_Unload");
+    PostMessageW(main, WM_CLOSE, 0, 0);
+    EXPECT_EQ(Acknowledge(), L"Form_Unload\r\n13: Type mismatch");
+    EXPECT_EQ(app_.Running().ExitCode(), 0U);
+}
+
+TEST_F(Errors, OfADragLeaveThePasswordWhole) {
+    const Target target;
+    target.KeepClearOf(BoundsOf(app_.Main()));
+    app_.Activate();
+    Pointer pointer;
+    app_.ClickPassword(pointer, L"ab");
+    int drops = 0;
+    const std::pair<const wchar_t*, bool> handlers[] = {
+        {L"txtPassword_OLEStartDrag", false}, {L"Timer1_Timer", true}, {L"txtPassword_OLECompleteDrag", true}};
+    for (const auto& [handler, drags] : handlers) {
+        SCOPED_TRACE(Narrow(handler));
+        Order(handler);
+        const POINT field = CentreOf(target.Field(target::dropField));
+        pointer.Pull(CentreOf(app_.PasswordBox()), field);
+        pointer.MoveTo({field.x + 1, field.y});
+        pointer.Release();
+        drops += drags;
+        Await("the drop arrives", [&] { return target.Drops() == drops; });
+        EXPECT_EQ(Acknowledge(), handler + std::wstring(L"\r\n13: Type mismatch"));
+        if (std::wcscmp(handler, L"Timer1_Timer") == 0) {
+            Await("the password has been handed over", [&] { return app_.Text(ids::txtPassword).empty(); });
+            app_.Activate();
+            app_.ClickPassword(pointer, L"ab");
+        }
+        EXPECT_EQ(app_.Text(ids::txtPassword), L"**");
+    }
+    EXPECT_EQ(app_.Close(), 0U);
+}
+
+} // namespace
+} // namespace vextrel::driver
