@@ -168,6 +168,8 @@ start_wine() {
         rm -rf -- "${prefix:?}"
         mkdir -p "$HOME"
         step "make Wine prefix" env -u DISPLAY timeout 180 bash -c 'wineboot -i && wineserver -w'
+        # The signs on a title bar's buttons; without this font they would be letters.
+        cp /usr/share/wine/fonts/marlett.ttf "$prefix/drive_c/windows/Fonts/"
         printf '%s\n' "$version" >"$made"
     fi
     wineserver -p 9>&- >/dev/null 2>&1 # it stays until finish(), so that not every test starts it anew
