@@ -23,6 +23,9 @@ if(WIN32)
   target_compile_definitions(vextrel_flags INTERFACE
     UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0A00 WINVER=0x0A00 NTDDI_VERSION=0x0A000006)
   target_compile_options(vextrel_flags INTERFACE -ffunction-sections -fdata-sections -fstack-protector-strong)
+  # The same sources give the same file, wherever and whenever they are built.
+  target_compile_options(vextrel_flags INTERFACE "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
+  target_link_options(vextrel_flags INTERFACE -Wl,--no-insert-timestamp)
   target_link_options(vextrel_flags INTERFACE
     -static -fstack-protector-strong -Wl,--gc-sections -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
 endif()

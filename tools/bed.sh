@@ -1,5 +1,6 @@
-# Shared by ./run and ./test: packages, build steps, and the bed the program runs on (a private display with window
-# manager and compositor, and a Wine prefix). Sourced; expects bash. Everything started here is ended by finish().
+# Shared by ./run, ./test, ./package and ./bench: packages, build steps, and the bed the program runs on (a private
+# display with window manager and compositor, and a Wine prefix). Sourced; expects bash. Everything started here is
+# ended by finish().
 #
 # Outside the repository only the Wine prefix is written to: ${XDG_CACHE_HOME:-$HOME/.cache}/vextrel/wine.
 
@@ -13,7 +14,8 @@ prefix=$cache/wine
 packagesToRun="cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine wine64 fonts-wine xvfb openbox picom x11-utils"
 packagesToFuzz="cmake ninja-build googletest clang libclang-rt-14-dev"
 packagesToBench="cmake ninja-build g++ googletest libbenchmark-dev"
-packagesToTest="$packagesToRun $packagesToFuzz g++ git clang-format clang-tidy python3 libxkbcommon-tools"
+packagesToPackage="cmake ninja-build g++-mingw-w64-x86-64-posix googletest git zip nsis python3-markdown"
+packagesToTest="$packagesToRun $packagesToFuzz $packagesToPackage g++ clang-format clang-tidy python3 libxkbcommon-tools unzip"
 
 running=      # process group of the step at work
 servers=()    # process groups of Xvfb, openbox and picom, in the order of their start

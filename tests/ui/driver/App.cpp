@@ -14,7 +14,10 @@ constexpr int shiftKey = ids::firstKey + 41; // Command42, the left Shift key
 } // namespace
 
 App::App(const Sandbox& sandbox)
-    : process_(sandbox.Program())
+    : App(sandbox.Program()) {}
+
+App::App(const std::filesystem::path& program)
+    : process_(program)
     , main_(process_.AwaitWindow(formClass, L"Vextrel")) {
     SettleInForeground(main_);
 }

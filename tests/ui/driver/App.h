@@ -14,6 +14,8 @@ namespace vextrel::driver {
 class App {
   public:
     explicit App(const Sandbox& sandbox);
+    /// The program of another folder, with the settings that it finds there.
+    explicit App(const std::filesystem::path& program);
 
     [[nodiscard]] const Process& Running() const { return process_; }
     [[nodiscard]] HWND Main() const { return main_; }
