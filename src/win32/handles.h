@@ -60,8 +60,12 @@ inline void DestroyCursorHandle(HCURSOR cursor) noexcept {
 inline void DestroyIconHandle(HICON icon) noexcept {
     ::DestroyIcon(icon);
 }
+inline void CloseKernelHandle(HANDLE handle) noexcept {
+    ::CloseHandle(handle);
+}
 } // namespace detail
 
+using UniqueKernelHandle = UniqueHandle<HANDLE, &detail::CloseKernelHandle>;
 using UniqueFont = UniqueHandle<HFONT, &detail::DeleteGdiObject>;
 using UniqueBrush = UniqueHandle<HBRUSH, &detail::DeleteGdiObject>;
 using UniquePen = UniqueHandle<HPEN, &detail::DeleteGdiObject>;
