@@ -1,9 +1,14 @@
 #include "app/modMain.h"
 
+#include "protect/Hardening.h"
+#include "settings/OptionValues.h"
 #include "ui/mKBFormMoveSubclass.h"
 #include "win32/EventGuard.h"
+#include "win32/ScreenCapture.h"
 
 #include <ole2.h>
+
+#include <optional>
 
 namespace vextrel::modMain {
 
@@ -47,6 +52,24 @@ void RegisterControls() noexcept {
     ::InitCommonControlsEx(&classes);
 }
 
+std::wstring SettingAtStart(std::wstring_view key) {
+    ProgramState program;
+    program.folder = FindProgramFolder();
+    const SettingsStore store(program);
+    return store.ReadINIValue(store.GetSettingsPath(false), settings::section, key);
+}
+
+Hardening HardenUnlessSwitchedOff() noexcept {
+    try {
+        if (!IsOnUnlessFalse(SettingAtStart(settings::hardenProcess))) {
+            return {.switchedOff = true};
+        }
+    } catch (...) {
+        // A file that cannot be read switches nothing off.
+    }
+    return HardenProcess();
+}
+
 int ServeEvents(HWND mainWindow) {
     MSG message{};
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
@@ -65,6 +88,7 @@ Application* gApplication() noexcept {
 }
 
 int Main(HINSTANCE instance) {
+    const Hardening hardening = HardenUnlessSwitchedOff();
     Operations operations;
     ErrorReport errors(operations);
     const ErrorSinkScope sink(errors);
@@ -77,8 +101,13 @@ int Main(HINSTANCE instance) {
         program.folder = FindProgramFolder();
         program.DefaultCoverTransparency = 5;
         SettingsStore store(program);
+        std::optional<CaptureExclusion> captureExclusion;
+        if (!ParseBoolean(SettingAtStart(settings::allowScreenCapture)).value_or(false)) {
+            captureExclusion.emplace();
+        }
         Application application(program, store, operations, errors);
         const RunningScope running(application, store);
+        application.Keyboard().SetHardening(hardening);
         exitCode = ServeEvents(application.Keyboard().Form().Handle());
     });
     return exitCode;

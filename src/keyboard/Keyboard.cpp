@@ -10,6 +10,7 @@
 #include "win32/Clipboard.h"
 #include "win32/EventGuard.h"
 #include "win32/Messages.h"
+#include "win32/ScreenCapture.h"
 #include "win32/Sound.h"
 #include "win32/WindowStyle.h"
 
@@ -24,6 +25,14 @@ constexpr int flashRounds = 1000;
 
 bool IsDownNow(int virtualKey) noexcept {
     return ::GetAsyncKeyState(virtualKey) < 0;
+}
+const wchar_t* CaptureLine(CaptureState state) noexcept {
+    switch (state) {
+    case CaptureState::Excluded: return L"Windows hidden from screen capture";
+    case CaptureState::Black: return L"Windows black in screen captures";
+    case CaptureState::Shown: break;
+    }
+    return L"Windows visible to screen capture";
 }
 bool IsToggled(int virtualKey) noexcept {
     return (::GetKeyState(virtualKey) & 1) != 0;
@@ -239,6 +248,9 @@ std::vector<std::wstring> Keyboard::ProtectionsInForce() const {
     lines.emplace_back(L"Protective layer over the keys");
     lines.emplace_back(options_.Snapshot().textIsMasked ? L"Password masked" : L"Password shown in clear");
     lines.emplace_back(protection_.MouseHidden() ? L"Pointer shown as a grey dot" : L"Pointer shown as usual");
+    lines.emplace_back(CaptureLine(CaptureStateOf(form_.Handle())));
+    const std::vector<std::wstring> process = HardeningLines(hardening_);
+    lines.insert(lines.end(), process.begin(), process.end());
     return lines;
 }
 

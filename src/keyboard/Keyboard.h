@@ -3,6 +3,7 @@
 #include "keyboard/HoverControl.h"
 #include "keyboard/KeyCaptionBoard.h"
 #include "layouts/LayoutSwitcher.h"
+#include "protect/Hardening.h"
 #include "protect/LayerHost.h"
 #include "protect/Protection.h"
 #include "protect/frmBlank.h"
@@ -48,6 +49,9 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     void ShowAbout();
     /// A new random size and place.
     void Rearrange();
+
+    /// What the process was granted at its start; shown to who asks.
+    void SetHardening(const Hardening& hardening) noexcept { hardening_ = hardening; }
 
     /// What ends the program's other windows when the main window is unloaded.
     void SetCloseProgram(std::function<void()> closeProgram) { closeProgram_ = std::move(closeProgram); }
@@ -120,6 +124,7 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     int flashedKey_ = 0; ///< 0: none flashes
     int flashRoundsLeft_ = 0;
     HWND lastForeground_ = nullptr;
+    Hardening hardening_;
     std::function<void()> closeProgram_;
 };
 

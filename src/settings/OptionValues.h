@@ -23,6 +23,9 @@ inline constexpr const wchar_t* keepPassword = L"Keep Password after Drag Drop";
 inline constexpr const wchar_t* transparency = L"Transparency";
 inline constexpr const wchar_t* hoverTimerInterval = L"Hover Timer Interval";
 inline constexpr const wchar_t* toolbarVisible = L"Toolbar Visible";
+// Read at the start and never written; no command of the program sets them.
+inline constexpr const wchar_t* hardenProcess = L"Harden Process";
+inline constexpr const wchar_t* allowScreenCapture = L"Allow Screen Capture";
 } // namespace settings
 
 /// Named as it is stored.

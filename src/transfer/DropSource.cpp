@@ -28,7 +28,11 @@ HRESULT DropSource::QueryContinueDrag(BOOL escapePressed, DWORD keyState) noexce
         escaped_ = true;
         return DRAGDROP_S_CANCEL;
     }
-    return (keyState & MK_LBUTTON) != 0 ? S_OK : DRAGDROP_S_DROP;
+    if ((keyState & MK_LBUTTON) != 0) {
+        return S_OK;
+    }
+    data_->Open();
+    return DRAGDROP_S_DROP;
 }
 
 } // namespace vextrel

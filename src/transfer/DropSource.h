@@ -1,6 +1,7 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "transfer/TextDataObject.h"
+#include "win32/ComPtr.h"
 
 #include <oleidl.h>
 
@@ -8,11 +9,15 @@
 
 namespace vextrel {
 
-/// Steers a drag of the password: it ends when the button that it began with goes up, and Escape cancels it.
+/// Steers a drag of the password: it ends when the button that it began with goes up, which opens the data for the
+/// target; Escape cancels it.
 class DropSource final : public IDropSource {
   public:
     /// Born with one reference, the caller's.
-    DropSource() = default;
+    explicit DropSource(TextDataObject& data) noexcept
+        : data_(&data) {
+        data.AddRef();
+    }
     DropSource(const DropSource&) = delete;
     DropSource& operator=(const DropSource&) = delete;
 
@@ -29,6 +34,7 @@ class DropSource final : public IDropSource {
     ~DropSource() = default;
 
     std::atomic<ULONG> references_{1};
+    ComPtr<TextDataObject> data_;
     bool escaped_ = false;
 };
 

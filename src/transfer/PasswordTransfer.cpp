@@ -43,7 +43,7 @@ void PasswordTransfer::Drag() {
     const HandlerNames names = NamesFor(form_.VisibleBox().View());
     // Some targets read the data after DoDragDrop has returned: the object lives by its references, not by this one.
     const ComPtr<TextDataObject> data(new TextDataObject);
-    const ComPtr<DropSource> source(new DropSource);
+    const ComPtr<DropSource> source(new DropSource(*data));
 
     bool started = false;
     GuardEvent(form_.Handle(), names.start, [&] {
@@ -58,6 +58,9 @@ void PasswordTransfer::Drag() {
     DWORD effect = DROPEFFECT_NONE;
     const HRESULT result = ::DoDragDrop(data.Get(), source.Get(), DROPEFFECT_COPY, &effect);
     const bool dropped = result == DRAGDROP_S_DROP && effect != DROPEFFECT_NONE;
+    if (!dropped) {
+        data->Discard();
+    }
     const bool mayInject = mode_ == DragDropMode::Inject && !source->WasEscaped();
     GuardEvent(form_.Handle(), names.complete,
                [&] { CompleteDrag(dropped || mayInject ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver); });

@@ -1,8 +1,7 @@
 #include "transfer/TextDataObject.h"
 
 #include "transfer/FormatEnumerator.h"
-
-#include "base/Wipe.h"
+#include "transfer/HandedMemory.h"
 
 #include <cstring>
 #include <new>
@@ -22,23 +21,22 @@ bool IsOffered(const FORMATETC& format) noexcept {
            (format.tymed & TYMED_HGLOBAL) != 0;
 }
 
-/// Memory that the receiver of the data frees. Zeroed, so that the terminator is there.
-HGLOBAL Copy(std::size_t byteCount, auto&& fill) noexcept {
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount);
-    if (memory == nullptr) {
-        return nullptr;
+/// Memory for the receiver, zeroed, so that the terminator is there.
+HandedMemory* Copy(std::size_t byteCount, auto&& fill) noexcept {
+    HandedMemory* const memory = HandedMemory::Create(byteCount);
+    if (memory != nullptr) {
+        fill(::GlobalLock(memory->Get()));
+        ::GlobalUnlock(memory->Get());
     }
-    fill(::GlobalLock(memory));
-    ::GlobalUnlock(memory);
     return memory;
 }
 
-HGLOBAL CopyWide(std::wstring_view text) noexcept {
+HandedMemory* CopyWide(std::wstring_view text) noexcept {
     return Copy((text.size() + 1) * sizeof(wchar_t),
                 [text](void* to) { std::memcpy(to, text.data(), text.size() * sizeof(wchar_t)); });
 }
 
-HGLOBAL CopyNarrow(std::wstring_view text) noexcept {
+HandedMemory* CopyNarrow(std::wstring_view text) noexcept {
     const int length = static_cast<int>(text.size());
     const int size =
         length == 0 ? 0 : ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
@@ -81,13 +79,15 @@ HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
     if (!IsOffered(*format)) {
         return DV_E_FORMATETC;
     }
-    const HGLOBAL memory = format->cfFormat == CF_UNICODETEXT ? CopyWide(text_.View()) : CopyNarrow(text_.View());
+    const std::wstring_view text = open_ ? text_.View() : std::wstring_view();
+    HandedMemory* const memory = format->cfFormat == CF_UNICODETEXT ? CopyWide(text) : CopyNarrow(text);
     if (memory == nullptr) {
         return E_OUTOFMEMORY;
     }
     medium->tymed = TYMED_HGLOBAL;
-    medium->hGlobal = memory;
-    medium->pUnkForRelease = nullptr;
+    medium->hGlobal = memory->Get();
+    // Our reference goes along.
+    medium->pUnkForRelease = memory;
     return S_OK;
 }
 

@@ -10,8 +10,10 @@
 
 namespace vextrel {
 
-/// The data of a drag: text as CF_TEXT and CF_UNICODETEXT. It owns its characters and is counted by reference, since
-/// some targets read it only after the drag has returned; the last reference wipes them.
+/// The data of a drag: text as CF_TEXT and CF_UNICODETEXT. It says all along that it has text, but gives the characters
+/// only once it has been opened, so that a window which the pointer merely crosses learns nothing; before that the text
+/// is empty. It owns its characters and is counted by reference, since some targets read it only after the drag has
+/// returned; the last reference wipes them.
 class TextDataObject final : public IDataObject {
   public:
     /// Born with one reference, the caller's.
@@ -21,6 +23,10 @@ class TextDataObject final : public IDataObject {
 
     /// What the object carries from now on; the empty text is text, too.
     void SetText(std::wstring_view text) { text_.Assign(text); }
+    /// The user has let go over a target: from now on the text is given to whoever asks.
+    void Open() noexcept { open_ = true; }
+    /// The drag is over and nobody took it: there is nothing to give any more.
+    void Discard() noexcept { text_.Clear(); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override;
     ULONG STDMETHODCALLTYPE AddRef() noexcept override;
@@ -42,6 +48,7 @@ class TextDataObject final : public IDataObject {
 
     std::atomic<ULONG> references_{1};
     SecretText text_;
+    bool open_ = false;
 };
 
 } // namespace vextrel

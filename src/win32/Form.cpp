@@ -2,6 +2,7 @@
 
 #include "ui/resources.h"
 #include "win32/EventGuard.h"
+#include "win32/ScreenCapture.h"
 #include "win32/Text.h"
 
 #include <algorithm>
@@ -64,6 +65,7 @@ void Form::Load(const CreateArgs& args) {
         ThrowLastError();
     }
     LoadedForms().push_back(this);
+    ExcludeFromCapture(window);
 }
 
 void Form::RunOnUnload() noexcept {

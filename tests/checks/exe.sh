@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # exe.sh FILE: the program is one small file that runs on any Windows 10 and is hardened: it imports only what Windows
-# protects against planted copies, stays under 1.5 MB, and carries the flags for address randomisation and against
-# running data.
+# protects against planted copies, stays under 1.5 MB, carries the flags for address randomisation and against running
+# data, and has its stack protected.
 set -euo pipefail
 exe=$1
 if ! grep -q 'add_executable(vextrel ' src/CMakeLists.txt; then
@@ -24,6 +24,13 @@ grep -qi 'DLL Name: kernel32' <<<"$headers" || { echo "no imports found: is this
 
 size=$(stat -c %s "$exe")
 [ "$size" -lt 1500000 ] || { echo "$size bytes: not under 1.5 MB"; code=1; }
+
+# Without relocations the flag for address randomisation is empty.
+sections=$(x86_64-w64-mingw32-objdump -h "$exe")
+grep -q '[[:space:]]\.reloc[[:space:]]' <<<"$sections" || { echo "no relocations: its place would be fixed"; code=1; }
+! grep -q 'relocations stripped' <<<"$headers" || { echo "relocations stripped"; code=1; }
+# The stack protector's own message comes with the first function that it guards.
+grep -q 'stack smashing detected' "$exe" || { echo "no function has a stack protector"; code=1; }
 
 for flag in DYNAMIC_BASE HIGH_ENTROPY_VA NX_COMPAT; do
     grep -q "^[[:space:]]*$flag\$" <<<"$headers" || { echo "the header lacks $flag"; code=1; }

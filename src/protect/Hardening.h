@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace vextrel {
+
+/// What the process has been granted of what protects it against other programs.
+struct Hardening {
+    bool switchedOff = false;      ///< by the settings file: nothing was asked for
+    bool foreignHooksOut = false;  ///< hook and input-method DLLs of the old kind stay out
+    bool imagesRestricted = false; ///< no DLL from a network path or of low integrity
+    bool systemFolderOnly = false; ///< DLLs asked for by name come from the system folder
+    bool endsOnCorruption = false; ///< a corrupted heap ends the process
+    bool heapNotReported = false;  ///< error reports carry no heap
+    bool memoryClosed = false;     ///< other programs of the same user may not open the process to read or write it
+};
+
+/// Asks the system for all of it. To be called before anything else is loaded or shown. What the system does not have
+/// or refuses is left as it was, and the program runs without it.
+[[nodiscard]] Hardening HardenProcess() noexcept;
+
+/// One line for each protection, said as it is: in force or not.
+[[nodiscard]] std::vector<std::wstring> HardeningLines(const Hardening& hardening);
+
+} // namespace vextrel

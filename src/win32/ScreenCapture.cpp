@@ -1,0 +1,73 @@
+#include "win32/ScreenCapture.h"
+
+#include "win32/ProgramState.h"
+
+namespace vextrel {
+
+namespace {
+
+/// WDA_EXCLUDEFROMCAPTURE, which older headers lack.
+constexpr DWORD excludeFromCapture = 0x11;
+
+bool& IsInForce() noexcept {
+    static bool inForce = false;
+    return inForce;
+}
+
+bool IsTopLevel(HWND window) noexcept {
+    return ::GetAncestor(window, GA_PARENT) == ::GetDesktopWindow();
+}
+
+/// Sees the messages to the windows of this thread, whoever made them. Before a window is shown, its place changes,
+/// however it is shown; tool tips and menus get no other notice.
+LRESULT CALLBACK BeforeMessage(int code, WPARAM wParam, LPARAM lParam) noexcept {
+    if (code == HC_ACTION) {
+        const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+        const bool appears = (message.message == WM_SHOWWINDOW && message.wParam != FALSE) ||
+                             (message.message == WM_WINDOWPOSCHANGING &&
+                              (reinterpret_cast<const WINDOWPOS*>(message.lParam)->flags & SWP_SHOWWINDOW) != 0);
+        if (appears && IsTopLevel(message.hwnd)) {
+            ExcludeFromCapture(message.hwnd);
+        }
+    }
+    return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+} // namespace
+
+CaptureState CaptureStateOf(HWND window) noexcept {
+    DWORD affinity = WDA_NONE;
+    if (::GetWindowDisplayAffinity(window, &affinity) == FALSE) {
+        return CaptureState::Shown;
+    }
+    switch (affinity) {
+    case excludeFromCapture: return CaptureState::Excluded;
+    case WDA_MONITOR: return CaptureState::Black;
+    default: return CaptureState::Shown;
+    }
+}
+
+void ExcludeFromCapture(HWND window) noexcept {
+    if (!IsInForce() || CaptureStateOf(window) != CaptureState::Shown) {
+        return;
+    }
+    // A system that does not know the first value takes it for the second or refuses it.
+    if (::SetWindowDisplayAffinity(window, excludeFromCapture) == FALSE ||
+        CaptureStateOf(window) == CaptureState::Shown) {
+        ::SetWindowDisplayAffinity(window, WDA_MONITOR);
+    }
+}
+
+CaptureExclusion::CaptureExclusion() noexcept {
+    IsInForce() = true;
+    if (!HooksDisabled) {
+        windowsOfThisThread_.Reset(
+            ::SetWindowsHookExW(WH_CALLWNDPROC, &BeforeMessage, nullptr, ::GetCurrentThreadId()));
+    }
+}
+
+CaptureExclusion::~CaptureExclusion() {
+    IsInForce() = false;
+}
+
+} // namespace vextrel

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "win32/handles.h"
+
+namespace vextrel {
+
+/// What a recording of the screen shows of a window, as the system says when asked.
+enum class CaptureState {
+    Excluded, ///< what lies behind it, as if it were not there
+    Black,    ///< a black area (Windows before 10 version 2004)
+    Shown,    ///< the window: the system refused, or was not asked
+};
+
+[[nodiscard]] CaptureState CaptureStateOf(HWND window) noexcept;
+
+/// Keeps a top-level window of this process out of screen captures while a CaptureExclusion lives; else does nothing.
+/// The system may refuse (without desktop composition, say); the window is then as visible as any other.
+void ExcludeFromCapture(HWND window) noexcept;
+
+/// While it lives, what this thread shows is kept out of screen captures: our own windows from their creation, and
+/// menus, tool tips, message boxes and common dialogs before they are first seen.
+class CaptureExclusion {
+  public:
+    CaptureExclusion() noexcept;
+    ~CaptureExclusion();
+    CaptureExclusion(const CaptureExclusion&) = delete;
+    CaptureExclusion& operator=(const CaptureExclusion&) = delete;
+
+  private:
+    UniqueHook windowsOfThisThread_;
+};
+
+} // namespace vextrel
