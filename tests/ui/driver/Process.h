@@ -22,6 +22,7 @@ class Process {
 
     [[nodiscard]] DWORD Id() const { return information_.dwProcessId; }
     [[nodiscard]] HANDLE Handle() const { return information_.hProcess; }
+    [[nodiscard]] HANDLE MainThread() const { return information_.hThread; }
     [[nodiscard]] bool Runs() const;
 
     /// Waits for the end and returns the exit code.

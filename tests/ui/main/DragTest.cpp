@@ -67,11 +67,11 @@ struct Case {
 
 TEST(Drag, HandsOverWhatIsSelectedAndKeepsTheRest) {
     const Case cases[] = {
-        // Each goes on with what the one before left.
-        {L"--read=entry", true, true, {4, 4}, L"abcd", L"abcd", 4},
+        // Each goes on with what the one before left. Who reads before the button is up gets an empty text.
+        {L"--read=entry", true, true, {4, 4}, L"", L"abcd", 4},
         {L"--read=later --ansi", true, true, {1, 3}, L"bc", L"abcd", 1},
         {L"--read=drop", false, true, {1, 3}, L"bc", L"abcd", 1},
-        {L"--read=entry --ansi", true, false, {1, 3}, L"bc", L"ad", 1},
+        {L"--read=entry --ansi", true, false, {1, 3}, L"", L"ad", 1},
         {L"--read=drop", false, false, {0, 1}, L"a", L"d", 0},
         {L"--read=later", true, false, {1, 1}, L"d", L"", 0},
     };
