@@ -49,6 +49,25 @@ std::wstring PasswordOf(const App& app) {
     return text;
 }
 
+/// Pulls out of the box until the drag has begun: a loaded program may see the first move late.
+void PullOut(const App& app, Pointer& pointer, POINT from, POINT to) {
+    pointer.Pull(from, to);
+    Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+}
+
+/// Lets go. While a target is being asked, Wine may lose the button's release; as a hand does, the pointer then
+/// trembles until the drag has ended.
+void Drop(const App& app, Pointer& pointer, POINT place) {
+    pointer.MoveTo({place.x + 1, place.y}, 1, Milliseconds(40));
+    pointer.Release();
+    LONG shift = 0;
+    Await("the drag ends", [&] {
+        pointer.MoveTo({place.x + shift, place.y}, 1, Milliseconds(20));
+        shift = 1 - shift;
+        return HintOf(app) == nullptr;
+    });
+}
+
 /// Until the drag has been wound up: commands are refused before.
 void AwaitEnd(const App& app) {
     Await("the hint has gone", [&] { return HintOf(app) == nullptr; });
@@ -87,7 +106,9 @@ TEST(Drag, HandsOverWhatIsSelectedAndKeepsTheRest) {
         Switch(app, ids::mnuViewPasswordMask, c.masked);
         Switch(app, ids::mnuOptionsKeepPasswordAfterDragDrop, c.keep);
         Select(app, c.selected);
-        pointer.Drag(PlaceOf(app, c.selected.start), CentreOf(target.Field(target::dropField)));
+        const POINT field = CentreOf(target.Field(target::dropField));
+        PullOut(app, pointer, PlaceOf(app, c.selected.start), field);
+        Drop(app, pointer, field);
         Await("the drop arrives with " + Narrow(c.target), [&] { return target.Drops() == 1; });
         AwaitEnd(app);
         target.ReadNow();
@@ -112,12 +133,11 @@ TEST(Drag, TakesNothingAwayWhenNothingIsHandedOver) {
             SCOPED_TRACE(std::string(escape ? "Escape" : "refused") + (masked ? ", masked" : ", in clear"));
             Switch(app, ids::mnuViewPasswordMask, masked);
             Select(app, {1, 2});
-            pointer.Pull(PlaceOf(app, 1), field);
-            Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+            PullOut(app, pointer, PlaceOf(app, 1), field);
             if (escape)
                 Keys::Stroke(VK_ESCAPE);
             else
-                pointer.Release();
+                Drop(app, pointer, field);
             AwaitEnd(app);
             if (escape)
                 pointer.Release();
@@ -148,14 +168,14 @@ TEST(Drag, SelectsTextUntilThePointerHasLeftTheBox) {
     pointer.MoveTo(field, 12, Milliseconds(40));
     Await("the hint is there", [&] { return HintOf(app) != nullptr; });
     EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (Selection{4, 4}));
-    pointer.MoveTo({field.x + 1, field.y});
-    pointer.Release();
+    Drop(app, pointer, field);
     Await("the drop arrives", [&] { return target.Drops() == 1; });
     AwaitEnd(app);
     EXPECT_EQ(target.Text(), L"abcd");
 
     Select(app, {1, 3});
-    pointer.Drag(PlaceOf(app, 4), field);
+    PullOut(app, pointer, PlaceOf(app, 4), field);
+    Drop(app, pointer, field);
     Await("the next drop arrives", [&] { return target.Drops() == 2; });
     AwaitEnd(app);
     EXPECT_EQ(target.Text(), L"bc");
@@ -185,8 +205,7 @@ TEST(Drag, ShowsAHintThatIsInNobodysWay) {
     for (const bool inject : {false, true}) {
         SCOPED_TRACE(inject ? "injection" : "drag and drop");
         Switch(app, inject ? ids::mnuOptionsInjectMode : ids::mnuOptionsDragDrop, true);
-        pointer.Pull(CentreOf(app.PasswordBox()), field);
-        Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+        PullOut(app, pointer, CentreOf(app.PasswordBox()), field);
         const HWND hint = HintOf(app);
         EXPECT_EQ(TextOf(GetDlgItem(hint, ids::dragNoteHeader)),
                   inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:");
@@ -201,8 +220,7 @@ TEST(Drag, ShowsAHintThatIsInNobodysWay) {
             return std::abs(bounds.left - pointerNow.x - distance) <= 1 &&
                    std::abs(bounds.top - pointerNow.y - distance) <= 1;
         });
-        pointer.MoveTo({field.x + 1, field.y});
-        pointer.Release();
+        Drop(app, pointer, field);
         AwaitEnd(app);
         EXPECT_FALSE(IsWindow(hint));
         if (inject)
@@ -221,13 +239,11 @@ TEST(Drag, CarriesOutACloseRequestWhenItIsOver) {
     Pointer pointer;
     app.ClickPassword(pointer, L"ab");
     const POINT field = CentreOf(target.Field(target::dropField));
-    pointer.Pull(CentreOf(app.PasswordBox()), field);
-    Await("the hint is there", [&] { return HintOf(app) != nullptr; });
+    PullOut(app, pointer, CentreOf(app.PasswordBox()), field);
     Ask(app.Main(), WM_CLOSE);
     EXPECT_TRUE(app.Running().Runs());
     EXPECT_NE(HintOf(app), nullptr);
-    pointer.MoveTo({field.x + 1, field.y});
-    pointer.Release();
+    Drop(app, pointer, field);
     Await("the drop arrives", [&] { return target.Drops() == 1; });
     EXPECT_EQ(target.Text(), L"ab");
     EXPECT_EQ(app.Running().ExitCode(), 0U);

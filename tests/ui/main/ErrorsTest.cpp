@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cwchar>
 
 namespace vextrel::driver {
@@ -192,7 +193,13 @@ TEST_F(Errors, OfADragLeaveThePasswordWhole) {
         Order(handler);
         const POINT field = CentreOf(target.Field(target::dropField));
         pointer.Pull(CentreOf(app_.PasswordBox()), field);
-        pointer.MoveTo({field.x + 1, field.y});
+        if (drags)
+            Await("the hint is there", [&] {
+                const auto windows = app_.Running().Windows(formClass, L"");
+                return std::any_of(windows.begin(), windows.end(),
+                                   [](HWND window) { return GetDlgItem(window, ids::dragNoteHeader) != nullptr; });
+            });
+        pointer.MoveTo({field.x + 1, field.y}, 1, Milliseconds(40));
         pointer.Release();
         drops += drags;
         Await("the drop arrives", [&] { return target.Drops() == drops; });
