@@ -1,0 +1,30 @@
+#pragma once
+
+#include "driver/Sandbox.h"
+#include "windows/Subject.h"
+
+namespace vextrel::bench {
+
+/// How much is measured.
+struct Extent {
+    int pairs;
+    DWORD idleMs;
+    int clicks;
+    int operations;
+    int injections;
+};
+
+/// The real program, in a folder of its own, or the floor.
+[[nodiscard]] Subject StartProgram(const driver::Sandbox& sandbox);
+[[nodiscard]] Subject StartFloor();
+
+/// Each writes its lines of the table.
+void CompareStarts(const Extent& extent);
+void CompareClicks(const Extent& extent);
+void CompareOperations(const Extent& extent);
+void CompareInjection(const Extent& extent);
+
+/// Says which DLLs only one of the two has, if any.
+void CompareDlls();
+
+} // namespace vextrel::bench
