@@ -79,12 +79,18 @@ HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
     if (!IsOffered(*format)) {
         return DV_E_FORMATETC;
     }
-    const std::wstring_view text = open_ ? text_.View() : std::wstring_view();
+    medium->tymed = TYMED_HGLOBAL;
+    medium->pUnkForRelease = nullptr;
+    if (!open_) {
+        // One terminator of either width. Nothing to wipe: the receiver may free it by itself.
+        medium->hGlobal = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(wchar_t));
+        return medium->hGlobal != nullptr ? S_OK : E_OUTOFMEMORY;
+    }
+    const std::wstring_view text = text_.View();
     HandedMemory* const memory = format->cfFormat == CF_UNICODETEXT ? CopyWide(text) : CopyNarrow(text);
     if (memory == nullptr) {
         return E_OUTOFMEMORY;
     }
-    medium->tymed = TYMED_HGLOBAL;
     medium->hGlobal = memory->Get();
     // Our reference goes along.
     medium->pUnkForRelease = memory;
