@@ -87,12 +87,15 @@ TEST(ProtectiveLayer, TurnsInvisibleOnceWhileAnotherProgramIsInFront) {
     }
 
     // A slider that is held on the way back keeps the focus.
-    BringToFront(target.Window());
-    app.AwaitLayerAlpha(0);
     Pointer pointer;
-    pointer.MoveTo(CentreOf(app.Control(ids::sldTransparency)));
-    pointer.Press();
-    app.AwaitLayerAlpha(100);
+    Await("a press on the slider brings the keyboard to the front", [&] {
+        pointer.Release();
+        BringToFront(target.Window());
+        app.AwaitLayerAlpha(0);
+        pointer.MoveTo(CentreOf(app.Control(ids::sldTransparency)));
+        pointer.Press();
+        return WaitFor([&] { return app.LayerAlpha() == 100; }, Milliseconds(3000));
+    });
     EXPECT_EQ(app.Focus(), app.Control(ids::sldTransparency));
     pointer.Release();
 }

@@ -23,6 +23,7 @@ class Session : public App {
         : App(sandbox) {
         Await("the layer is shown", [this] { return Layer() != nullptr; });
         BringToFront(Main());
+        AwaitLayerAlpha(5); // it has noticed: until then clicks fall through to the keys
     }
 
     [[nodiscard]] HWND Key(int number) const { return Control(ids::firstKey + number - 1); }
