@@ -130,6 +130,7 @@ void frmKeyboard::FitPasswordFont() {
 }
 
 void frmKeyboard::LayOut() {
+    KeepKeysClickable();
     const WindowLayoutInput input = LayoutInput();
     layout_ = LayOutWindow(input);
     RECT client{};
@@ -318,20 +319,35 @@ LRESULT frmKeyboard::OnNotify(const NMHDR& header) {
     return 0;
 }
 
-void frmKeyboard::OnGetMinMaxInfo(MINMAXINFO& info) {
-    if (statusBar_ == nullptr) {
-        return; // while the window is being created
-    }
-    const WindowLayoutInput input = LayoutInput();
-    const Size client =
-        MinimumClientSizePx(input.frameWidthTwips, input.dpi, input.toolbarHeightPx, input.statusBarHeightPx);
+Size frmKeyboard::MinimumSize() {
     RECT outer{};
     RECT inner{};
     ::GetWindowRect(Handle(), &outer);
     ::GetClientRect(Handle(), &inner);
-    if (inner.bottom > 0) {
-        info.ptMinTrackSize.x = client.width + (outer.right - outer.left - inner.right);
-        info.ptMinTrackSize.y = client.height + (outer.bottom - outer.top - inner.bottom);
+    if (statusBar_ == nullptr || inner.bottom <= 0) {
+        return {};
+    }
+    const WindowLayoutInput input = LayoutInput();
+    const Size client =
+        MinimumClientSizePx(input.frameWidthTwips, input.dpi, input.toolbarHeightPx, input.statusBarHeightPx);
+    return {client.width + static_cast<int>(outer.right - outer.left - inner.right),
+            client.height + static_cast<int>(outer.bottom - outer.top - inner.bottom)};
+}
+
+void frmKeyboard::OnGetMinMaxInfo(MINMAXINFO& info) {
+    if (const Size smallest = MinimumSize(); smallest.width > 0) {
+        info.ptMinTrackSize = {smallest.width, smallest.height};
+    }
+}
+
+void frmKeyboard::KeepKeysClickable() {
+    // The minimum was asked for at another width: at this one, menu and toolbar may need more rows.
+    const Size smallest = MinimumSize();
+    RECT outer{};
+    ::GetWindowRect(Handle(), &outer);
+    if (outer.bottom - outer.top < smallest.height && !::IsIconic(Handle())) {
+        ::SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left, smallest.height,
+                       SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 }
 

@@ -75,6 +75,9 @@ class frmKeyboard final : public Form {
     void OnSliderMoved(HWND slider);
     LRESULT OnNotify(const NMHDR& header);
     void OnGetMinMaxInfo(MINMAXINFO& info);
+    /// At the present width, in pixels with the frame; empty while the window is being created.
+    [[nodiscard]] Size MinimumSize();
+    void KeepKeysClickable();
     void OnDpiChanged(const RECT& suggested);
     void OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void OnClose();
