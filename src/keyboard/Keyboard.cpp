@@ -300,7 +300,7 @@ void Keyboard::CheckActiveWindow() {
     DWORD process = 0;
     ::GetWindowThreadProcessId(front, &process);
     if (options_.KeepOnTop() && process != ::GetCurrentProcessId()) {
-        KeepTopmost(form_.Handle());
+        protection_.KeepTogether(true);
     }
 }
 

@@ -51,6 +51,7 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     protection_.ResetFormCover();
     ApplyRemainingSettings();
     ::ShowWindow(form_.Handle(), SW_SHOW);
+    protection_.KeepTogether(true);
     options_.RefreshToolbar();
     protection_.AllowQuestions();
 }

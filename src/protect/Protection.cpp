@@ -142,6 +142,23 @@ void Protection::FitHeight() {
     form_.LayOut();
 }
 
+void Protection::KeepTogether(bool topmost) noexcept {
+    const HWND windows[] = {form_.Handle(), cover_.Handle()};
+    const auto place = [&] {
+        for (const HWND window : windows) {
+            SetTopmostAlone(window, topmost);
+        }
+    };
+    place();
+    const auto isPlaced = [topmost](HWND window) { return IsTopmost(window) == topmost; };
+    if (!std::all_of(std::begin(windows), std::end(windows), isPlaced)) {
+        // Wine puts an owner right behind what it owns; behind the only topmost window it is not topmost itself.
+        ::SetWindowLongPtrW(cover_.Handle(), GWLP_HWNDPARENT, 0);
+        place();
+        ::SetWindowLongPtrW(cover_.Handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(form_.Handle()));
+    }
+}
+
 void Protection::ReturnToVisiblePlace() noexcept {
     if (::MonitorFromWindow(form_.Handle(), MONITOR_DEFAULTTONULL) != nullptr || ::IsIconic(form_.Handle())) {
         return;

@@ -36,6 +36,8 @@ class Protection {
     void RandomiseFormSizeAndPlacement();
     /// Sets the window's height for the present width: the toolbar has come or gone.
     void FitHeight();
+    /// Puts the main window, and the layer right above it, before all other windows or among them; activates neither.
+    void KeepTogether(bool topmost) noexcept;
     /// Brings a window that no monitor shows any more back to a visible place.
     void ReturnToVisiblePlace() noexcept;
 

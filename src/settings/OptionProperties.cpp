@@ -119,6 +119,7 @@ void OptionProperties::SetTimerInterval(std::int32_t intervalMs) {
 void OptionProperties::SetKeepOnTop(bool keepOnTop) {
     keepOnTop_ = keepOnTop;
     SetTopmost(parts_.form.Handle(), keepOnTop);
+    parts_.protection.KeepTogether(keepOnTop);
     RefreshToolbar();
 }
 

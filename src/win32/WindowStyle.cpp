@@ -9,26 +9,6 @@ void ChangeExStyle(HWND window, LONG_PTR add, LONG_PTR remove) noexcept {
     ::SetWindowLongPtrW(window, GWL_EXSTYLE, (style | add) & ~remove);
 }
 
-constexpr UINT inPlace = SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE;
-
-/// Wine moves a window's popups first and puts the window behind them, which does not make it topmost. Asked for the
-/// window alone, it does; then the popups have to come before it again.
-void InsistOnTopmost(HWND window) noexcept {
-    if ((::GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0) {
-        return;
-    }
-    ::SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, inPlace | SWP_NOOWNERZORDER);
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND popup, LPARAM owner) -> BOOL {
-            if (::GetWindow(popup, GW_OWNER) == reinterpret_cast<HWND>(owner)) {
-                ::SetWindowPos(popup, HWND_TOPMOST, 0, 0, 0, 0, inPlace | SWP_NOOWNERZORDER);
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(window));
-}
-
 } // namespace
 
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept {
@@ -46,14 +26,15 @@ void SetClickThrough(HWND window, bool clickThrough) noexcept {
 
 void SetTopmost(HWND window, bool topmost) noexcept {
     ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
-    if (topmost) {
-        InsistOnTopmost(window);
-    }
 }
 
-void KeepTopmost(HWND window) noexcept {
-    ::SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, inPlace);
-    InsistOnTopmost(window);
+bool IsTopmost(HWND window) noexcept {
+    return (::GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+}
+
+void SetTopmostAlone(HWND window, bool topmost) noexcept {
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
+                   SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
 } // namespace vextrel

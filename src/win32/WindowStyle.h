@@ -16,7 +16,8 @@ void SetClickThrough(HWND window, bool clickThrough) noexcept;
 
 /// Puts a window into the topmost band or takes it out, without moving it.
 void SetTopmost(HWND window, bool topmost) noexcept;
-/// Asserts the topmost place again, without activating anything.
-void KeepTopmost(HWND window) noexcept;
+[[nodiscard]] bool IsTopmost(HWND window) noexcept;
+/// Like SetTopmost, without activating anything and without touching its owner and what it owns.
+void SetTopmostAlone(HWND window, bool topmost) noexcept;
 
 } // namespace vextrel
