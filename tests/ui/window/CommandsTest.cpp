@@ -1,0 +1,352 @@
+#include "ui/Commands.h"
+#include "driver/App.h"
+#include "settings/OptionValues.h"
+#include "ui/ids.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace vextrel::driver {
+namespace {
+
+using Writes = std::map<std::wstring, std::wstring>;
+
+constexpr const wchar_t* persistentKeys[] = {
+    settings::saveSettings, settings::viewToolbar,        settings::keyboardLayout, settings::mouseMode,
+    settings::dragDropMode, settings::viewPasswordMask,   settings::beepOnHover,    settings::keepPassword,
+    settings::transparency, settings::hoverTimerInterval,
+};
+
+/// Fills the settings file with a value that the program never writes, so that every write shows.
+void MarkSettings(const Sandbox& sandbox) {
+    std::string bytes = "[Settings]\r\n";
+    for (const wchar_t* key : persistentKeys)
+        bytes += Narrow(key) + "=?\r\n";
+    sandbox.Write(bytes);
+}
+
+Writes WritesSinceMark(const Sandbox& sandbox) {
+    Writes writes;
+    for (const wchar_t* key : persistentKeys)
+        if (const std::wstring value = sandbox.Setting(key); value != L"?")
+            writes[key] = value;
+    return writes;
+}
+
+/// The first command whose mark or button does not show the snapshot's state; 0 if all do. Of the menu, which is slow
+/// to ask, only what differs from another snapshot, if one is given.
+int WrongState(const App& app, const CommandSnapshot& expected, const CommandSnapshot* before) {
+    for (const Menu& menu : MenuBar())
+        for (const MenuItem& item : menu.items)
+            if (const CommandState state = StateOfCommand(item.id, expected);
+                item.id != 0 && !(before && state == StateOfCommand(item.id, *before)) &&
+                app.Checked(item.id) != state.checked)
+                return item.id;
+    for (const ToolButton& tool : ToolButtons())
+        if (((app.ToolState(tool.id) & TBSTATE_CHECKED) != 0) != StateOfCommand(tool.id, expected).checked)
+            return tool.id;
+    return 0;
+}
+
+void AwaitState(const App& app, const CommandSnapshot& expected, const CommandSnapshot* before = nullptr) {
+    int wrong = 0;
+    EXPECT_TRUE(WaitFor([&] { return (wrong = WrongState(app, expected, before)) == 0; })) << "state of " << wrong;
+}
+
+void Choose(const App& app, int command, int answer) {
+    if (answer == 0) {
+        Ask(app.Main(), WM_COMMAND, static_cast<WPARAM>(command));
+        return;
+    }
+    app.Command(command);
+    const HWND dialog = app.AwaitDialog();
+    Check(PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(answer), 0) != FALSE, "answering");
+    Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()) != FALSE; });
+}
+
+bool IsTopmost(const App& app) {
+    return (GetWindowLongPtrW(app.Main(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+}
+
+struct Step {
+    int command;
+    int answer; ///< the button of the question that comes up; 0: none comes
+    Writes writes;
+    void (*change)(CommandSnapshot&); ///< what becomes different; null: nothing
+    bool (*effect)(const App&) = nullptr;
+};
+
+TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
+    using S = CommandSnapshot;
+    constexpr auto standard = [](S& s) { s.inputMode = InputMode::Standard; };
+    constexpr auto hover = [](S& s) { s.inputMode = InputMode::Hover; };
+    constexpr auto hidden = [](S& s) { s.inputMode = InputMode::HiddenMouseAndHover; };
+    constexpr auto inject = [](S& s) { s.dragDropMode = DragDropMode::Inject; };
+    constexpr auto dragDrop = [](S& s) { s.dragDropMode = DragDropMode::DragDrop; };
+    constexpr auto beep = [](S& s) { s.beepOnHover = !s.beepOnHover; };
+    constexpr auto keep = [](S& s) { s.keepPassword = !s.keepPassword; };
+    constexpr auto mask = [](S& s) { s.textIsMasked = !s.textIsMasked; };
+    constexpr auto top = [](S& s) { s.keepOnTop = !s.keepOnTop; };
+    constexpr auto toolbar = [](S& s) { s.toolbarShown = !s.toolbarShown; };
+    constexpr auto save = [](S& s) { s.saveSettings = !s.saveSettings; };
+    constexpr auto labelShown = [](const App& app) { return app.Visible(ids::lblHoverDelay); };
+    constexpr auto labelHidden = [](const App& app) { return !app.Visible(ids::lblHoverDelay); };
+    const Writes standardMode{{settings::mouseMode, L"Standard Mode"}};
+    const Writes hoverMode{{settings::mouseMode, L"Hover Entry Mode"}};
+    const Writes hiddenMode{{settings::mouseMode, L"Hover Entry and Hide Mouse"}};
+    const auto delay = [](const wchar_t* ms) { return Writes{{settings::hoverTimerInterval, ms}}; };
+    const Writes none;
+
+    const std::vector<Step> steps{
+        {ids::mnuModeStandard, 0, none, nullptr, labelHidden},
+        {ids::mnuModeHover, 0, hoverMode, hover, labelShown},
+        {ids::mnuModeHover, 0, none, nullptr},
+        {ids::toolHover, 0, none, nullptr},
+        {ids::toolHideMouse, IDCANCEL, none, nullptr, labelShown},
+        {ids::mnuModeHiddenMouseAndHover, IDOK, hiddenMode, hidden, labelShown},
+        {ids::mnuModeHiddenMouseAndHover, 0, none, nullptr},
+        {ids::toolStandard, 0, standardMode, standard, labelHidden},
+        {ids::hoverDelayHalfSecond, 0,
+         Writes{{settings::mouseMode, L"Hover Entry Mode"}, {settings::hoverTimerInterval, L"500"}}, hover, labelShown},
+        {ids::hoverDelayOneSecond, 0, delay(L"1000"), nullptr},
+        {ids::hoverDelayOneAndAHalfSeconds, 0, delay(L"1500"), nullptr},
+        {ids::hoverDelayTwoSeconds, 0, delay(L"2000"), nullptr,
+         [](const App& app) { return Ask(app.Control(ids::sldHoverDelay), TBM_GETPOS) == 2000; }},
+        {ids::mnuModeStandard, 0, standardMode, standard, labelHidden},
+        {ids::toolHover, 0, hoverMode, hover},
+        {ids::toolHideMouse, IDOK, hiddenMode, hidden},
+        {ids::mnuModeStandard, 0, standardMode, standard},
+
+        {ids::toolInject, 0, {{settings::dragDropMode, L"Inject"}}, inject},
+        {ids::mnuOptionsDragDrop, 0, {{settings::dragDropMode, L"Drag Drop"}}, dragDrop},
+        {ids::mnuOptionsInjectMode, 0, {{settings::dragDropMode, L"Inject"}}, inject},
+        {ids::toolInject, 0, {{settings::dragDropMode, L"Drag Drop"}}, dragDrop},
+
+        {ids::mnuViewPasswordMask,
+         0,
+         {{settings::viewPasswordMask, L"False"}},
+         mask,
+         [](const App& app) { return app.Visible(ids::txtText) && !app.Visible(ids::txtPassword); }},
+        {ids::toolToggleMask,
+         0,
+         {{settings::viewPasswordMask, L"True"}},
+         mask,
+         [](const App& app) { return !app.Visible(ids::txtText) && app.Visible(ids::txtPassword); }},
+        {ids::mnuOptionsBeepOnHover, 0, {{settings::beepOnHover, L"True"}}, beep},
+        {ids::toolBeep, 0, {{settings::beepOnHover, L"False"}}, beep},
+        {ids::mnuOptionsKeepPasswordAfterDragDrop, 0, {{settings::keepPassword, L"True"}}, keep},
+        {ids::toolKeepPassword, 0, {{settings::keepPassword, L"False"}}, keep},
+        {ids::mnuFileKeepOnTop, 0, none, top, [](const App& app) { return !IsTopmost(app); }},
+        {ids::toolKeepOnTop, 0, none, top, IsTopmost},
+        {ids::mnuViewToolbar,
+         0,
+         {{settings::viewToolbar, L"False"}},
+         toolbar,
+         [](const App& app) { return !app.Visible(ids::tbToolbar); }},
+        {ids::mnuViewToolbar,
+         0,
+         {{settings::viewToolbar, L"True"}},
+         toolbar,
+         [](const App& app) { return app.Visible(ids::tbToolbar); }},
+
+        {ids::toolScrambleOnScreen, 0, none, nullptr, [](const App& app) { return app.FindKey(L"q") != nullptr; }},
+        {ids::toolScrambleAll, 0, none, nullptr, [](const App& app) { return app.FindKey(L"q") != nullptr; }},
+        {ids::toolDvorak, 0, none, nullptr, [](const App& app) { return app.Text(ids::firstKey + 16) == L"q"; }},
+        {ids::toolUnscramble, 0, none, nullptr},
+        {ids::toolObsfucate, 0, none, nullptr, [](const App& app) { return app.Text(ids::txtPassword) == L"*"; }},
+        {ids::toolRefresh, 0, none, nullptr},
+        {ids::toolClear, 0, none, nullptr, [](const App& app) { return app.Text(ids::txtPassword).empty(); }},
+
+        {ids::mnuKeyboardLayoutLastSaved,
+         0,
+         {{settings::keyboardLayout, L"Config"}},
+         [](S& s) { s.layout = LayoutMark::LastSaved; }},
+        {ids::mnuKeyboardLayoutEnglish,
+         0,
+         {{settings::keyboardLayout, L"English"}},
+         [](S& s) { s.layout = LayoutMark::English; }},
+        {ids::mnuKeyboardLayoutImport, IDCANCEL, none, nullptr},
+        {ids::mnuKeyboardCreateNewLayoutFile, IDCANCEL, none, nullptr},
+
+        {ids::mnuOptionsSaveSettingsInINI, IDNO, none, save},
+        {ids::toolBeep, 0, none, beep},
+        {ids::toolInject, 0, none, inject},
+        {ids::hoverDelayOneSecond, 0, none, hover},
+        {ids::mnuOptionsSaveSettingsInINI, 0, {{settings::saveSettings, L"True"}}, save},
+        {ids::toolInject, 0, {{settings::dragDropMode, L"Drag Drop"}}, dragDrop},
+        {ids::mnuOptionsSaveSettingsInINI, IDYES, {{settings::saveSettings, L"False"}}, save},
+        {ids::mnuViewPasswordMask, 0, none, mask},
+    };
+
+    const Sandbox sandbox;
+    const App app(sandbox);
+    Pointer pointer;
+    pointer.MoveTo({0, 0}); // hover entry must not find it over a key
+    CommandSnapshot state;
+    state.layout = LayoutMark::English;
+    AwaitState(app, state);
+    Ask(app.Control(ids::txtPassword), WM_CHAR, 'a');
+
+    for (std::size_t number = 0; number < steps.size(); ++number) {
+        const Step& step = steps[number];
+        SCOPED_TRACE(testing::Message() << "step " << number << ", command " << step.command);
+        MarkSettings(sandbox);
+        Choose(app, step.command, step.answer);
+        const CommandSnapshot before = state;
+        if (step.change)
+            step.change(state);
+        AwaitState(app, state, &before);
+        EXPECT_EQ(WritesSinceMark(sandbox), step.writes);
+        EXPECT_TRUE(!step.effect || WaitFor([&] { return step.effect(app); }));
+    }
+    AwaitState(app, state);
+    Ask(app.Main(), WM_COMMAND, ids::mnuFileExit);
+    EXPECT_EQ(app.Running().ExitCode(), 0U);
+}
+
+TEST(Commands, WhatTheySetIsThereAfterARestart) {
+    const Sandbox sandbox;
+    CommandSnapshot state;
+    {
+        const App app(sandbox);
+        for (const int command :
+             {ids::hoverDelayOneAndAHalfSeconds, ids::toolInject, ids::toolToggleMask, ids::toolBeep,
+              ids::toolKeepPassword, ids::mnuViewToolbar, ids::mnuKeyboardLayoutLastSaved})
+            Choose(app, command, 0);
+        Choose(app, ids::mnuModeHiddenMouseAndHover, IDOK);
+        Ask(app.Control(ids::sldTransparency), WM_KEYDOWN, VK_HOME);
+        EXPECT_EQ(app.Close(), 0U);
+    }
+    const std::optional<std::string> saved = sandbox.Read();
+    const App app(sandbox);
+    state = {.inputMode = InputMode::HiddenMouseAndHover,
+             .dragDropMode = DragDropMode::Inject,
+             .textIsMasked = false,
+             .beepOnHover = true,
+             .keepPassword = true,
+             .toolbarShown = false,
+             .layout = LayoutMark::LastSaved};
+    AwaitState(app, state);
+    EXPECT_EQ(Ask(app.Control(ids::sldHoverDelay), TBM_GETPOS), 1500);
+    EXPECT_EQ(Ask(app.Control(ids::sldTransparency), TBM_GETPOS), 20);
+    EXPECT_EQ(sandbox.Read(), saved) << "a start writes back what it read";
+}
+
+TEST(Commands, OnlyTheStartWritesWhileSavingIsOff) {
+    const Sandbox sandbox;
+    sandbox.Write("[Settings]\r\nSave Settings in INI=False\r\nMouseMode=hover entry mode\r\n");
+    const App app(sandbox);
+    CommandSnapshot state;
+    state.layout = LayoutMark::English;
+    state.saveSettings = false;
+    AwaitState(app, state);
+    EXPECT_EQ(sandbox.Setting(settings::transparency), L"252");
+    EXPECT_EQ(sandbox.Setting(settings::mouseMode), L"hover entry mode");
+    const std::optional<std::string> before = sandbox.Read();
+    Choose(app, ids::toolHover, 0);
+    Choose(app, ids::mnuViewToolbar, 0);
+    Ask(app.Control(ids::sldTransparency), WM_KEYDOWN, VK_HOME);
+    EXPECT_EQ(sandbox.Read(), before);
+}
+
+TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
+    const Sandbox sandbox;
+    sandbox.Write("[Settings]\r\nHover Timer Interval=137\r\nTransparency=131\r\n");
+    const App app(sandbox);
+    const HWND hover = app.Control(ids::sldHoverDelay);
+    const HWND opacity = app.Control(ids::sldTransparency);
+    const auto alpha = [&] {
+        BYTE value = 0;
+        DWORD flags = 0;
+        GetLayeredWindowAttributes(app.Main(), nullptr, &value, &flags);
+        return int{value};
+    };
+    EXPECT_EQ(Ask(hover, TBM_GETPOS), 500) << "the nearer end";
+    EXPECT_EQ(Ask(opacity, TBM_GETPOS), 51) << "the nearest position";
+    EXPECT_EQ(alpha(), 131);
+    EXPECT_EQ(sandbox.Setting(settings::hoverTimerInterval), L"137");
+    EXPECT_EQ(sandbox.Setting(settings::transparency), L"131");
+
+    const struct {
+        HWND slider;
+        WPARAM key;
+        int position;
+        const wchar_t* written;
+    } strokes[] = {
+        {hover, VK_RIGHT, 600, L"600"},  {hover, VK_NEXT, 1100, L"1100"}, {hover, VK_END, 2000, L"2000"},
+        {hover, VK_HOME, 500, L"500"},   {opacity, VK_LEFT, 50, L"128"},  {opacity, VK_END, 100, L"255"},
+        {opacity, VK_PRIOR, 90, L"230"}, {opacity, VK_HOME, 20, L"51"},
+    };
+    for (const auto& [slider, key, position, written] : strokes) {
+        SCOPED_TRACE(testing::Message() << position << " by key " << key);
+        Ask(slider, WM_KEYDOWN, key);
+        EXPECT_EQ(Ask(slider, TBM_GETPOS), position);
+        EXPECT_EQ(sandbox.Setting(slider == hover ? settings::hoverTimerInterval : settings::transparency), written);
+        EXPECT_TRUE(slider == hover || std::to_wstring(alpha()) == written) << alpha();
+    }
+
+    Pointer pointer;
+    const RECT bounds = BoundsOf(hover);
+    pointer.Drag({bounds.left + (bounds.bottom - bounds.top) / 2 - 2, (bounds.top + bounds.bottom) / 2},
+                 {bounds.right + 40, (bounds.top + bounds.bottom) / 2});
+    EXPECT_TRUE(WaitFor([&] { return sandbox.Setting(settings::hoverTimerInterval) == L"2000"; }))
+        << sandbox.Setting(settings::hoverTimerInterval).c_str();
+}
+
+TEST(Commands, ProtectiveLayerFollowsItsTable) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    const auto alpha = [&] {
+        BYTE value = 0;
+        DWORD flags = 0;
+        GetLayeredWindowAttributes(app.Layer(), nullptr, &value, &flags);
+        return int{value};
+    };
+    constexpr const wchar_t* cancel = nullptr;
+    const struct {
+        int whileAsked; ///< -1: nothing is asked
+        const wchar_t* answer;
+        int afterwards;
+    } rows[] = {
+        {100, cancel, 0}, {-1, cancel, 5},    {100, L"99999999999", 0},
+        {-1, cancel, 5},  {100, L"150", 150}, {-1, cancel, 5},
+        {150, L"x", 150}, {-1, cancel, 5},    {150, L"300", 150},
+        {-1, cancel, 5},  {5, L"7", 7},       {-1, cancel, 5},
+        {7, L"5", 5},     {-1, cancel, 5},
+    };
+    for (std::size_t number = 0; number < std::size(rows); ++number) {
+        const auto& [whileAsked, answer, afterwards] = rows[number];
+        SCOPED_TRACE(testing::Message() << "row " << number);
+        app.Command(ids::mnuViewProtectiveLayer);
+        if (whileAsked >= 0) {
+            const HWND question = app.Running().AwaitWindow(formClass, L"Transparency Value");
+            EXPECT_EQ(alpha(), whileAsked);
+            EXPECT_EQ(TextOf(GetDlgItem(question, ids::inputBoxText)), L"100");
+            if (answer)
+                Ask(GetDlgItem(question, ids::inputBoxText), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(answer));
+            PostMessageW(question, WM_COMMAND, answer ? IDOK : IDCANCEL, 0);
+            Await("the question has gone", [&] { return !IsWindow(question); });
+        }
+        EXPECT_TRUE(WaitFor([&] { return alpha() == afterwards; })) << alpha();
+        EXPECT_TRUE(WaitFor([&] { return app.Checked(ids::mnuViewProtectiveLayer) == (whileAsked >= 0); }));
+    }
+}
+
+TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    app.Command(ids::mnuHelpAbout);
+    const HWND about = app.Running().AwaitWindow(formClass, L"About Vextrel");
+    EXPECT_NE(TextOf(GetDlgItem(about, ids::aboutProtections)).find(L"Password masked"), std::wstring::npos);
+    bool versionShown = false;
+    for (HWND child = GetWindow(about, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        versionShown = versionShown || TextOf(child).starts_with(L"Version ");
+    EXPECT_TRUE(versionShown);
+    EXPECT_FALSE(IsWindowEnabled(app.Main()));
+    EXPECT_EQ(app.Close(), 0U);
+}
+
+} // namespace
+} // namespace vextrel::driver

@@ -1,0 +1,208 @@
+#include "base/Geometry.h"
+#include "driver/App.h"
+#include "driver/Remote.h"
+#include "driver/Target.h"
+#include "ui/Commands.h"
+#include "ui/ids.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+namespace vextrel::driver {
+namespace {
+
+constexpr int firstKeyId = ids::firstKey;
+
+RECT KeyBounds(const App& app, int number) {
+    return BoundsOf(app.Control(firstKeyId + number - 1));
+}
+
+int Width(const RECT& area) {
+    return area.right - area.left;
+}
+int Height(const RECT& area) {
+    return area.bottom - area.top;
+}
+
+/// The layer covers the keys to the pixel: from the first key to Enter's right edge and the space bar's lower one.
+bool LayerIsInPlace(const App& app) {
+    const RECT first = KeyBounds(app, 1);
+    const RECT keys{first.left, first.top, KeyBounds(app, 29).right, KeyBounds(app, 57).bottom};
+    const RECT layer = app.Layer() ? BoundsOf(app.Layer()) : RECT{};
+    return EqualRect(&layer, &keys) != FALSE;
+}
+
+RECT ScreenOf(const App& app) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(app.Main(), MONITOR_DEFAULTTONEAREST), &monitor);
+    return monitor.rcMonitor;
+}
+
+void Resize(const App& app, int width, int height) {
+    SetWindowPos(app.Main(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Ask(app.Main(), WM_NULL);
+}
+
+TEST(Geometry, LayerFollowsEveryChangeOfTheWindow) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    const auto expectInPlace = [&](const char* after) {
+        EXPECT_TRUE(WaitFor([&] { return LayerIsInPlace(app); })) << after;
+    };
+    expectInPlace("the start");
+    EXPECT_EQ(GetWindowLongPtrW(app.Main(), GWL_STYLE) & WS_MAXIMIZEBOX, 0);
+    app.MoveTo({61, 47});
+    expectInPlace("a move");
+    Resize(app, 701, 433);
+    expectInPlace("a new size");
+
+    const RECT before = BoundsOf(app.Main());
+    const RECT key = KeyBounds(app, 17);
+    const int toolbarHeight = Height(BoundsOf(app.Control(ids::tbToolbar)));
+    Ask(app.Main(), WM_COMMAND, ids::mnuViewToolbar);
+    EXPECT_EQ(Height(BoundsOf(app.Main())), Height(before) - toolbarHeight);
+    EXPECT_EQ(Width(KeyBounds(app, 17)), Width(key));
+    EXPECT_EQ(Height(KeyBounds(app, 17)), Height(key));
+    expectInPlace("hiding the toolbar");
+    Ask(app.Main(), WM_COMMAND, ids::mnuViewToolbar);
+    EXPECT_EQ(Height(BoundsOf(app.Main())), Height(before));
+    expectInPlace("showing the toolbar");
+
+    const RECT suggested{90, 80, 90 + 840, 80 + 500};
+    const RemoteMemory memory(app.Running(), sizeof suggested);
+    memory.Write(&suggested, sizeof suggested);
+    Ask(app.Main(), WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(memory.Address()));
+    EXPECT_TRUE(WaitFor([&] {
+        const RECT now = BoundsOf(app.Main());
+        return EqualRect(&now, &suggested) != FALSE;
+    }));
+    expectInPlace("another DPI");
+
+    SetWindowPos(app.Main(), nullptr, 9000, 9000, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Ask(app.Main(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
+    EXPECT_TRUE(WaitFor([&] { return MonitorFromWindow(app.Main(), MONITOR_DEFAULTTONULL) != nullptr; }));
+    expectInPlace("the way back to the screen");
+}
+
+TEST(Geometry, SmallestWindowShowsEverything) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    app.MoveTo({50, 50});
+    Resize(app, 10, 10);
+    RECT client{};
+    GetClientRect(app.Main(), &client);
+    MapWindowPoints(app.Main(), nullptr, reinterpret_cast<POINT*>(&client), 2);
+    const int smallestKey = MulDiv(16, static_cast<int>(GetDpiForWindow(app.Main())), USER_DEFAULT_SCREEN_DPI);
+    for (int id = ids::txtPassword; id <= ids::StatusBar1; ++id) {
+        if (const HWND control = GetDlgItem(app.Main(), id); control && id != ids::txtSetup) {
+            const RECT bounds = BoundsOf(control);
+            RECT inside{};
+            EXPECT_TRUE(IntersectRect(&inside, &bounds, &client) && EqualRect(&inside, &bounds)) << id;
+        }
+    }
+    for (const int number : {1, 13, 17, 43, 57}) {
+        EXPECT_GE(Width(KeyBounds(app, number)), smallestKey);
+        EXPECT_GE(Height(KeyBounds(app, number)), smallestKey);
+    }
+    const RECT bar = BoundsOf(app.Control(ids::tbToolbar));
+    for (const ToolButton& tool : ToolButtons())
+        EXPECT_TRUE(PtInRect(&bar, app.ToolPlace(tool.id))) << tool.id;
+}
+
+TEST(Geometry, RefreshGivesNewSizesAndPlacesOnTheScreen) {
+    const Sandbox sandbox;
+    std::vector<RECT> seen;
+    const auto look = [&](const App& app) {
+        const RECT bounds = BoundsOf(app.Main());
+        const RECT screen = ScreenOf(app);
+        const int dpi = static_cast<int>(GetDpiForWindow(app.Main()));
+        EXPECT_GE(bounds.left, screen.left + PixelsFromTwips(400, dpi));
+        EXPECT_GE(bounds.top, screen.top);
+        EXPECT_LE(bounds.right, screen.right - PixelsFromTwips(1100, dpi) + 1);
+        EXPECT_LE(bounds.bottom, screen.bottom);
+        EXPECT_GE(Width(bounds), PixelsFromTwips(5500 - 15 * 15, dpi));
+        EXPECT_LE(Width(bounds), Width(screen) / 2 + PixelsFromTwips(15 * 15, dpi));
+        EXPECT_TRUE(WaitFor([&] { return LayerIsInPlace(app); }));
+        seen.push_back(bounds);
+    };
+    for (int start = 0; start < 2; ++start) {
+        const App app(sandbox);
+        look(app);
+        for (int round = 0; round < 6; ++round) {
+            Ask(app.Main(), WM_COMMAND, ids::toolRefresh);
+            look(app);
+        }
+        EXPECT_EQ(app.Close(), 0U);
+    }
+    for (std::size_t i = 0; i < seen.size(); ++i)
+        for (std::size_t k = 0; k < i; ++k)
+            EXPECT_FALSE(EqualRect(&seen[i], &seen[k])) << i << " as " << k;
+}
+
+/// Of two windows the one that is nearer to the user.
+HWND UpperOf(HWND a, HWND b) {
+    for (HWND window = GetTopWindow(nullptr); window; window = GetWindow(window, GW_HWNDNEXT))
+        if (window == a || window == b)
+            return window;
+    return nullptr;
+}
+
+TEST(Geometry, KeepOnTopReassertsItselfOncePerChangeOfTheForeground) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    Pointer pointer;
+    pointer.MoveTo({0, 0}); // over the keys it would bring the window to the front
+    const Target target(L"--topmost");
+    const HWND other = target.Window();
+    Await("the other program is in front", [&] { return GetForegroundWindow() == other; });
+    EXPECT_TRUE(WaitFor([&] { return UpperOf(app.Main(), other) == app.Main(); }));
+
+    SetWindowPos(other, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_FALSE(WaitFor([&] { return UpperOf(app.Main(), other) == app.Main(); }, Milliseconds(1000)));
+
+    Ask(app.Main(), WM_COMMAND, ids::mnuFileKeepOnTop);
+    app.Activate();
+    SetForegroundWindow(other);
+    SetWindowPos(other, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    EXPECT_FALSE(WaitFor([&] { return UpperOf(app.Main(), other) == app.Main(); }, Milliseconds(1000)));
+}
+
+TEST(Geometry, KeyboardReachesMenusAndControlsAndEveryControlHasItsName) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    const auto focused = [&] {
+        GUITHREADINFO information{};
+        information.cbSize = sizeof information;
+        GetGUIThreadInfo(GetWindowThreadProcessId(app.Main(), nullptr), &information);
+        return GetDlgCtrlID(information.hwndFocus);
+    };
+    app.Activate();
+    for (const int id :
+         {ids::txtPassword, ids::sldHoverDelay, ids::sldTransparency, ids::tbToolbar, ids::txtPassword}) {
+        EXPECT_TRUE(WaitFor([&] { return focused() == id; })) << focused() << " instead of " << id;
+        Keys::Stroke(VK_TAB);
+    }
+    Keys::Stroke('V', {VK_MENU});
+    Await("the menu opens", [&] { return app.Running().Window(L"#32768") != nullptr; });
+    Keys::Stroke('T');
+    EXPECT_TRUE(WaitFor([&] { return !app.Visible(ids::tbToolbar); }));
+    Ask(app.Main(), WM_COMMAND, ids::mnuViewToolbar);
+
+    for (const auto& [slider, label, text] : {std::tuple{ids::sldHoverDelay, ids::lblHoverDelay, L"Hover delay"},
+                                              std::tuple{ids::sldTransparency, ids::lblTransparency, L"Opacity"}}) {
+        EXPECT_EQ(GetWindow(app.Control(slider), GW_HWNDPREV), app.Control(label));
+        EXPECT_EQ(app.Text(label), text);
+    }
+    const RemoteMemory memory(app.Running(), 256 * sizeof(wchar_t));
+    for (const ToolButton& tool : ToolButtons()) {
+        wchar_t text[256]{};
+        Ask(app.Control(ids::tbToolbar), TB_GETBUTTONTEXTW, static_cast<WPARAM>(tool.id),
+            reinterpret_cast<LPARAM>(memory.Address()));
+        memory.Read(text, sizeof text);
+        EXPECT_STREQ(text, tool.toolTip);
+    }
+}
+
+} // namespace
+} // namespace vextrel::driver
