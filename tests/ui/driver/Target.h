@@ -13,6 +13,7 @@ class Target {
   public:
     explicit Target(const std::wstring& options = {});
 
+    [[nodiscard]] const Process& Running() const { return process_; }
     [[nodiscard]] HWND Window() const { return window_; }
     [[nodiscard]] HWND Field(int id) const;
     [[nodiscard]] std::wstring Text(int id = target::dropField) const;

@@ -8,6 +8,7 @@
 ///                                   which may come long after the source's drag has ended
 ///          --ansi                   asks for CF_TEXT instead of CF_UNICODETEXT
 ///          --refuse                 takes no drops
+///          --close-on-click         a click into editField destroys the window
 ///          --topmost
 ///          --at=X,Y                 place of the window, in pixels
 namespace vextrel::target {
@@ -18,6 +19,10 @@ inline constexpr int dropField = 101;  ///< edit field, shows the text that was 
 inline constexpr int editField = 102;  ///< ordinary edit field
 inline constexpr int charRecord = 103; ///< the UTF-16 units that came to editField as WM_CHAR, in hex: "0041 0062 "
 inline constexpr int dropCount = 104;  ///< how many drops it has had, refused ones not counted
+
+/// The keys that came to editField, by virtual-key code: "+10 +41 -41 -10 ". System keys (Alt, F10) are recorded and do
+/// nothing else.
+inline constexpr int keyRecord = 105;
 
 inline constexpr UINT readNow = WM_APP + 1;
 

@@ -16,6 +16,7 @@ using namespace vextrel::target;
 
 struct Options {
     DropOptions drop;
+    bool closeOnClick = false;
     bool topmost = false;
     int x = 40;
     int y = 40;
@@ -33,6 +34,8 @@ Options Parse(int argc, wchar_t** argv) {
             options.drop.ansi = true;
         else if (option == L"--refuse")
             options.drop.refuse = true;
+        else if (option == L"--close-on-click")
+            options.closeOnClick = true;
         else if (option == L"--topmost")
             options.topmost = true;
         else if (option.rfind(L"--at=", 0) == 0)
@@ -47,14 +50,30 @@ HWND AddField(HWND parent, const wchar_t* label, int id, int top, DWORD style) {
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
 }
 
-LRESULT CALLBACK RecordCharacters(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
-                                  DWORD_PTR /*data*/) noexcept {
-    if (message == WM_CHAR) {
-        wchar_t unit[8];
-        std::swprintf(unit, std::size(unit), L"%04X ", static_cast<unsigned>(wParam));
-        const HWND record = GetDlgItem(GetParent(field), charRecord);
-        SendMessageW(record, EM_SETSEL, 0x7FFF, 0x7FFF);
-        SendMessageW(record, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(unit));
+void Append(HWND field, const wchar_t* format, WPARAM value) noexcept {
+    wchar_t entry[8];
+    std::swprintf(entry, std::size(entry), format, static_cast<unsigned>(value));
+    SendMessageW(field, EM_SETSEL, 0x7FFF, 0x7FFF);
+    SendMessageW(field, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(entry));
+}
+
+LRESULT CALLBACK RecordKeys(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
+                            DWORD_PTR closeOnClick) noexcept {
+    const HWND window = GetParent(field);
+    switch (message) {
+    case WM_CHAR: Append(GetDlgItem(window, charRecord), L"%04X ", wParam); break;
+    case WM_KEYDOWN: Append(GetDlgItem(window, keyRecord), L"+%02X ", wParam); break;
+    case WM_KEYUP: Append(GetDlgItem(window, keyRecord), L"-%02X ", wParam); break;
+    // Left alone, they would open the window's menu, which takes the keys that follow.
+    case WM_SYSKEYDOWN: Append(GetDlgItem(window, keyRecord), L"+%02X ", wParam); return 0;
+    case WM_SYSKEYUP: Append(GetDlgItem(window, keyRecord), L"-%02X ", wParam); return 0;
+    case WM_LBUTTONDOWN:
+        if (closeOnClick != 0) {
+            DestroyWindow(window);
+            return 0;
+        }
+        break;
+    default: break;
     }
     return DefSubclassProc(field, message, wParam, lParam);
 }
@@ -79,14 +98,15 @@ HWND CreateTarget(const Options& options) {
     definition.lpszClassName = windowClass;
     RegisterClassW(&definition);
     const HWND window = CreateWindowExW(options.topmost ? WS_EX_TOPMOST : 0, windowClass, L"Drop target",
-                                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, options.x, options.y, 480, 200,
+                                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, options.x, options.y, 480, 235,
                                         nullptr, nullptr, definition.hInstance, nullptr);
     AddField(window, L"Drop here:", dropField, 10, ES_AUTOHSCROLL);
     const HWND edit = AddField(window, L"Type here:", editField, 45, ES_AUTOHSCROLL);
     AddField(window, L"Characters:", charRecord, 80, ES_AUTOHSCROLL | ES_READONLY);
     AddField(window, L"Drops:", dropCount, 115, ES_READONLY);
     SetDlgItemInt(window, dropCount, 0, FALSE);
-    SetWindowSubclass(edit, RecordCharacters, 1, 0);
+    AddField(window, L"Keys:", keyRecord, 150, ES_AUTOHSCROLL | ES_READONLY);
+    SetWindowSubclass(edit, RecordKeys, 1, options.closeOnClick ? 1 : 0);
     return window;
 }
 
