@@ -14,13 +14,15 @@ constexpr GUID propertyName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e,
 
 } // namespace
 
-void SetAccessibleName(HWND control, const wchar_t* name) noexcept {
+void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept {
     IAccPropServices* services = nullptr;
     if (FAILED(::CoCreateInstance(classOfAccPropServices, nullptr, CLSCTX_INPROC_SERVER, interfaceOfAccPropServices,
                                   reinterpret_cast<void**>(&services)))) {
         return;
     }
-    services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, propertyName, name);
+    for (const auto& [control, name] : names) {
+        services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, propertyName, name);
+    }
     services->Release();
 }
 

@@ -2,10 +2,18 @@
 
 #include "win32/Windows.h"
 
+#include <initializer_list>
+
 namespace vextrel {
 
-/// Gives a control the name that a screen reader says, where its text would mislead or is missing. A system without
-/// the annotation service leaves the control as it is.
-void SetAccessibleName(HWND control, const wchar_t* name) noexcept;
+/// A control and the name that a screen reader says for it.
+struct AccessibleName {
+    HWND control;
+    const wchar_t* name;
+};
+
+/// Names controls where their text would mislead or is missing. A system without the annotation service leaves them as
+/// they are.
+void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept;
 
 } // namespace vextrel

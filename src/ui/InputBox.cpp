@@ -19,7 +19,7 @@ void InputBox::CreateControls() {
                         ids::inputBoxText);
     AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, {188, 84, 273, 108}, IDOK);
     AddControl(WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON, 0, {281, 84, 366, 108}, IDCANCEL);
-    SetAccessibleName(field_, prompt_.c_str());
+    SetAccessibleNames({{field_, prompt_.c_str()}});
     ::SendMessageW(field_, EM_SETSEL, 0, -1);
     ::SetFocus(field_);
 }

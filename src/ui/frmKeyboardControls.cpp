@@ -76,12 +76,12 @@ void frmKeyboard::AddToolTips() {
 }
 
 void frmKeyboard::NameControls() noexcept {
-    SetAccessibleName(txtPassword_.Handle(), L"Password, masked");
-    SetAccessibleName(txtText_.Handle(), L"Password, in clear");
-    SetAccessibleName(sldHoverDelay_, L"Hover delay");
-    SetAccessibleName(sldTransparency_, L"Opacity");
-    SetAccessibleName(toolbar_.Handle(), L"Toolbar");
-    SetAccessibleName(Key(keys::space).Handle(), L"space");
+    SetAccessibleNames({{txtPassword_.Handle(), L"Password, masked"},
+                        {txtText_.Handle(), L"Password, in clear"},
+                        {sldHoverDelay_, L"Hover delay"},
+                        {sldTransparency_, L"Opacity"},
+                        {toolbar_.Handle(), L"Toolbar"},
+                        {Key(keys::space).Handle(), L"space"}});
 }
 
 } // namespace vextrel
