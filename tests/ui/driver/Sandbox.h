@@ -10,8 +10,8 @@ namespace vextrel::driver {
 class Sandbox {
   public:
     /// Copies the program from where the build leaves it, or from the path in the environment variable VEXTREL_EXE.
-    /// `folderName`, if given, becomes the name of the program's folder; `testBuild` names a build of the program beside
-    /// the tests that takes its place.
+    /// `folderName`, if given, becomes the name of the program's folder; `testBuild` names a build of the program
+    /// beside the tests that takes its place.
     explicit Sandbox(const std::wstring& folderName = {}, const std::wstring& testBuild = {});
     ~Sandbox();
     Sandbox(const Sandbox&) = delete;
