@@ -2,6 +2,18 @@
 
 namespace vextrel {
 
+namespace {
+
+/// A layer that takes no input lets the mouse through: a modal window may come to lie beneath it where the system does
+/// not make what a topmost window owns topmost, too.
+void LetInputThrough(HWND layer, bool through) noexcept {
+    ::EnableWindow(layer, through ? FALSE : TRUE);
+    const LONG_PTR style = ::GetWindowLongPtrW(layer, GWL_EXSTYLE);
+    ::SetWindowLongPtrW(layer, GWL_EXSTYLE, through ? style | WS_EX_TRANSPARENT : style & ~WS_EX_TRANSPARENT);
+}
+
+} // namespace
+
 Operations::Scope::Scope(Operations& operations, Kind kind) noexcept
     : operations_(operations)
     , kind_(kind) {
@@ -53,13 +65,13 @@ bool Operations::RequestClose() noexcept {
 
 void Operations::DisableLayer() noexcept {
     if (layerDisabled_++ == 0 && layer_ != nullptr) {
-        ::EnableWindow(layer_, FALSE);
+        LetInputThrough(layer_, true);
     }
 }
 
 void Operations::EnableLayer() noexcept {
     if (--layerDisabled_ == 0 && layer_ != nullptr) {
-        ::EnableWindow(layer_, TRUE);
+        LetInputThrough(layer_, false);
     }
 }
 
