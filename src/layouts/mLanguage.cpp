@@ -35,7 +35,13 @@ class SystemKeyboard final : public CaptureDevice {
     SystemKeyboard(const SystemKeyboard&) = delete;
     SystemKeyboard& operator=(const SystemKeyboard&) = delete;
 
-    void GiveFocus() noexcept override { ::SetFocus(box_); }
+    void GiveFocus() noexcept override {
+        // Where taking the focus brings a window to the front, it must not be taken from another program.
+        if (const HWND front = ::GetForegroundWindow();
+            front == nullptr || ::GetWindowThreadProcessId(front, nullptr) == ::GetCurrentThreadId()) {
+            ::SetFocus(box_);
+        }
+    }
     void ProcessMessages() noexcept override { PumpPendingMessages(); }
 
     CaptureResult Readiness() noexcept override {
