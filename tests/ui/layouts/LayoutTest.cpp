@@ -1,0 +1,235 @@
+#include "driver/App.h"
+#include "driver/Remote.h"
+#include "driver/Target.h"
+#include "keyboard/KeyTable.h"
+#include "protections/Session.h"
+#include "ui/ids.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace vextrel::driver {
+namespace {
+
+constexpr const wchar_t* usLower = L"`1234567890-=qwertyuiop[]\\asdfghjkl;'zxcvbnm,./";
+constexpr const wchar_t* usUpper = L"~!@#$%^&*()_+QWERTYUIOP{}|ASDFGHJKL:\"ZXCVBNM<>?";
+
+class LayoutApp : public App {
+  public:
+    explicit LayoutApp(const Sandbox& sandbox)
+        : App(sandbox) {}
+
+    [[nodiscard]] HWND Key(int key) const { return Control(ids::firstKey + key - 1); }
+    [[nodiscard]] std::wstring KeyText(int row, int number) const {
+        return TextOf(Key(StandardButtonOfSlot(SlotOf(row, number))));
+    }
+    /// The captions of all character keys in a row, as they are shown now.
+    [[nodiscard]] std::wstring Shown() const {
+        std::wstring text;
+        for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
+            const std::wstring caption = TextOf(Key(StandardButtonOfSlot(slot)));
+            text += caption == L"&&" ? L"&" : caption;
+        }
+        return text;
+    }
+    void Shift(Pointer& pointer) const {
+        const std::wstring before = Shown();
+        pointer.Click(Key(keys::leftShift));
+        Await("Shift changes the captions", [&] { return Shown() != before; });
+    }
+    [[nodiscard]] std::wstring LayoutPane() const {
+        const RemoteMemory memory(Running(), 256 * sizeof(wchar_t));
+        Ask(Control(ids::StatusBar1), SB_GETTEXTW, 2, reinterpret_cast<LPARAM>(memory.Address()));
+        wchar_t text[256] = {};
+        memory.Read(text, sizeof text);
+        return text;
+    }
+    /// "Default", "English", "Last imported" as check marks: "--E" and the like.
+    [[nodiscard]] std::wstring Marks() const {
+        return std::wstring(Checked(ids::mnuKeyboardLayoutDefault) ? L"D" : L"-") +
+               (Checked(ids::mnuKeyboardLayoutEnglish) ? L"E" : L"-") +
+               (Checked(ids::mnuKeyboardLayoutLastSaved) ? L"L" : L"-");
+    }
+    /// Chooses a command that asks for a file and answers; an empty path cancels.
+    void AnswerFileDialog(Pointer& pointer, int command, const wchar_t* title, const std::wstring& path) const {
+        Command(command);
+        const HWND dialog = AwaitDialog(title);
+        EXPECT_EQ(GetWindow(dialog, GW_OWNER), Main());
+        EXPECT_FALSE(IsWindowEnabled(Main()));
+        HWND name = nullptr;
+        Await("the field for the name", [&] {
+            // The only text field; it may lie within a combo box.
+            EnumChildWindows(
+                dialog,
+                [](HWND child, LPARAM found) -> BOOL {
+                    wchar_t className[8] = {};
+                    GetClassNameW(child, className, 8);
+                    if (lstrcmpiW(className, L"Edit") != 0 || !IsWindowVisible(child))
+                        return TRUE;
+                    *reinterpret_cast<HWND*>(found) = child;
+                    return FALSE;
+                },
+                reinterpret_cast<LPARAM>(&name));
+            return name && TextOf(name).ends_with(L"*.lng");
+        });
+        if (!path.empty())
+            Ask(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+        // With the real pointer: a dialog beneath the layer or the topmost window would not get the click.
+        Answer(pointer, dialog, path.empty() ? IDCANCEL : IDOK);
+        Await("the main window is enabled again", [&] { return IsWindowEnabled(Main()) != FALSE; });
+    }
+};
+
+bool CapsLockIsOn() {
+    BYTE keys[256] = {};
+    GetKeyState(VK_CAPITAL); // has this thread's copy brought up to date
+    GetKeyboardState(keys);
+    return (keys[VK_CAPITAL] & 1) != 0;
+}
+
+TEST(Layouts, TheSystemsLayoutOfAUSKeyboardIsTheBuiltInOne) {
+    const Sandbox sandbox;
+    // Captions that neither layout has, so that each change shows.
+    sandbox.Write("[Settings]\r\nKeyboard Layout=Config\r\n[Row 1 Lower Case]\r\nKey 1=other\r\n"
+                  "[Row 4 Upper Case]\r\nKey 10=OTHER\r\n");
+    const LayoutApp app(sandbox);
+    Pointer pointer;
+    ASSERT_EQ(app.KeyText(1, 1), L"other");
+    EXPECT_EQ(app.Marks(), L"--L");
+    for (const bool capsLock : {false, true}) {
+        SCOPED_TRACE(capsLock ? "Caps Lock" : "no Caps Lock");
+        if (capsLock)
+            Keys::Stroke(VK_CAPITAL);
+        for (const auto& [command, mark, name] : {std::tuple{ids::mnuKeyboardLayoutLastSaved, L"--L", L"Config"},
+                                                  std::tuple{ids::mnuKeyboardLayoutDefault, L"D--", L"Default"}}) {
+            app.Command(command);
+            Await("the mark", [&, wanted = mark] { return app.Marks() == wanted; });
+            Await("the record", [&, wanted = name] { return sandbox.Setting(L"Keyboard Layout") == wanted; });
+        }
+        EXPECT_EQ(CapsLockIsOn(), capsLock);
+        if (capsLock)
+            Keys::Stroke(VK_CAPITAL);
+        EXPECT_EQ(app.LayoutPane(), L"Default layout");
+        Await("lower case", [&] { return app.Shown() == usLower || app.Shown() == usUpper; });
+        EXPECT_EQ(app.Shown(), usLower);
+        app.Shift(pointer);
+        EXPECT_EQ(app.Shown(), usUpper);
+        app.Shift(pointer);
+    }
+    EXPECT_EQ(app.Text(ids::txtPassword), L"");
+    const HWND setup = GetDlgItem(app.Layer(), ids::txtSetup);
+    EXPECT_EQ(setup ? TextOf(setup) : L"", L"");
+}
+
+TEST(Layouts, ACaptureTypesIntoNoOtherProgram) {
+    const Sandbox sandbox;
+    const Target target;
+    const LayoutApp app(sandbox);
+    target.KeepClearOf(BoundsOf(app.Main()));
+    Pointer pointer;
+    for (const bool inMidCapture : {false, true, true}) {
+        app.Activate();
+        if (inMidCapture)
+            app.Command(ids::mnuKeyboardLayoutDefault);
+        pointer.Click(target.Field(target::editField));
+        if (!inMidCapture) {
+            BringToFront(target.Window());
+            app.Command(ids::mnuKeyboardLayoutDefault);
+        }
+        Await("the capture has ended",
+              [&] { return app.Running().Window(dialogClass) || app.Checked(ids::mnuKeyboardLayoutDefault); });
+        if (const HWND dialog = app.Running().Window(dialogClass)) {
+            EXPECT_FALSE(app.Checked(ids::mnuKeyboardLayoutDefault));
+            Ask(dialog, WM_COMMAND, IDOK);
+            Await("the message has gone", [&] { return !app.Running().Window(dialogClass); });
+        } else {
+            EXPECT_TRUE(inMidCapture);
+        }
+        app.Command(ids::mnuKeyboardLayoutEnglish);
+        Await("English", [&] { return app.Checked(ids::mnuKeyboardLayoutEnglish); });
+    }
+    EXPECT_EQ(target.TypedCharacters(), L"");
+    EXPECT_EQ(target.Text(target::keyRecord), L"");
+    EXPECT_EQ(app.Shown(), usLower);
+    for (const int key : {VK_SHIFT, VK_LSHIFT, int{'Q'}, int{'1'}})
+        EXPECT_GE(GetAsyncKeyState(key), 0) << key;
+}
+
+TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
+    const Sandbox sandbox;
+    const auto elsewhere = sandbox.Folder() / L"elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    sandbox.Write(
+        "[Row 2 Lower Case]\r\nKey 1=\xE9\r\nkey 1=second\r\n[ROW 1 LOWER CASE]\r\nkey 2=" + std::string(300, 'x') +
+            "\r\n[Row 3 Upper Case]\r\nKey 5=covered\r\nKey 12=none\r\n"
+            "[Row 4 Upper Case]\r\nKey 2=2nd\r\nKey 3=3rd\r\nKey 11=none\r\n"
+            "[Action Keyboard Button Text]\r\nBackspace=back\r\n",
+        L"elsewhere\\mine.lng");
+    Pointer pointer;
+    const auto upper = [&](const LayoutApp& app) {
+        app.Shift(pointer);
+        const std::wstring captions = app.KeyText(3, 5) + L" " + app.KeyText(4, 2) + L" " + app.KeyText(4, 3);
+        app.Shift(pointer);
+        return captions;
+    };
+    {
+        const LayoutApp app(sandbox);
+        app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", L"");
+        EXPECT_EQ(app.Marks(), L"-E-");
+        EXPECT_EQ(app.Shown(), usLower);
+        app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", elsewhere / L"mine.lng");
+        Await("the captions", [&] { return app.KeyText(2, 1) == L"\u00E9"; });
+        EXPECT_EQ(app.KeyText(1, 2), std::wstring(254, L'x'));
+        EXPECT_EQ(upper(app), L"3rd X 2nd");
+        EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"back");
+        EXPECT_EQ(TextOf(app.Key(keys::enter)), L"ent");
+        EXPECT_EQ(app.Marks(), L"---");
+        EXPECT_EQ(app.LayoutPane(), L"Imported layout");
+        EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"Config");
+        EXPECT_EQ(app.Close(), 0U);
+    }
+    std::filesystem::remove_all(elsewhere);
+    const LayoutApp app(sandbox);
+    EXPECT_EQ(app.KeyText(2, 1), L"\u00E9");
+    EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"back");
+    EXPECT_EQ(upper(app), L"2nd X X") << "what was written is read with the file's own mapping of the fourth row";
+    EXPECT_EQ(app.Marks(), L"--L");
+    EXPECT_EQ(app.LayoutPane(), L"Last imported layout");
+
+    const auto saved = sandbox.Folder() / L"saved.lng";
+    app.AnswerFileDialog(pointer, ids::mnuKeyboardCreateNewLayoutFile, L"Save As", saved);
+    Await("the file is complete", [&] {
+        const auto bytes = sandbox.Read(L"saved.lng");
+        return bytes && bytes->find("Key 1=\xE9") != std::string::npos && bytes->find("Shift=") != std::string::npos;
+    });
+    app.Command(ids::mnuOptionsSaveSettingsInINI);
+    Await("saving is off", [&] { return !app.Checked(ids::mnuOptionsSaveSettingsInINI); });
+    app.AnswerFileDialog(pointer, ids::mnuKeyboardCreateNewLayoutFile, L"Save As", sandbox.Folder() / L"never.lng");
+    app.Command(ids::mnuKeyboardLayoutEnglish);
+    Await("English", [&] { return app.Checked(ids::mnuKeyboardLayoutEnglish); });
+    EXPECT_FALSE(sandbox.Read(L"never.lng").has_value());
+    EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"Config");
+
+    // Nothing in them is a layout: the captions stay, the actions get their own names, and the choice is recorded.
+    app.Command(ids::mnuOptionsSaveSettingsInINI);
+    const std::pair<const wchar_t*, std::string> broken[] = {
+        {L"binary.lng", std::string("\0\x01[Row 1\xFF=\r\n\0", 14)},
+        {L"long.lng", std::string(2'000'000, '[')},
+    };
+    for (const auto& [name, bytes] : broken) {
+        SCOPED_TRACE(Narrow(name));
+        sandbox.Write(bytes, name);
+        app.Command(ids::mnuKeyboardLayoutEnglish);
+        Await("English is recorded", [&] { return sandbox.Setting(L"Keyboard Layout") == L"English"; });
+        app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", sandbox.Folder() / name);
+        Await("Config is recorded", [&] { return sandbox.Setting(L"Keyboard Layout") == L"Config"; });
+        EXPECT_EQ(app.Shown(), usLower);
+        EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"bksp");
+        EXPECT_EQ(app.Marks(), L"---");
+    }
+}
+
+} // namespace
+} // namespace vextrel::driver
