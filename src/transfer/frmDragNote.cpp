@@ -94,6 +94,14 @@ void frmDragNote::FollowPointer() noexcept {
                    SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
+void frmDragNote::WakeFinishedDrag() noexcept {
+    // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag would go
+    // on without an end. Any message of the mouse makes it look at the buttons again.
+    if (::GetAsyncKeyState(VK_LBUTTON) >= 0 && ::GetAsyncKeyState(VK_RBUTTON) >= 0) {
+        ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
+    }
+}
+
 void frmDragNote::OnUnload() noexcept {
     ::KillTimer(Handle(), Timer1);
 }
@@ -103,7 +111,10 @@ LRESULT frmDragNote::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_TIMER:
         // Reported over the main window: the hint is gone by then.
-        GuardEvent(::GetWindow(Handle(), GW_OWNER), L"Timer1_Timer", [&] { FollowPointer(); });
+        GuardEvent(::GetWindow(Handle(), GW_OWNER), L"Timer1_Timer", [&] {
+            FollowPointer();
+            WakeFinishedDrag();
+        });
         return 0;
     case WM_NCHITTEST: return HTTRANSPARENT;
     case WM_MOUSEACTIVATE: return MA_NOACTIVATE;

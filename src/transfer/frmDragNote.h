@@ -22,6 +22,7 @@ class frmDragNote final : public Form {
     void CreateControls();
     void LayOut() noexcept;
     void FollowPointer() noexcept;
+    void WakeFinishedDrag() noexcept;
 
     FontCache fonts_;
     DragDropMode mode_ = DragDropMode::DragDrop;

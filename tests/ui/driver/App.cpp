@@ -91,14 +91,15 @@ POINT App::ToolPlace(int id) const {
 }
 
 void App::Activate() const {
-    // The window manager may be about to bring another window to the front, one that has just appeared: ask again.
+    // The window manager may be about to bring another window to the front, one that has just appeared: ask again until
+    // the main window stays there.
     const auto inFront = [&] { return GetForegroundWindow() == main_; };
     for (int attempt = 0; attempt < 5; ++attempt) {
         SetForegroundWindow(main_);
-        if (WaitFor(inFront, Milliseconds(2000)))
+        if (WaitFor(inFront, Milliseconds(2000)) && !WaitFor([&] { return !inFront(); }, Milliseconds(250)))
             return;
     }
-    Await("the main window is the foreground window", inFront);
+    throw Failure("the main window does not stay in the foreground");
 }
 
 void App::MoveTo(POINT topLeft) const {

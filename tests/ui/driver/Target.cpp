@@ -25,6 +25,10 @@ int Target::Drops() const {
     return std::stoi(Text(target::dropCount));
 }
 
+int Target::Entries() const {
+    return std::stoi(Text(target::enterCount));
+}
+
 std::wstring Target::TypedCharacters() const {
     std::wistringstream record(Text(target::charRecord));
     std::wstring characters;

@@ -18,6 +18,8 @@ class Target {
     [[nodiscard]] HWND Field(int id) const;
     [[nodiscard]] std::wstring Text(int id = target::dropField) const;
     [[nodiscard]] int Drops() const;
+    /// How often a drag has entered the drop field and been looked at.
+    [[nodiscard]] int Entries() const;
     /// The units that came to the edit field as characters, one by one.
     [[nodiscard]] std::wstring TypedCharacters() const;
 

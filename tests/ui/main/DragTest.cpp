@@ -49,22 +49,18 @@ std::wstring PasswordOf(const App& app) {
     return text;
 }
 
-/// Pulls out of the box until the drag has begun: a loaded program may see the first move late.
-void PullOut(const App& app, Pointer& pointer, POINT from, POINT to) {
-    pointer.Pull(from, to);
+/// Pulls the password onto the target's field until that has looked at it: a loaded program may begin late, and Wine
+/// loses the button's release while a target is asking for the data.
+void PullOnto(const App& app, const Target& target, Pointer& pointer, POINT from) {
+    const int entries = target.Entries();
+    const POINT field = CentreOf(target.Field(target::dropField));
+    pointer.Pull(from, field);
     Await("the hint is there", [&] { return HintOf(app) != nullptr; });
-}
-
-/// Lets go. While a target is being asked, Wine may lose the button's release; as a hand does, the pointer then
-/// trembles until the drag has ended.
-void Drop(const App& app, Pointer& pointer, POINT place) {
-    pointer.MoveTo({place.x + 1, place.y}, 1, Milliseconds(40));
-    pointer.Release();
     LONG shift = 0;
-    Await("the drag ends", [&] {
-        pointer.MoveTo({place.x + shift, place.y}, 1, Milliseconds(20));
+    Await("the drag enters the target", [&] {
         shift = 1 - shift;
-        return HintOf(app) == nullptr;
+        pointer.MoveTo({field.x + shift, field.y}, 1, Milliseconds(40));
+        return target.Entries() > entries;
     });
 }
 
@@ -74,45 +70,43 @@ void AwaitEnd(const App& app) {
     Await("a drag may begin again", [&] { return (app.MenuState(ids::mnuViewPasswordMask) & MF_GRAYED) == 0; });
 }
 
-struct Case {
-    const wchar_t* target;
-    bool masked;
-    bool keep;
-    Selection selected;
-    const wchar_t* arrives;
-    const wchar_t* left;
-    int caret;
-};
-
 TEST(Drag, HandsOverWhatIsSelectedAndKeepsTheRest) {
-    const Case cases[] = {
-        // Each goes on with what the one before left. Who reads before the button is up gets an empty text.
-        {L"--read=entry", true, true, {4, 4}, L"", L"abcd", 4},
-        {L"--read=later --ansi", true, true, {1, 3}, L"bc", L"abcd", 1},
-        {L"--read=drop", false, true, {1, 3}, L"bc", L"abcd", 1},
-        {L"--read=entry --ansi", true, false, {1, 3}, L"", L"ad", 1},
-        {L"--read=drop", false, false, {0, 1}, L"a", L"d", 0},
-        {L"--read=later", true, false, {1, 1}, L"d", L"", 0},
-    };
     const Sandbox sandbox;
     const App app(sandbox);
+    app.MoveTo({100, 330}); // below the row of targets
+    const Target atEntry(L"--read=entry --at=0,0");
+    const Target atDrop(L"--read=drop --at=480,0");
+    const Target later(L"--read=later --at=960,0");
+    const Target laterAnsi(L"--read=later --ansi --at=1440,0");
+    app.Activate();
+    const struct {
+        const Target& target;
+        bool masked;
+        bool keep;
+        Selection selected;
+        const wchar_t* arrives;
+        const wchar_t* left;
+        int caret;
+    } cases[] = {
+        // Each goes on with what the one before left. Who is merely dragged across gets no characters.
+        {atEntry, true, true, {4, 4}, L"", L"abcd", 4},   {laterAnsi, true, true, {1, 3}, L"bc", L"abcd", 1},
+        {atDrop, false, true, {1, 3}, L"bc", L"abcd", 1}, {atDrop, true, false, {1, 3}, L"bc", L"ad", 1},
+        {atDrop, false, false, {0, 1}, L"a", L"d", 0},    {later, true, false, {1, 1}, L"d", L"", 0},
+    };
     Pointer pointer;
     app.ClickPassword(pointer, L"abcd");
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE("case " + std::to_string(&c - cases));
-        const Target target(c.target);
-        target.KeepClearOf(BoundsOf(app.Main()));
-        app.Activate();
         Switch(app, ids::mnuViewPasswordMask, c.masked);
         Switch(app, ids::mnuOptionsKeepPasswordAfterDragDrop, c.keep);
         Select(app, c.selected);
-        const POINT field = CentreOf(target.Field(target::dropField));
-        PullOut(app, pointer, PlaceOf(app, c.selected.start), field);
-        Drop(app, pointer, field);
-        Await("the drop arrives with " + Narrow(c.target), [&] { return target.Drops() == 1; });
+        const int drops = c.target.Drops();
+        PullOnto(app, c.target, pointer, PlaceOf(app, c.selected.start));
+        pointer.Release();
+        Await("the drop arrives in case " + std::to_string(&c - cases), [&] { return c.target.Drops() == drops + 1; });
         AwaitEnd(app);
-        target.ReadNow();
-        EXPECT_EQ(target.Text(), c.arrives);
+        c.target.ReadNow();
+        EXPECT_EQ(c.target.Text(), c.arrives);
         EXPECT_EQ(TextOf(app.PasswordBox()), c.masked ? std::wstring(std::wcslen(c.left), L'*') : c.left);
         EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (Selection{c.caret, c.caret}));
         EXPECT_EQ(PasswordOf(app), c.left);
@@ -127,17 +121,16 @@ TEST(Drag, TakesNothingAwayWhenNothingIsHandedOver) {
     app.Activate();
     Pointer pointer;
     app.ClickPassword(pointer, L"abc");
-    const POINT field = CentreOf(target.Field(target::dropField));
     for (const bool escape : {false, true}) {
         for (const bool masked : {true, false}) {
             SCOPED_TRACE(std::string(escape ? "Escape" : "refused") + (masked ? ", masked" : ", in clear"));
             Switch(app, ids::mnuViewPasswordMask, masked);
             Select(app, {1, 2});
-            PullOut(app, pointer, PlaceOf(app, 1), field);
+            PullOnto(app, target, pointer, PlaceOf(app, 1));
             if (escape)
                 Keys::Stroke(VK_ESCAPE);
             else
-                Drop(app, pointer, field);
+                pointer.Release();
             AwaitEnd(app);
             if (escape)
                 pointer.Release();
@@ -168,14 +161,14 @@ TEST(Drag, SelectsTextUntilThePointerHasLeftTheBox) {
     pointer.MoveTo(field, 12, Milliseconds(40));
     Await("the hint is there", [&] { return HintOf(app) != nullptr; });
     EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (Selection{4, 4}));
-    Drop(app, pointer, field);
+    pointer.Release();
     Await("the drop arrives", [&] { return target.Drops() == 1; });
     AwaitEnd(app);
     EXPECT_EQ(target.Text(), L"abcd");
 
     Select(app, {1, 3});
-    PullOut(app, pointer, PlaceOf(app, 4), field);
-    Drop(app, pointer, field);
+    PullOnto(app, target, pointer, PlaceOf(app, 4));
+    pointer.Release();
     Await("the next drop arrives", [&] { return target.Drops() == 2; });
     AwaitEnd(app);
     EXPECT_EQ(target.Text(), L"bc");
@@ -201,11 +194,10 @@ TEST(Drag, ShowsAHintThatIsInNobodysWay) {
     Pointer pointer;
     app.ClickPassword(pointer, L"ab");
     Switch(app, ids::mnuOptionsKeepPasswordAfterDragDrop, true);
-    const POINT field = CentreOf(target.Field(target::dropField));
     for (const bool inject : {false, true}) {
         SCOPED_TRACE(inject ? "injection" : "drag and drop");
         Switch(app, inject ? ids::mnuOptionsInjectMode : ids::mnuOptionsDragDrop, true);
-        PullOut(app, pointer, CentreOf(app.PasswordBox()), field);
+        PullOnto(app, target, pointer, CentreOf(app.PasswordBox()));
         const HWND hint = HintOf(app);
         EXPECT_EQ(TextOf(GetDlgItem(hint, ids::dragNoteHeader)),
                   inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:");
@@ -220,7 +212,7 @@ TEST(Drag, ShowsAHintThatIsInNobodysWay) {
             return std::abs(bounds.left - pointerNow.x - distance) <= 1 &&
                    std::abs(bounds.top - pointerNow.y - distance) <= 1;
         });
-        Drop(app, pointer, field);
+        pointer.Release();
         AwaitEnd(app);
         EXPECT_FALSE(IsWindow(hint));
         if (inject)
@@ -238,12 +230,11 @@ TEST(Drag, CarriesOutACloseRequestWhenItIsOver) {
     app.Activate();
     Pointer pointer;
     app.ClickPassword(pointer, L"ab");
-    const POINT field = CentreOf(target.Field(target::dropField));
-    PullOut(app, pointer, CentreOf(app.PasswordBox()), field);
+    PullOnto(app, target, pointer, CentreOf(app.PasswordBox()));
     Ask(app.Main(), WM_CLOSE);
     EXPECT_TRUE(app.Running().Runs());
     EXPECT_NE(HintOf(app), nullptr);
-    Drop(app, pointer, field);
+    pointer.Release();
     Await("the drop arrives", [&] { return target.Drops() == 1; });
     EXPECT_EQ(target.Text(), L"ab");
     EXPECT_EQ(app.Running().ExitCode(), 0U);

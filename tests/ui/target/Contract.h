@@ -23,6 +23,7 @@ inline constexpr int dropCount = 104;  ///< how many drops it has had, refused o
 /// The keys that came to editField, by virtual-key code: "+10 +41 -41 -10 ". System keys (Alt, F10) are recorded and do
 /// nothing else.
 inline constexpr int keyRecord = 105;
+inline constexpr int enterCount = 106; ///< hidden: how often a drag has entered dropField
 
 inline constexpr UINT readNow = WM_APP + 1;
 

@@ -4,8 +4,10 @@
 
 namespace vextrel::target {
 
-TextDropTarget::TextDropTarget(DropOptions options, std::function<void(const std::wstring&)> received)
+TextDropTarget::TextDropTarget(DropOptions options, std::function<void()> entered,
+                               std::function<void(const std::wstring&)> received)
     : options_(options)
+    , entered_(std::move(entered))
     , received_(std::move(received)) {}
 
 TextDropTarget::~TextDropTarget() {
@@ -67,6 +69,7 @@ ULONG TextDropTarget::Release() noexcept {
 HRESULT TextDropTarget::DragEnter(IDataObject* data, DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept {
     if (options_.readAt == ReadAt::Entry)
         readAtEntry_ = TextFrom(*data);
+    entered_();
     return DragOver(0, {}, effect);
 }
 

@@ -20,7 +20,9 @@ struct DropOptions {
 /// Takes text by drag-and-drop and hands it on at the time the options say. Counted by reference, as OLE wants it.
 class TextDropTarget final : public IDropTarget {
   public:
-    TextDropTarget(DropOptions options, std::function<void(const std::wstring&)> received);
+    /// `entered` tells when a drag has come in and its data has been read, if it is read then.
+    TextDropTarget(DropOptions options, std::function<void()> entered,
+                   std::function<void(const std::wstring&)> received);
     TextDropTarget(const TextDropTarget&) = delete;
     TextDropTarget& operator=(const TextDropTarget&) = delete;
 
@@ -41,6 +43,7 @@ class TextDropTarget final : public IDropTarget {
     void Forget();
 
     DropOptions options_;
+    std::function<void()> entered_;
     std::function<void(const std::wstring&)> received_;
     std::wstring readAtEntry_;
     IDataObject* dropped_ = nullptr;

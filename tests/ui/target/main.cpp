@@ -107,16 +107,21 @@ HWND CreateTarget(const Options& options) {
     SetDlgItemInt(window, dropCount, 0, FALSE);
     AddField(window, L"Keys:", keyRecord, 150, ES_AUTOHSCROLL | ES_READONLY);
     SetWindowSubclass(edit, RecordKeys, 1, options.closeOnClick ? 1 : 0);
+    CreateWindowW(L"STATIC", L"0", WS_CHILD, 0, 0, 0, 0, window,
+                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(enterCount)), nullptr, nullptr);
     return window;
 }
 
 int Run(const Options& options) {
     const HWND window = CreateTarget(options);
-    auto* const target = new TextDropTarget(options.drop, [window](const std::wstring& text) {
-        // The count follows the text, so that who sees the new count finds the text in place.
-        SetDlgItemTextW(window, dropField, text.c_str());
-        SetDlgItemInt(window, dropCount, GetDlgItemInt(window, dropCount, nullptr, FALSE) + 1, FALSE);
-    });
+    auto* const target = new TextDropTarget(
+        options.drop,
+        [window] { SetDlgItemInt(window, enterCount, GetDlgItemInt(window, enterCount, nullptr, FALSE) + 1, FALSE); },
+        [window](const std::wstring& text) {
+            // The count follows the text, so that who sees the new count finds the text in place.
+            SetDlgItemTextW(window, dropField, text.c_str());
+            SetDlgItemInt(window, dropCount, GetDlgItemInt(window, dropCount, nullptr, FALSE) + 1, FALSE);
+        });
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(target));
     const HWND field = GetDlgItem(window, dropField);
     if (FAILED(RegisterDragDrop(field, target)))
