@@ -225,6 +225,7 @@ void Keyboard::TransparencySliderMoved(int percent) {
 }
 
 void Keyboard::FormActivated() {
+    protection_.KeepLayerAbove();
     form_.FocusVisibleBox();
     options_.RefreshToolbar();
 }

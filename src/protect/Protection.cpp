@@ -201,9 +201,18 @@ void Protection::PointerOverKeys(bool over) noexcept {
     }
 }
 
+void Protection::KeepLayerAbove() noexcept {
+    // Windows keeps what a window owns above it. Wine may raise the window alone when it comes to the front, and the
+    // clicks would reach the keys without the layer.
+    if (cover_.IsVisible() && !IsAbove(cover_.Handle(), form_.Handle())) {
+        SetTopmostAlone(cover_.Handle(), IsTopmost(form_.Handle()));
+    }
+}
+
 void Protection::CheckForeground(bool layerMarked) {
     const HWND front = ::GetForegroundWindow();
     if (front == form_.Handle() || front == cover_.Handle()) {
+        KeepLayerAbove();
         if (away_) {
             ComeBack(layerMarked);
         }

@@ -32,6 +32,15 @@ bool IsTopmost(HWND window) noexcept {
     return (::GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
 }
 
+bool IsAbove(HWND upper, HWND lower) noexcept {
+    for (HWND window = ::GetWindow(lower, GW_HWNDPREV); window != nullptr; window = ::GetWindow(window, GW_HWNDPREV)) {
+        if (window == upper) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void SetTopmostAlone(HWND window, bool topmost) noexcept {
     ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
                    SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);

@@ -17,6 +17,8 @@ void SetClickThrough(HWND window, bool clickThrough) noexcept;
 /// Puts a window into the topmost band or takes it out, without moving it.
 void SetTopmost(HWND window, bool topmost) noexcept;
 [[nodiscard]] bool IsTopmost(HWND window) noexcept;
+/// Whether the one top-level window lies above the other.
+[[nodiscard]] bool IsAbove(HWND upper, HWND lower) noexcept;
 /// Like SetTopmost, without activating anything and without touching its owner and what it owns.
 void SetTopmostAlone(HWND window, bool topmost) noexcept;
 

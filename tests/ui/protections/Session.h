@@ -24,6 +24,7 @@ class Session : public App {
         Await("the layer is shown", [this] { return Layer() != nullptr; });
         BringToFront(Main());
         AwaitLayerAlpha(5); // it has noticed: until then clicks fall through to the keys
+        Await("the layer lies above the keys", [this] { return WindowFromPoint(CentreOf(Key(1))) == Layer(); });
     }
 
     [[nodiscard]] HWND Key(int number) const { return Control(ids::firstKey + number - 1); }
