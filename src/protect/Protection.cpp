@@ -116,6 +116,7 @@ void Protection::RandomiseFormSizeAndPlacement() {
                    px(placement.widthTwips), px(placement.heightTwips), SWP_NOZORDER | SWP_NOACTIVATE);
     // The toolbar may need another number of rows at the new width.
     FitHeight();
+    form_.LayOut();
     RaiseAboveLowerEdge();
 }
 
@@ -139,7 +140,6 @@ void Protection::FitHeight() {
                                                  TwipsFromPixels(form_.StatusBarHeightPx(), dpi));
     ::SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left, PixelsFromTwips(heightTwips, dpi),
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    form_.LayOut();
 }
 
 void Protection::KeepTogether(bool topmost) noexcept {

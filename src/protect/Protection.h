@@ -34,7 +34,7 @@ class Protection {
     void TakeWidestHeight();
     /// Gives the main window a random size and place, and lays it out.
     void RandomiseFormSizeAndPlacement();
-    /// Sets the window's height for the present width: the toolbar has come or gone.
+    /// Sets the window's height for the present width; what is in it is laid out when it is shown or resized then.
     void FitHeight();
     /// Puts the main window, and the layer right above it, before all other windows or among them; activates neither.
     void KeepTogether(bool topmost) noexcept;
