@@ -1,6 +1,7 @@
 #include "driver/App.h"
 #include "driver/Target.h"
 #include "keyboard/KeyTable.h"
+#include "protections/Session.h"
 #include "ui/ids.h"
 
 #include <gtest/gtest.h>
@@ -44,6 +45,7 @@ struct Injecting {
     }
     /// Starts the transfer where the password is selected, or in the box's middle.
     void Pull(POINT to) {
+        BringToFront(app->Main());
         const HWND box = app->PasswordBox();
         const App::Selection selection = App::SelectionOf(box);
         POINT from = CentreOf(box);
@@ -152,7 +154,6 @@ TEST(Injection, CarriesTabsLineBreaksAndSelections) {
 
     // Nothing to inject: the field is still clicked.
     Await("the password is gone", [&] { return test.BoxLength() == 0; });
-    test.app->Activate();
     test.Drop(field);
     Await("the target is in front", [&] { return GetForegroundWindow() == target.Window(); });
     EXPECT_EQ(target.TypedCharacters(), typed);
