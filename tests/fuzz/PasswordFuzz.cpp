@@ -12,7 +12,8 @@ void Run(Bytes input) {
         session::Action action =
             session::ChooseAction(both.Now(), [&input](std::size_t below) { return input.Below(below); });
         if (action.kind == session::Action::Kind::Paste && input.Byte() == 255) {
-            action.text.assign(input.Below(SecretText::capacity + 2), static_cast<wchar_t>(input.Byte()));
+            const std::size_t length = input.Below(SecretText::capacity + 2);
+            action.text.assign(length, static_cast<wchar_t>(input.Byte()));
         }
         Require(both.Agrees(action), "box, password, caret and modifiers are those of the model");
     }

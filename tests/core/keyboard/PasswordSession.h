@@ -143,7 +143,8 @@ struct Model {
     }
 
     void PasteMasked(const std::wstring& text) {
-        Enter(Keep(text, [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); }));
+        // The clipboard is read as far as a password could reach, and only then cleaned.
+        Enter(Keep(Left(text, SecretText::capacity), [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); }));
     }
 
     void SwitchMask() {
@@ -211,7 +212,7 @@ class Ruled {
 
     void PasteMasked(const std::wstring& text) {
         SecretText clean;
-        clean.Assign(text);
+        clean.Assign(std::wstring_view(text).substr(0, SecretText::capacity));
         DropControlCharacters(clean);
         Apply(EnterText(State(), clean.View()));
     }
