@@ -2,7 +2,7 @@
 
 #include "ui/FontCache.h"
 #include "ui/KeyboardEvents.h"
-#include "win32/Windows.h"
+#include "win32/SubclassedControl.h"
 
 #include <string>
 
@@ -11,17 +11,11 @@ namespace vextrel {
 /// One key. A push button to the outside (text, BM_GETSTATE, BM_SETSTATE, button role), but it never takes the focus,
 /// draws itself, and tells nobody when it is pushed: the system's own button would raise an accessibility event that
 /// names the key just entered.
-class KeyButton {
+class KeyButton final : public SubclassedControl {
   public:
-    KeyButton() = default;
-    ~KeyButton();
-    KeyButton(const KeyButton&) = delete;
-    KeyButton& operator=(const KeyButton&) = delete;
-
     /// @param number 1 to 65. @throws Error with the system's code.
     void Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts);
 
-    [[nodiscard]] HWND Handle() const noexcept { return handle_; }
     [[nodiscard]] int Number() const noexcept { return number_; }
     [[nodiscard]] const std::wstring& Caption() const noexcept { return caption_; }
     void SetCaption(const std::wstring& caption);
@@ -29,8 +23,7 @@ class KeyButton {
     void SetLit(bool lit) noexcept;
 
   private:
-    static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                         DWORD_PTR self) noexcept;
+    LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void OnButtonDown() noexcept;
     void OnMouseMove(POINT point) noexcept;
@@ -38,7 +31,6 @@ class KeyButton {
     void SetPushed(bool pushed) noexcept;
     void Paint(HDC context);
 
-    HWND handle_ = nullptr;
     int number_ = 0;
     KeyboardEvents* const* events_ = nullptr;
     FontCache* fonts_ = nullptr;

@@ -35,75 +35,64 @@ bool IsPrimaryButtonDown() noexcept {
 
 } // namespace
 
-PasswordBox::~PasswordBox() {
-    if (handle_ != nullptr) {
-        ::RemoveWindowSubclass(handle_, &PasswordBox::SubclassProc, 0);
-    }
-}
-
 void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, KeyboardEvents* const& events) {
     view_ = view;
     events_ = &events;
     const bool plain = view == PasswordBoxView::Plain;
     const DWORD style =
         WS_CHILD | WS_TABSTOP | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | (plain ? ES_MULTILINE | ES_AUTOVSCROLL : WS_VISIBLE);
-    handle_ =
-        ::CreateWindowExW(WS_EX_CLIENTEDGE | WS_EX_NOPARENTNOTIFY, WC_EDITW, L"", style, 0, 0, 0, 0, parent,
-                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
-    if (handle_ == nullptr ||
-        ::SetWindowSubclass(handle_, &PasswordBox::SubclassProc, 0, reinterpret_cast<DWORD_PTR>(this)) == FALSE) {
-        ThrowLastError();
-    }
-    ::SendMessageW(handle_, EM_SETLIMITTEXT, SecretText::capacity, 0);
+    Attach(::CreateWindowExW(WS_EX_CLIENTEDGE | WS_EX_NOPARENTNOTIFY, WC_EDITW, L"", style, 0, 0, 0, 0, parent,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr));
+    ::SendMessageW(Handle(), EM_SETLIMITTEXT, SecretText::capacity, 0);
     if (!plain) {
-        ::SendMessageW(handle_, EM_SETPASSWORDCHAR, maskCharacter, 0);
+        ::SendMessageW(Handle(), EM_SETPASSWORDCHAR, maskCharacter, 0);
         // An input method would keep and show what is composed.
-        ::ImmAssociateContextEx(handle_, nullptr, 0);
+        ::ImmAssociateContextEx(Handle(), nullptr, 0);
     }
 }
 
 bool PasswordBox::IsShown() const noexcept {
-    return (::GetWindowLongPtrW(handle_, GWL_STYLE) & WS_VISIBLE) != 0;
+    return (::GetWindowLongPtrW(Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 void PasswordBox::Show(bool show) noexcept {
-    ::ShowWindow(handle_, show ? SW_SHOWNA : SW_HIDE);
+    ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
 }
 
 BoxSelection PasswordBox::Selection() const {
     DWORD start = 0;
     DWORD end = 0;
-    ::SendMessageW(handle_, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    ::SendMessageW(Handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     return {ToInt16(start), ToInt16(static_cast<std::int64_t>(end) - start)};
 }
 
 void PasswordBox::Select(BoxSelection selection) noexcept {
-    ::SendMessageW(handle_, EM_SETSEL, static_cast<WPARAM>(selection.start),
+    ::SendMessageW(Handle(), EM_SETSEL, static_cast<WPARAM>(selection.start),
                    static_cast<LPARAM>(selection.start) + selection.length);
-    ::SendMessageW(handle_, EM_SCROLLCARET, 0, 0);
+    ::SendMessageW(Handle(), EM_SCROLLCARET, 0, 0);
 }
 
 std::size_t PasswordBox::Length() const noexcept {
-    return static_cast<std::size_t>(::SendMessageW(handle_, WM_GETTEXTLENGTH, 0, 0));
+    return static_cast<std::size_t>(::SendMessageW(Handle(), WM_GETTEXTLENGTH, 0, 0));
 }
 
 void PasswordBox::ReadText(SecretText& text) const {
     const LRESULT length =
-        ::SendMessageW(handle_, WM_GETTEXT, SecretText::capacity + 1, reinterpret_cast<LPARAM>(text.Buffer()));
+        ::SendMessageW(Handle(), WM_GETTEXT, SecretText::capacity + 1, reinterpret_cast<LPARAM>(text.Buffer()));
     text.SetSize(static_cast<std::size_t>(length));
 }
 
 void PasswordBox::SetText(const wchar_t* text) noexcept {
-    ::SendMessageW(handle_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
-    ::SendMessageW(handle_, EM_EMPTYUNDOBUFFER, 0, 0);
+    ::SendMessageW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
 }
 
 void PasswordBox::Apply(const TextEdit& edit) noexcept {
     if (edit.box) {
-        ::SendMessageW(handle_, EM_SETSEL, edit.box->range.start, static_cast<LPARAM>(edit.box->range.End()));
+        ::SendMessageW(Handle(), EM_SETSEL, edit.box->range.start, static_cast<LPARAM>(edit.box->range.End()));
         // Without undo: its buffer would keep what was removed.
-        ::SendMessageW(handle_, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(edit.box->text.c_str()));
-        ::SendMessageW(handle_, EM_EMPTYUNDOBUFFER, 0, 0);
+        ::SendMessageW(Handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(edit.box->text.c_str()));
+        ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
     }
     Select({edit.caret, 0});
 }
@@ -113,32 +102,21 @@ void PasswordBox::OverwriteAndEmpty() noexcept {
     SetText(L"");
 }
 
-LRESULT CALLBACK PasswordBox::SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                           DWORD_PTR self) noexcept {
-    auto* box = reinterpret_cast<PasswordBox*>(self);
-    if (message == WM_NCDESTROY) {
-        ::RemoveWindowSubclass(window, &PasswordBox::SubclassProc, 0);
-        box->handle_ = nullptr;
-        return ::DefSubclassProc(window, message, wParam, lParam);
-    }
+LRESULT PasswordBox::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     LRESULT result = 0;
-    GuardEvent(::GetParent(window), box->view_ == PasswordBoxView::Masked ? L"txtPassword" : L"txtText",
-               [&] { result = box->OnMessage(message, wParam, lParam); });
+    GuardEvent(::GetParent(Handle()), view_ == PasswordBoxView::Masked ? L"txtPassword" : L"txtText",
+               [&] { result = OnMessage(message, wParam, lParam); });
     return result;
-}
-
-LRESULT PasswordBox::ToEdit(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    return ::DefSubclassProc(handle_, message, wParam, lParam);
 }
 
 LRESULT PasswordBox::ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam) {
     if (view_ == PasswordBoxView::Masked) {
-        return ToEdit(message, wParam, lParam);
+        return ToControl(message, wParam, lParam);
     }
     if (!(*events_)->PlainBoxWillChange()) {
         return 0;
     }
-    const LRESULT result = ToEdit(message, wParam, lParam);
+    const LRESULT result = ToControl(message, wParam, lParam);
     (*events_)->PlainBoxHasChanged();
     return result;
 }
@@ -147,12 +125,12 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CHAR: return OnChar(wParam, lParam);
     case WM_KEYDOWN: return OnKeyDown(wParam, lParam);
-    case WM_KEYUP: (*events_)->KeyUp(static_cast<UINT>(wParam)); return ToEdit(message, wParam, lParam);
+    case WM_KEYUP: (*events_)->KeyUp(static_cast<UINT>(wParam)); return ToControl(message, wParam, lParam);
     case WM_GETDLGCODE: return OnGetDialogCode(wParam, lParam);
     // Alt+Backspace undoes.
     case WM_SYSKEYDOWN:
     case WM_SYSCHAR:
-        return wParam == VK_BACK ? ToEditAndFollow(message, wParam, lParam) : ToEdit(message, wParam, lParam);
+        return wParam == VK_BACK ? ToEditAndFollow(message, wParam, lParam) : ToControl(message, wParam, lParam);
     case WM_CONTEXTMENU: OnContextMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); return 0;
     case WM_PASTE:
     case WM_CUT:
@@ -165,15 +143,15 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDOWN: return OnButtonDown(wParam, lParam);
     case WM_MOUSEMOVE: return OnMouseMove(wParam, lParam);
     case WM_LBUTTONUP: return OnButtonUp(wParam, lParam);
-    case WM_CAPTURECHANGED: gesture_.Cancel(); return ToEdit(message, wParam, lParam);
-    default: return ToEdit(message, wParam, lParam);
+    case WM_CAPTURECHANGED: gesture_.Cancel(); return ToControl(message, wParam, lParam);
+    default: return ToControl(message, wParam, lParam);
     }
 }
 
 LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
     const auto code = static_cast<wchar_t>(wParam);
     switch (code) {
-    case ctrlA: ToEdit(EM_SETSEL, 0, -1); return 0;
+    case ctrlA: ToControl(EM_SETSEL, 0, -1); return 0;
     case ctrlC: return OnClipboard(WM_COPY, 0, 0);
     case ctrlV: return OnClipboard(WM_PASTE, 0, 0);
     case ctrlX: return OnClipboard(WM_CUT, 0, 0);
@@ -201,10 +179,10 @@ LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
         if (key == VK_DELETE || (key == VK_INSERT && IsDown(VK_CONTROL))) {
             return 0;
         }
-        return ToEdit(WM_KEYDOWN, wParam, lParam);
+        return ToControl(WM_KEYDOWN, wParam, lParam);
     }
     const bool changesText = key == VK_DELETE || key == VK_INSERT || key == VK_BACK || key == VK_RETURN;
-    return changesText ? ToEditAndFollow(WM_KEYDOWN, wParam, lParam) : ToEdit(WM_KEYDOWN, wParam, lParam);
+    return changesText ? ToEditAndFollow(WM_KEYDOWN, wParam, lParam) : ToControl(WM_KEYDOWN, wParam, lParam);
 }
 
 LRESULT PasswordBox::OnGetDialogCode(WPARAM, LPARAM lParam) noexcept {
@@ -222,7 +200,7 @@ LRESULT PasswordBox::OnGetDialogCode(WPARAM, LPARAM lParam) noexcept {
 
 LRESULT PasswordBox::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam) {
     if (view_ == PasswordBoxView::Plain) {
-        return message == WM_COPY ? ToEdit(message, wParam, lParam) : ToEditAndFollow(message, wParam, lParam);
+        return message == WM_COPY ? ToControl(message, wParam, lParam) : ToEditAndFollow(message, wParam, lParam);
     }
     if (message == WM_PASTE) {
         (*events_)->PasteIntoMaskedBox();
@@ -234,14 +212,14 @@ LRESULT PasswordBox::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void PasswordBox::OnContextMenu(POINT screen) {
     // Not the edit's own, which offers things (control characters among them) that go by other ways than messages.
-    ::SetFocus(handle_);
+    ::SetFocus(Handle());
     const BoxMenuState state{.masked = view_ == PasswordBoxView::Masked,
                              .empty = Length() == 0,
                              .selected = Selection().length > 0,
-                             .undoable = ToEdit(EM_CANUNDO, 0, 0) != 0};
-    if (const UINT chosen = TrackBoxMenu(handle_, screen, state); chosen != 0) {
+                             .undoable = ToControl(EM_CANUNDO, 0, 0) != 0};
+    if (const UINT chosen = TrackBoxMenu(Handle(), screen, state); chosen != 0) {
         const bool selectsAll = chosen == EM_SETSEL;
-        ::SendMessageW(handle_, chosen, 0, selectsAll ? -1 : 0);
+        ::SendMessageW(Handle(), chosen, 0, selectsAll ? -1 : 0);
     }
 }
 
@@ -250,7 +228,7 @@ bool PasswordBox::IsOnSelection(LPARAM point) const {
     if (selection.length == 0) {
         return false;
     }
-    const LRESULT answer = ::SendMessageW(handle_, EM_CHARFROMPOS, 0, point);
+    const LRESULT answer = ::SendMessageW(Handle(), EM_CHARFROMPOS, 0, point);
     const int character = LOWORD(answer);
     return character >= selection.start && character < selection.start + selection.length;
 }
@@ -259,43 +237,43 @@ LRESULT PasswordBox::OnButtonDown(WPARAM wParam, LPARAM lParam) {
     selectionBeforePress_ = Selection();
     pressPoint_ = lParam;
     RECT area{};
-    ::GetClientRect(handle_, &area);
+    ::GetClientRect(Handle(), &area);
     const auto verdict =
         gesture_.Press({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, IsOnSelection(lParam), {area.right, area.bottom},
                        {::GetSystemMetrics(SM_CXDRAG), ::GetSystemMetrics(SM_CYDRAG)});
     if (verdict == DragGesture::Verdict::Hold) {
-        ::SetFocus(handle_);
-        ::SetCapture(handle_);
+        ::SetFocus(Handle());
+        ::SetCapture(Handle());
         return 0;
     }
-    return ToEdit(WM_LBUTTONDOWN, wParam, lParam);
+    return ToControl(WM_LBUTTONDOWN, wParam, lParam);
 }
 
 LRESULT PasswordBox::OnMouseMove(WPARAM wParam, LPARAM lParam) {
     (*events_)->MouseMoveInTextBox();
     if ((wParam & MK_LBUTTON) == 0) {
         gesture_.Cancel();
-        return ToEdit(WM_MOUSEMOVE, wParam, lParam);
+        return ToControl(WM_MOUSEMOVE, wParam, lParam);
     }
     switch (gesture_.Move({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
     case DragGesture::Verdict::StartDrag: StartDrag(); return 0;
     case DragGesture::Verdict::Hold: return 0;
-    default: return ToEdit(WM_MOUSEMOVE, wParam, lParam);
+    default: return ToControl(WM_MOUSEMOVE, wParam, lParam);
     }
 }
 
 LRESULT PasswordBox::OnButtonUp(WPARAM wParam, LPARAM lParam) {
     if (gesture_.Release() == DragGesture::Verdict::Click) {
         ::ReleaseCapture();
-        ToEdit(WM_LBUTTONDOWN, wParam | MK_LBUTTON, pressPoint_);
+        ToControl(WM_LBUTTONDOWN, wParam | MK_LBUTTON, pressPoint_);
     }
-    return ToEdit(WM_LBUTTONUP, wParam, lParam);
+    return ToControl(WM_LBUTTONUP, wParam, lParam);
 }
 
 void PasswordBox::StartDrag() {
     // The edit control tracks the mouse until its button goes up, and so does OLE: end the one before the other starts.
-    ToEdit(WM_LBUTTONUP, 0, pressPoint_);
-    if (::GetCapture() == handle_) {
+    ToControl(WM_LBUTTONUP, 0, pressPoint_);
+    if (::GetCapture() == Handle()) {
         ::ReleaseCapture();
     }
     Select(selectionBeforePress_);

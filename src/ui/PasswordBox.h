@@ -4,23 +4,17 @@
 #include "keyboard/TextEdit.h"
 #include "ui/DragGesture.h"
 #include "ui/KeyboardEvents.h"
-#include "win32/Windows.h"
+#include "win32/SubclassedControl.h"
 
 namespace vextrel {
 
 /// One of the two text boxes that show the password: an edit control whose keyboard input goes through the controller
 /// and out of which the password can be dragged.
-class PasswordBox {
+class PasswordBox final : public SubclassedControl {
   public:
-    PasswordBox() = default;
-    ~PasswordBox();
-    PasswordBox(const PasswordBox&) = delete;
-    PasswordBox& operator=(const PasswordBox&) = delete;
-
     /// @throws Error with the system's code.
     void Create(HWND parent, int id, PasswordBoxView view, KeyboardEvents* const& events);
 
-    [[nodiscard]] HWND Handle() const noexcept { return handle_; }
     [[nodiscard]] PasswordBoxView View() const noexcept { return view_; }
     /// Whether the box itself is shown, whatever its window.
     [[nodiscard]] bool IsShown() const noexcept;
@@ -40,10 +34,8 @@ class PasswordBox {
     void OverwriteAndEmpty() noexcept;
 
   private:
-    static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                         DWORD_PTR self) noexcept;
+    LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT ToEdit(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     /// The box acts by itself; in the plain view the password then follows.
     LRESULT ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
@@ -57,7 +49,6 @@ class PasswordBox {
     [[nodiscard]] bool IsOnSelection(LPARAM point) const;
     void StartDrag();
 
-    HWND handle_ = nullptr;
     PasswordBoxView view_ = PasswordBoxView::Masked;
     KeyboardEvents* const* events_ = nullptr;
     DragGesture gesture_;
