@@ -28,4 +28,6 @@ if(WIN32)
   target_link_options(vextrel_flags INTERFACE -Wl,--no-insert-timestamp)
   target_link_options(vextrel_flags INTERFACE
     -static -fstack-protector-strong -Wl,--gc-sections -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
+  # In the file as in memory, so that what is not used need not be read.
+  target_link_options(vextrel_flags INTERFACE -Wl,--file-alignment,4096)
 endif()

@@ -10,6 +10,9 @@ namespace {
 /// stuck. So it is made anew from time to time.
 constexpr UINT renewalMs = 30000;
 
+/// The thread looks at a key and returns; the usual stack of a megabyte or two would be a waste.
+constexpr SIZE_T stackBytes = 65536;
+
 /// Every key of the system waits for this: it looks and returns.
 LRESULT CALLBACK HookProcedure(int code, WPARAM wParam, LPARAM lParam) noexcept {
     if (code == HC_ACTION) {
@@ -36,7 +39,8 @@ void KeyboardHook::Install() noexcept {
     if (!ready_) {
         return;
     }
-    thread_.Reset(::CreateThread(nullptr, 0, &KeyboardHook::ServeHook, this, 0, &threadId_));
+    thread_.Reset(::CreateThread(nullptr, stackBytes, &KeyboardHook::ServeHook, this, STACK_SIZE_PARAM_IS_A_RESERVATION,
+                                 &threadId_));
     if (thread_) {
         // Whichever comes first: a thread that was refused its hook ends at once.
         const HANDLE either[] = {ready_.Get(), thread_.Get()};

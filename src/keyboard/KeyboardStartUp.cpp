@@ -4,7 +4,6 @@
 
 #include "layouts/CaptureRules.h"
 #include "ui/mKBFormMoveSubclass.h"
-#include "win32/WindowStyle.h"
 
 namespace vextrel {
 
@@ -46,12 +45,13 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     hover_.SetTimerEnabled(false);
     protection_.RandomiseFormSizeAndPlacement();
     ::ShowWindow(form_.Handle(), SW_SHOW);
-    SetTopmost(form_.Handle(), true);
     protection_.SetCoverTransparency(HooksDisabled ? coverTransparencyWithoutHooks : program_.DefaultCoverTransparency);
     protection_.ResetFormCover();
     ApplyRemainingSettings();
     ::ShowWindow(form_.Handle(), SW_SHOW);
-    protection_.KeepTogether(true);
+    if (!protection_.AreTopmost(true)) { // as both windows are created; what takes a moment is left out
+        protection_.KeepTogether(true);
+    }
     options_.RefreshToolbar();
     protection_.AllowQuestions();
 }

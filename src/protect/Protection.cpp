@@ -142,6 +142,10 @@ void Protection::FitHeight() {
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+bool Protection::AreTopmost(bool topmost) const noexcept {
+    return IsTopmost(form_.Handle()) == topmost && IsTopmost(cover_.Handle()) == topmost;
+}
+
 void Protection::KeepTogether(bool topmost) noexcept {
     const HWND windows[] = {form_.Handle(), cover_.Handle()};
     const auto place = [&] {
@@ -150,8 +154,7 @@ void Protection::KeepTogether(bool topmost) noexcept {
         }
     };
     place();
-    const auto isPlaced = [topmost](HWND window) { return IsTopmost(window) == topmost; };
-    if (!std::all_of(std::begin(windows), std::end(windows), isPlaced)) {
+    if (!AreTopmost(topmost)) {
         // Wine puts an owner right behind what it owns; behind the only topmost window it is not topmost itself.
         ::SetWindowLongPtrW(cover_.Handle(), GWLP_HWNDPARENT, 0);
         place();

@@ -38,6 +38,8 @@ class Protection {
     void FitHeight();
     /// Puts the main window, and the layer right above it, before all other windows or among them; activates neither.
     void KeepTogether(bool topmost) noexcept;
+    /// Whether both are topmost, or both are not.
+    [[nodiscard]] bool AreTopmost(bool topmost) const noexcept;
     /// Puts the layer above the main window again, if it is not.
     void KeepLayerAbove() noexcept;
     /// Brings a window that no monitor shows any more back to a visible place.

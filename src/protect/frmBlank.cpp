@@ -31,7 +31,7 @@ void frmBlank::Load(HWND mainWindow) {
     Form::Load({.title = L"",
                 .style = WS_POPUP,
                 // No tool bar entry, no place in Alt+Tab, and a click leaves the activation where it is.
-                .exStyle = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE,
+                .exStyle = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
                 .owner = mainWindow,
                 .leftPx = 0,
                 .topPx = 0,

@@ -55,6 +55,7 @@ struct CommandSnapshot {
     bool layerMarked = false;
     LayoutMark layout = LayoutMark::None;
     bool transferRunning = false; ///< a drag, an injection or a capture: what would disturb it is disabled
+    friend constexpr bool operator==(const CommandSnapshot&, const CommandSnapshot&) = default;
 };
 
 struct CommandState {
@@ -70,6 +71,7 @@ struct StatusTexts {
     std::wstring inputMode;
     std::wstring transferMode;
     std::wstring layout;
+    friend bool operator==(const StatusTexts&, const StatusTexts&) = default;
 };
 /// @param intervalMs the hover delay. @param importedFile whether captions come from a file imported in this run.
 [[nodiscard]] StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs, bool importedFile);

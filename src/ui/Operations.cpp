@@ -23,6 +23,7 @@ Operations::Scope::Scope(Operations& operations, Kind kind) noexcept
     }
     if (kind_ == Kind::Modal) {
         ++operations_.modals_;
+        systemWindows_.emplace();
         operations_.DisableLayer();
     }
 }

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "win32/ScreenCapture.h"
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace vextrel {
@@ -29,6 +30,7 @@ class Operations {
       private:
         Operations& operations_;
         Kind kind_;
+        std::optional<SystemWindowsScope> systemWindows_; ///< while something modal is shown
     };
 
     /// The windows that modality and closing act on; null while there are none.

@@ -71,26 +71,16 @@ constexpr int firstGapId = 2190;
 
 } // namespace
 
-ToolbarControl::~ToolbarControl() {
-    if (handle_ != nullptr) {
-        ::RemoveWindowSubclass(handle_, &ToolbarControl::SubclassProc, 0);
-    }
-}
-
 void ToolbarControl::Create(HWND parent, KeyboardEvents* const& events) {
     events_ = &events;
     const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
                         CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
-    handle_ = ::CreateWindowExW(WS_EX_NOPARENTNOTIFY, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent,
-                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids::tbToolbar)),
-                                ::GetModuleHandleW(nullptr), nullptr);
-    if (handle_ == nullptr ||
-        ::SetWindowSubclass(handle_, &ToolbarControl::SubclassProc, 0, reinterpret_cast<DWORD_PTR>(this)) == FALSE) {
-        ThrowLastError();
-    }
-    ::SendMessageW(handle_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    Attach(::CreateWindowExW(WS_EX_NOPARENTNOTIFY, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids::tbToolbar)), ::GetModuleHandleW(nullptr),
+                             nullptr));
+    ::SendMessageW(Handle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     // Mixed: a button's text is its tool tip and what assistive programs read, and is not drawn.
-    ::SendMessageW(handle_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
+    ::SendMessageW(Handle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
     AddButtons();
 }
 
@@ -102,7 +92,7 @@ void ToolbarControl::AddButtons() {
             TBBUTTON gap{};
             gap.idCommand = gapId++;
             gap.fsStyle = BTNS_SEP;
-            ::SendMessageW(handle_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&gap));
+            ::SendMessageW(Handle(), TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&gap));
         }
         TBBUTTON button{};
         button.iBitmap = picture++;
@@ -110,7 +100,7 @@ void ToolbarControl::AddButtons() {
         button.fsState = TBSTATE_ENABLED;
         button.fsStyle = StyleOf(tool.style);
         button.iString = reinterpret_cast<INT_PTR>(tool.toolTip);
-        ::SendMessageW(handle_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+        ::SendMessageW(Handle(), TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     }
 }
 
@@ -118,26 +108,26 @@ void ToolbarControl::SetDpi(int dpi) {
     const PictureSet pictures = PicturesFor(dpi);
     UniqueImageList images = LoadStrip(pictures.strip, pictures.sizePx, COLOR_BTNTEXT);
     UniqueImageList disabledImages = LoadStrip(pictures.disabledStrip, pictures.sizePx, COLOR_GRAYTEXT);
-    ::SendMessageW(handle_, TB_SETBITMAPSIZE, 0, MAKELPARAM(pictures.sizePx, pictures.sizePx));
-    ::SendMessageW(handle_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
-    ::SendMessageW(handle_, TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages.Get()));
+    ::SendMessageW(Handle(), TB_SETBITMAPSIZE, 0, MAKELPARAM(pictures.sizePx, pictures.sizePx));
+    ::SendMessageW(Handle(), TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
+    ::SendMessageW(Handle(), TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages.Get()));
     images_ = std::move(images);
     disabledImages_ = std::move(disabledImages);
     const int margin = ::MulDiv(6, dpi, USER_DEFAULT_SCREEN_DPI);
-    ::SendMessageW(handle_, TB_SETBUTTONSIZE, 0, MAKELPARAM(pictures.sizePx + margin, pictures.sizePx + margin));
+    ::SendMessageW(Handle(), TB_SETBUTTONSIZE, 0, MAKELPARAM(pictures.sizePx + margin, pictures.sizePx + margin));
 }
 
 bool ToolbarControl::IsShown() const noexcept {
-    return (::GetWindowLongPtrW(handle_, GWL_STYLE) & WS_VISIBLE) != 0;
+    return (::GetWindowLongPtrW(Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
 }
 
 int ToolbarControl::ButtonCount() const noexcept {
-    return static_cast<int>(::SendMessageW(handle_, TB_BUTTONCOUNT, 0, 0));
+    return static_cast<int>(::SendMessageW(Handle(), TB_BUTTONCOUNT, 0, 0));
 }
 
 RECT ToolbarControl::ButtonRect(int index) const noexcept {
     RECT area{};
-    ::SendMessageW(handle_, TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area));
+    ::SendMessageW(Handle(), TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area));
     return area;
 }
 
@@ -145,7 +135,7 @@ void ToolbarControl::ShowGaps(bool show) noexcept {
     int gapId = firstGapId;
     for (const ToolButton& tool : ToolButtons()) {
         if (tool.startsGroup) {
-            ::SendMessageW(handle_, TB_HIDEBUTTON, static_cast<WPARAM>(gapId++), MAKELPARAM(show ? FALSE : TRUE, 0));
+            ::SendMessageW(Handle(), TB_HIDEBUTTON, static_cast<WPARAM>(gapId++), MAKELPARAM(show ? FALSE : TRUE, 0));
         }
     }
 }
@@ -155,15 +145,15 @@ int ToolbarControl::BreakRows(int widthPx) noexcept {
     int previous = -1;
     for (int index = 0; index < ButtonCount(); ++index) {
         TBBUTTON button{};
-        ::SendMessageW(handle_, TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+        ::SendMessageW(Handle(), TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
         if ((button.fsStyle & BTNS_SEP) != 0) {
             continue;
         }
         const RECT area = ButtonRect(index);
         if (previous >= 0 && area.right - rowLeft > widthPx) {
             TBBUTTON last{};
-            ::SendMessageW(handle_, TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
-            ::SendMessageW(handle_, TB_SETSTATE, static_cast<WPARAM>(last.idCommand),
+            ::SendMessageW(Handle(), TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
+            ::SendMessageW(Handle(), TB_SETSTATE, static_cast<WPARAM>(last.idCommand),
                            MAKELPARAM(last.fsState | TBSTATE_WRAP, 0));
             // The control arranges its buttons anew when one comes or goes, not when one's state changes. Positions
             // behind the break count from the new row's start then.
@@ -177,18 +167,18 @@ int ToolbarControl::BreakRows(int widthPx) noexcept {
 }
 
 int ToolbarControl::Arrange(int widthPx) noexcept {
-    ::SendMessageW(handle_, WM_SETREDRAW, FALSE, 0);
+    ::SendMessageW(Handle(), WM_SETREDRAW, FALSE, 0);
     for (const ToolButton& tool : ToolButtons()) {
-        const auto state = static_cast<WORD>(::SendMessageW(handle_, TB_GETSTATE, static_cast<WPARAM>(tool.id), 0));
-        ::SendMessageW(handle_, TB_SETSTATE, static_cast<WPARAM>(tool.id), MAKELPARAM(state & ~TBSTATE_WRAP, 0));
+        const auto state = static_cast<WORD>(::SendMessageW(Handle(), TB_GETSTATE, static_cast<WPARAM>(tool.id), 0));
+        ::SendMessageW(Handle(), TB_SETSTATE, static_cast<WPARAM>(tool.id), MAKELPARAM(state & ~TBSTATE_WRAP, 0));
     }
     ShowGaps(true);
     if (ButtonRect(ButtonCount() - 1).right > widthPx) {
         ShowGaps(false);
     }
     const int heightPx = BreakRows(widthPx);
-    ::SendMessageW(handle_, WM_SETREDRAW, TRUE, 0);
-    ::InvalidateRect(handle_, nullptr, TRUE);
+    ::SendMessageW(Handle(), WM_SETREDRAW, TRUE, 0);
+    ::InvalidateRect(Handle(), nullptr, TRUE);
     return heightPx;
 }
 
@@ -196,8 +186,12 @@ void ToolbarControl::Refresh(const CommandSnapshot& snapshot) noexcept {
     for (const ToolButton& tool : ToolButtons()) {
         const CommandState state = StateOfCommand(tool.id, snapshot);
         const auto id = static_cast<WPARAM>(tool.id);
-        ::SendMessageW(handle_, TB_CHECKBUTTON, id, MAKELPARAM(state.checked ? TRUE : FALSE, 0));
-        ::SendMessageW(handle_, TB_ENABLEBUTTON, id, MAKELPARAM(state.enabled ? TRUE : FALSE, 0));
+        if ((::SendMessageW(Handle(), TB_ISBUTTONCHECKED, id, 0) != 0) != state.checked) {
+            ::SendMessageW(Handle(), TB_CHECKBUTTON, id, MAKELPARAM(state.checked ? TRUE : FALSE, 0));
+        }
+        if ((::SendMessageW(Handle(), TB_ISBUTTONENABLED, id, 0) != 0) != state.enabled) {
+            ::SendMessageW(Handle(), TB_ENABLEBUTTON, id, MAKELPARAM(state.enabled ? TRUE : FALSE, 0));
+        }
     }
 }
 
@@ -206,23 +200,18 @@ int ToolbarControl::TrackHoverMenu() const {
     for (const HoverDelayItem& item : HoverDelayMenu()) {
         ::AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(item.id), item.caption);
     }
-    RECT area = ButtonRect(static_cast<int>(::SendMessageW(handle_, TB_COMMANDTOINDEX, ids::toolHover, 0)));
-    ::MapWindowPoints(handle_, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    RECT area = ButtonRect(static_cast<int>(::SendMessageW(Handle(), TB_COMMANDTOINDEX, ids::toolHover, 0)));
+    ::MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&area), 2);
     TPMPARAMS around{sizeof around, area};
-    return ::TrackPopupMenuEx(menu.Get(), TPM_RETURNCMD | TPM_VERTICAL, area.left, area.bottom, ::GetParent(handle_),
+    return ::TrackPopupMenuEx(menu.Get(), TPM_RETURNCMD | TPM_VERTICAL, area.left, area.bottom, ::GetParent(Handle()),
                               &around);
 }
 
-LRESULT CALLBACK ToolbarControl::SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                              DWORD_PTR self) noexcept {
-    auto* toolbar = reinterpret_cast<ToolbarControl*>(self);
-    if (message == WM_NCDESTROY) {
-        ::RemoveWindowSubclass(window, &ToolbarControl::SubclassProc, 0);
-        toolbar->handle_ = nullptr;
-    } else if (message == WM_MOUSEMOVE) {
-        GuardEvent(::GetParent(window), L"tbToolbar_MouseMove", [&] { (*toolbar->events_)->MouseMoveInForm(); });
+LRESULT ToolbarControl::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_MOUSEMOVE) {
+        GuardEvent(::GetParent(Handle()), L"tbToolbar_MouseMove", [&] { (*events_)->MouseMoveInForm(); });
     }
-    return ::DefSubclassProc(window, message, wParam, lParam);
+    return ToControl(message, wParam, lParam);
 }
 
 } // namespace vextrel

@@ -2,6 +2,7 @@
 
 #include "ui/Commands.h"
 #include "ui/KeyboardEvents.h"
+#include "win32/SubclassedControl.h"
 #include "win32/handles.h"
 
 #include <functional>
@@ -10,20 +11,19 @@ namespace vextrel {
 
 /// The toolbar `tbToolbar`: 15 flat buttons with pictures and tool tips. On a narrow window the gaps between its groups
 /// go first, then it continues in a second row.
-class ToolbarControl {
+class ToolbarControl final : public SubclassedControl {
   public:
-    ToolbarControl() = default;
-    ~ToolbarControl();
-    ToolbarControl(const ToolbarControl&) = delete;
-    ToolbarControl& operator=(const ToolbarControl&) = delete;
-
     /// @throws Error with the system's code.
     void Create(HWND parent, KeyboardEvents* const& events);
-    [[nodiscard]] HWND Handle() const noexcept { return handle_; }
+
+    /// The window that shows its tool tips.
+    [[nodiscard]] HWND ToolTips() const noexcept {
+        return reinterpret_cast<HWND>(::SendMessageW(Handle(), TB_GETTOOLTIPS, 0, 0));
+    }
 
     /// Loads the pictures and sizes for a DPI.
     void SetDpi(int dpi);
-    void Show(bool show) noexcept { ::ShowWindow(handle_, show ? SW_SHOWNA : SW_HIDE); }
+    void Show(bool show) noexcept { ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE); }
     [[nodiscard]] bool IsShown() const noexcept;
 
     /// Arranges the buttons for a width. @return the height they need, in pixels.
@@ -34,8 +34,7 @@ class ToolbarControl {
     [[nodiscard]] int TrackHoverMenu() const;
 
   private:
-    static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                         DWORD_PTR self) noexcept;
+    LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     void AddButtons();
     void ShowGaps(bool show) noexcept;
     /// Breaks the row before the first button that does not fit. @return the height.
@@ -43,7 +42,6 @@ class ToolbarControl {
     [[nodiscard]] RECT ButtonRect(int index) const noexcept;
     [[nodiscard]] int ButtonCount() const noexcept;
 
-    HWND handle_ = nullptr;
     KeyboardEvents* const* events_ = nullptr;
     UniqueImageList images_;
     UniqueImageList disabledImages_;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr DWORD mainWindowStyle =
     WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
-constexpr DWORD mainWindowExStyle = WS_EX_CONTROLPARENT;
+constexpr DWORD mainWindowExStyle = WS_EX_CONTROLPARENT | WS_EX_TOPMOST;
 
 /// Where a box is kept that must be able to take the focus but is never seen, in twips.
 constexpr int offScreenTwips = -10000;
@@ -195,6 +195,19 @@ void frmKeyboard::SetTransparencySlider(int percent) noexcept {
 }
 
 void frmKeyboard::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
+    // A click changes a button by itself, whatever comes of it.
+    toolbar_.Refresh(snapshot);
+    if (snapshot != shownState_) {
+        shownState_ = snapshot;
+        RefreshMenuBar(snapshot);
+    }
+    if (status != status_) {
+        status_ = std::move(status);
+        ShowStatus();
+    }
+}
+
+void frmKeyboard::RefreshMenuBar(const CommandSnapshot& snapshot) noexcept {
     for (const Menu& menu : MenuBar()) {
         for (const MenuItem& item : menu.items) {
             const CommandState state = StateOfCommand(item.id, snapshot);
@@ -205,9 +218,6 @@ void frmKeyboard::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
                              static_cast<UINT>(MF_BYCOMMAND) | (state.enabled ? MF_ENABLED : MF_GRAYED));
         }
     }
-    toolbar_.Refresh(snapshot);
-    status_ = std::move(status);
-    ShowStatus();
 }
 
 void frmKeyboard::ShowNotice(std::wstring text) {
@@ -253,8 +263,14 @@ LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             GuardEvent(Handle(), L"tmrCheckActiveWindow_Timer", [&] { controller_->CheckActiveWindow(); });
         }
         return 0;
-    case WM_ENTERMENULOOP: controller_->MenuLoop(true); return 0;
-    case WM_EXITMENULOOP: controller_->MenuLoop(false); return 0;
+    case WM_ENTERMENULOOP:
+        openMenus_.emplace();
+        controller_->MenuLoop(true);
+        return 0;
+    case WM_EXITMENULOOP:
+        controller_->MenuLoop(false);
+        openMenus_.reset();
+        return 0;
     case WM_GETMINMAXINFO: OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
     case WM_DPICHANGED:
         GuardEvent(Handle(), L"DpiChanged", [&] { OnDpiChanged(*reinterpret_cast<const RECT*>(lParam)); });

@@ -8,9 +8,11 @@
 #include "ui/ToolbarControl.h"
 #include "ui/WindowLayout.h"
 #include "win32/Form.h"
+#include "win32/ScreenCapture.h"
 #include "win32/handles.h"
 
 #include <array>
+#include <optional>
 #include <string>
 
 namespace vextrel {
@@ -69,6 +71,7 @@ class frmKeyboard final : public Form {
     void ApplyDpi();
     void NameControls() noexcept;
     void AddToolTips();
+    void RefreshMenuBar(const CommandSnapshot& snapshot) noexcept;
     void FitPasswordFont();
 
     bool OnCommand(int id, int notification);
@@ -87,6 +90,7 @@ class frmKeyboard final : public Form {
     KeyboardEvents* controller_;
     FontCache fonts_;
     UniqueMenu menuBar_;
+    std::optional<SystemWindowsScope> openMenus_; ///< while a menu is open
     ToolbarControl toolbar_;
     PasswordBox txtPassword_;
     PasswordBox txtText_;
@@ -99,6 +103,7 @@ class frmKeyboard final : public Form {
     HWND activeControl_ = nullptr;
     std::array<KeyButton, keyButtonCount> keys_;
     WindowLayout layout_;
+    std::optional<CommandSnapshot> shownState_; ///< what the menu bar says; nothing at first
     StatusTexts status_;
     std::wstring notice_;
     int arrangedWidthPx_ = -1; ///< the width that the toolbar is arranged for

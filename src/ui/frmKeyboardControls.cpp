@@ -61,8 +61,8 @@ void frmKeyboard::CreateControls() {
 }
 
 void frmKeyboard::AddToolTips() {
-    const HWND toolTips = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP, 0, 0, 0,
-                                            0, Handle(), nullptr, ::GetModuleHandleW(nullptr), nullptr);
+    const HWND toolTips = toolbar_.ToolTips();
+    ExcludeFromCapture(toolTips);
     for (const HWND slider : {sldHoverDelay_, sldTransparency_}) {
         std::wstring text = slider == sldHoverDelay_ ? L"Hover delay" : L"Opacity of this window";
         TOOLINFOW tool{};

@@ -18,6 +18,17 @@ bool IsTopLevel(HWND window) noexcept {
     return ::GetAncestor(window, GA_PARENT) == ::GetDesktopWindow();
 }
 
+/// One watch for all scopes that stand.
+struct Watch {
+    int scopes = 0;
+    UniqueHook hook;
+};
+
+Watch& TheWatch() noexcept {
+    static Watch watch;
+    return watch;
+}
+
 /// Sees the messages to the windows of this thread, whoever made them. Before a window is shown, its place changes,
 /// however it is shown; tool tips and menus get no other notice.
 LRESULT CALLBACK BeforeMessage(int code, WPARAM wParam, LPARAM lParam) noexcept {
@@ -60,14 +71,22 @@ void ExcludeFromCapture(HWND window) noexcept {
 
 CaptureExclusion::CaptureExclusion() noexcept {
     IsInForce() = true;
-    if (!HooksDisabled) {
-        windowsOfThisThread_.Reset(
-            ::SetWindowsHookExW(WH_CALLWNDPROC, &BeforeMessage, nullptr, ::GetCurrentThreadId()));
-    }
 }
 
 CaptureExclusion::~CaptureExclusion() {
     IsInForce() = false;
+}
+
+SystemWindowsScope::SystemWindowsScope() noexcept {
+    if (TheWatch().scopes++ == 0 && IsInForce() && !HooksDisabled) {
+        TheWatch().hook.Reset(::SetWindowsHookExW(WH_CALLWNDPROC, &BeforeMessage, nullptr, ::GetCurrentThreadId()));
+    }
+}
+
+SystemWindowsScope::~SystemWindowsScope() {
+    if (--TheWatch().scopes == 0) {
+        TheWatch().hook.Reset();
+    }
 }
 
 } // namespace vextrel

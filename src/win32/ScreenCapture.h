@@ -17,17 +17,25 @@ enum class CaptureState {
 /// The system may refuse (without desktop composition, say); the window is then as visible as any other.
 void ExcludeFromCapture(HWND window) noexcept;
 
-/// While it lives, what this thread shows is kept out of screen captures: our own windows from their creation, and
-/// menus, tool tips, message boxes and common dialogs before they are first seen.
+/// While it lives, this thread's windows are kept out of screen captures: our own from their creation, the system's
+/// wherever a SystemWindowsScope stands.
 class CaptureExclusion {
   public:
     CaptureExclusion() noexcept;
     ~CaptureExclusion();
     CaptureExclusion(const CaptureExclusion&) = delete;
     CaptureExclusion& operator=(const CaptureExclusion&) = delete;
+};
 
-  private:
-    UniqueHook windowsOfThisThread_;
+/// Stands around whatever makes the system show windows of its own on this thread (menus, message boxes, common
+/// dialogs): while it lives, they are excluded before they are first seen. Nests. Not kept for good, because watching
+/// makes every message of the thread dearer, a key press as well.
+class SystemWindowsScope {
+  public:
+    SystemWindowsScope() noexcept;
+    ~SystemWindowsScope();
+    SystemWindowsScope(const SystemWindowsScope&) = delete;
+    SystemWindowsScope& operator=(const SystemWindowsScope&) = delete;
 };
 
 } // namespace vextrel
