@@ -2,6 +2,58 @@
 
 namespace vextrel {
 
+namespace {
+
+/// For the answer of a window of another program; one that takes longer is asked again.
+constexpr UINT answerLimitMs = 200;
+constexpr DWORD restMs = 20;
+
+HWND WindowUnderPointer() noexcept {
+    POINT pointer{};
+    ::GetCursorPos(&pointer);
+    return ::WindowFromPoint(pointer);
+}
+
+bool Answers(HWND window) noexcept {
+    DWORD_PTR answer = 0;
+    return window == nullptr || ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() ||
+           ::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, answerLimitMs, &answer) != 0;
+}
+
+bool PrimaryButtonIsDown() noexcept {
+    return ::GetAsyncKeyState(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON) < 0;
+}
+
+/// Lets our windows paint and the hint follow, but keeps from OLE the messages that would make it ask the window under
+/// the pointer. @return false when the drag is to end: Escape was pressed, or the program ends.
+bool PumpOwnWindows() noexcept {
+    bool goesOn = true;
+    MSG message{};
+    while (goesOn && ::PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE) != FALSE) {
+        goesOn = message.message != WM_QUIT && (message.message != WM_KEYDOWN || message.wParam != VK_ESCAPE);
+    }
+    if (message.message == WM_QUIT) {
+        ::PostQuitMessage(static_cast<int>(message.wParam)); // for the outer loop
+        return false;
+    }
+    ::EnumThreadWindows(
+        ::GetCurrentThreadId(),
+        [](HWND window, LPARAM) -> BOOL {
+            MSG own{};
+            for (const UINT kind : {UINT{WM_PAINT}, UINT{WM_TIMER}}) {
+                if (::IsWindowVisible(window) && ::PeekMessageW(&own, window, kind, kind, PM_REMOVE) != FALSE &&
+                    own.message == kind) {
+                    ::DispatchMessageW(&own);
+                }
+            }
+            return TRUE;
+        },
+        0);
+    return goesOn;
+}
+
+} // namespace
+
 HRESULT DropSource::QueryInterface(REFIID id, void** object) noexcept {
     if (object == nullptr) {
         return E_POINTER;
@@ -29,10 +81,25 @@ HRESULT DropSource::QueryContinueDrag(BOOL escapePressed, DWORD keyState) noexce
         return DRAGDROP_S_CANCEL;
     }
     if ((keyState & MK_LBUTTON) != 0) {
-        return S_OK;
+        return keepFromHung_ ? RestOverHungWindow() : S_OK;
     }
     data_->Open();
     return DRAGDROP_S_DROP;
+}
+
+HRESULT DropSource::RestOverHungWindow() noexcept {
+    for (;;) {
+        const HWND window = WindowUnderPointer();
+        if (window == answering_ || Answers(window)) {
+            answering_ = window;
+            return S_OK;
+        }
+        escaped_ = !PumpOwnWindows();
+        if (escaped_ || !PrimaryButtonIsDown()) {
+            return DRAGDROP_S_CANCEL;
+        }
+        ::MsgWaitForMultipleObjectsEx(0, nullptr, restMs, QS_ALLINPUT, 0);
+    }
 }
 
 } // namespace vextrel

@@ -11,11 +11,16 @@ namespace vextrel {
 
 /// Steers a drag of the password: it ends when the button that it began with goes up, which opens the data for the
 /// target; Escape cancels it.
+///
+/// OLE asks every window that the pointer comes to, and would wait without an end for one that hangs. A drag that hands
+/// nothing over by dropping is therefore kept away from such a window: it rests while the pointer is there, and ends
+/// when the button goes up.
 class DropSource final : public IDropSource {
   public:
-    /// Born with one reference, the caller's.
-    explicit DropSource(TextDataObject& data) noexcept
-        : data_(&data) {
+    /// Born with one reference, the caller's. @param keepFromHung the drag is kept away from windows that hang.
+    DropSource(TextDataObject& data, bool keepFromHung) noexcept
+        : data_(&data)
+        , keepFromHung_(keepFromHung) {
         data.AddRef();
     }
     DropSource(const DropSource&) = delete;
@@ -32,10 +37,13 @@ class DropSource final : public IDropSource {
 
   private:
     ~DropSource() = default;
+    [[nodiscard]] HRESULT RestOverHungWindow() noexcept;
 
     std::atomic<ULONG> references_{1};
     ComPtr<TextDataObject> data_;
+    bool keepFromHung_;
     bool escaped_ = false;
+    HWND answering_ = nullptr; ///< the window that the pointer was over last and that answered
 };
 
 } // namespace vextrel

@@ -43,7 +43,7 @@ void PasswordTransfer::Drag() {
     const HandlerNames names = NamesFor(form_.VisibleBox().View());
     // Some targets read the data after DoDragDrop has returned: the object lives by its references, not by this one.
     const ComPtr<TextDataObject> data(new TextDataObject);
-    const ComPtr<DropSource> source(new DropSource(*data));
+    const ComPtr<DropSource> source(new DropSource(*data, mode_ == DragDropMode::Inject));
 
     bool started = false;
     GuardEvent(form_.Handle(), names.start, [&] {

@@ -192,5 +192,32 @@ TEST(Injection, KeepsThePasswordWhereNothingCouldBeInjected) {
     EXPECT_EQ(closing.Running().ExitCode(), 0U);
 }
 
+TEST(Injection, DoesNotWaitForATargetThatHangs) {
+    // OLE knows the second field, and would ask it.
+    for (const int id : {target::editField, target::dropField}) {
+        SCOPED_TRACE(id);
+        const Target target;
+        Injecting test;
+        target.KeepClearOf(BoundsOf(test.app->Main()));
+        test.app->ClickPassword(test.pointer, L"qwer");
+        const HWND field = target.Field(id);
+        const POINT place = CentreOf(field);
+
+        SuspendThread(target.Running().MainThread());
+        test.Pull(place);
+        Await("the hint follows", [&] {
+            const RECT hint = BoundsOf(test.Hint());
+            return hint.left > place.x && hint.left < place.x + 50 && hint.top > place.y;
+        });
+        test.pointer.Release();
+        Await("the transfer ends", [&] { return test.BoxLength() == 0; });
+        test.ClickKey(keys::tab + 1); // and the next may come
+        ResumeThread(target.Running().MainThread());
+        Await("the target is awake", [&] { return !IsHungAppWindow(target.Window()); });
+        Await("it takes what was posted", [&] { return TextOf(field) == L"qwer"; });
+        EXPECT_EQ(target.Entries(), 0);
+    }
+}
+
 } // namespace
 } // namespace vextrel::driver
