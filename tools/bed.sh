@@ -15,7 +15,7 @@ packagesToRun="cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine wine
 packagesToFuzz="cmake ninja-build googletest clang libclang-rt-14-dev"
 packagesToBench="cmake ninja-build g++ googletest libbenchmark-dev"
 packagesToPackage="cmake ninja-build g++-mingw-w64-x86-64-posix googletest git zip nsis python3-markdown"
-packagesToTest="$packagesToRun $packagesToFuzz $packagesToPackage g++ clang-format clang-tidy python3 libxkbcommon-tools unzip"
+packagesToTest="$packagesToRun $packagesToFuzz $packagesToPackage g++ clang-format clang-tidy python3 libxkbcommon-tools unzip x11-xkb-utils"
 
 running=      # process group of the step at work
 servers=()    # process groups of Xvfb, openbox and picom, in the order of their start
