@@ -4,17 +4,21 @@
 #include "driver/Input.h"
 #include "driver/Sandbox.h"
 #include "driver/Target.h"
+#include "keyboard/Keyboard.h"
 #include "settings/mINIManagement.h"
 #include "transfer/SendKeysParser.h"
 #include "transfer/TextDataObject.h"
 #include "transfer/cSendKeys.h"
+#include "transfer/mCharToKeyboardString.h"
 #include "ui/cOpenSave.h"
 #include "win32/ComPtr.h"
+#include "win32/Text.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <filesystem>
+#include <thread>
 
 namespace vextrel {
 namespace {
@@ -101,6 +105,80 @@ TEST(FileDialogs, TellFilesFromFolders) {
     EXPECT_FALSE(dialogs.FileExists(sandbox.Folder() / L"none"));
 }
 
+TEST(FileDialogs, LeaveTheCurrentFolderAndTellACancel) {
+    const driver::Sandbox sandbox;
+    std::filesystem::current_path(sandbox.Folder().parent_path());
+    const auto before = std::filesystem::current_path();
+    cOpenSave dialogs;
+    dialogs.CancelError = true;
+    dialogs.InitDir = sandbox.Folder();
+    dialogs.FileName = sandbox.Program();
+    dialogs.Directory = L"kept";
+    const auto answered = [&](bool (cOpenSave::*show)(), WPARAM button) {
+        const std::jthread user([button] {
+            HWND dialog = nullptr;
+            driver::Await("the dialog", [&] {
+                dialog = FindWindowW(L"#32770", nullptr);
+                return dialog != nullptr && IsWindowVisible(dialog);
+            });
+            driver::Ask(dialog, WM_NULL); // it has been filled
+            PostMessageW(dialog, WM_COMMAND, button, 0);
+        });
+        return (dialogs.*show)();
+    };
+    for (const auto show : {&cOpenSave::ShowOpen, &cOpenSave::ShowSave, &cOpenSave::ChooseDirectory}) {
+        EXPECT_TRUE(answered(show, IDCANCEL));
+        EXPECT_EQ(dialogs.FileName, sandbox.Program());
+        EXPECT_EQ(dialogs.FileTitle, L"");
+        EXPECT_EQ(dialogs.Directory, L"kept");
+    }
+    EXPECT_FALSE(answered(&cOpenSave::ShowOpen, IDOK));
+    EXPECT_EQ(dialogs.FileName, sandbox.Program());
+    EXPECT_EQ(dialogs.FileTitle, L"vextrel.exe");
+    EXPECT_FALSE(answered(&cOpenSave::ChooseDirectory, IDOK));
+    EXPECT_TRUE(dialogs.DirExists(dialogs.Directory)) << Narrow(dialogs.Directory);
+    EXPECT_EQ(std::filesystem::current_path(), before);
+    std::filesystem::current_path(driver::OwnFolder());
+}
+
+TEST(LayoutSwitcher, UnknownLayoutsAndFilesWithoutOneLoadNothing) {
+    const driver::Sandbox sandbox;
+    const std::string settings = "[Settings]\r\nKeyboard Layout=Config\r\n[Row 2 Lower Case]\r\nKey 1=mine\r\n";
+    sandbox.Write(settings);
+    ProgramState program;
+    program.folder = sandbox.Folder();
+    SettingsStore store(program);
+    store.SetWriteGate([] { return true; });
+    Operations operations;
+    Keyboard keyboard(program, store, operations);
+    const auto caption = [&] { return keyboard.Form().Key(keys::tab + 1).Caption(); };
+    const auto written = sandbox.Read();
+    for (const std::int32_t layout : {3, 1033, -1, 2147483647}) {
+        keyboard.Layouts().SwitchKeyboardLang(layout, false);
+        EXPECT_EQ(caption(), L"mine") << layout;
+        EXPECT_EQ(sandbox.Read(), written) << layout;
+    }
+    for (const std::filesystem::path& file :
+         {std::filesystem::path(), sandbox.Folder(), sandbox.Folder() / L"none.lng"}) {
+        keyboard.Layouts().ReadLayout(file);
+        keyboard.Layouts().SwitchKeyboardLang(3, false); // shows what was read
+        EXPECT_EQ(caption(), L"mine") << file;
+    }
+    // Unrecorded, as the start applies it.
+    keyboard.Layouts().SwitchKeyboardLang(409, true);
+    EXPECT_EQ(caption(), L"q");
+    EXPECT_EQ(sandbox.Read(), written);
+}
+
+TEST(Characters, OfTheCodePageAndTheirKeys) {
+    const std::wstring loneSurrogate(1, wchar_t{0xD83D});
+    EXPECT_EQ(Widen(vextrel::Narrow(L"a\u20AC" + loneSurrogate)), L"a\u20AC?");
+    EXPECT_EQ(AnsiCharacter(loneSurrogate + L"a").UnitCount(), 1U);
+    EXPECT_EQ(KeyCode(L"ab"), 'A');
+    EXPECT_EQ(KeyCode(L""), std::nullopt);
+    EXPECT_EQ(KeyCode(loneSurrogate), std::nullopt);
+}
+
 TEST(SettingsFile, CutsLongValuesAndLivesInAnyFolder) {
     const driver::Sandbox sandbox(L"\u4E2D\u6587 \u0416");
     ProgramState program;
@@ -127,6 +205,15 @@ TEST(DataObject, OffersTextAloneAndGivesItAfterTheDropOnly) {
     ULONG count = 0;
     EXPECT_EQ(listed->Next(3, found, &count), S_FALSE);
     ASSERT_EQ(count, 2U);
+    EXPECT_EQ(listed->Skip(1), S_FALSE);
+    listed->Reset();
+    EXPECT_EQ(listed->Skip(1), S_OK);
+    ComPtr<IEnumFORMATETC> copy;
+    ASSERT_EQ(listed->Clone(copy.Out()), S_OK);
+    FORMATETC second{};
+    EXPECT_EQ(copy->Next(1, &second, nullptr), S_OK);
+    EXPECT_EQ(second.cfFormat, found[1].cfFormat);
+    EXPECT_EQ(listed->Skip(1), S_OK) << "the copy has gone on alone";
     for (ULONG i = 0; i < count; ++i)
         EXPECT_EQ(data->QueryGetData(&found[i]), S_OK);
     STGMEDIUM medium{};

@@ -8,9 +8,11 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <thread>
 
 namespace vextrel::driver {
 namespace {
@@ -183,8 +185,7 @@ TEST(Abroad, EveryShippedLayoutOfTheCodePageIsShownAsItsFileSays) {
             continue;
         SCOPED_TRACE(entry.path().stem().string());
         const Captions wanted(entry.path());
-        app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open",
-                             std::filesystem::canonical(entry.path()));
+        app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", std::filesystem::canonical(entry.path()));
         static_cast<void>(WaitFor([&] { return app.Shown() == wanted.lower; }));
         EXPECT_EQ(app.Shown(), wanted.lower);
         app.Shift(pointer);
@@ -195,40 +196,97 @@ TEST(Abroad, EveryShippedLayoutOfTheCodePageIsShownAsItsFileSays) {
     EXPECT_GT(imported, 0) << "code page " << GetACP();
 }
 
+/// Brings another window to the front as soon as some keys have been pressed and released.
+class Interruption {
+  public:
+    Interruption(HWND other, int keys)
+        : watch_([other, keys](const std::stop_token& stop) {
+            other_ = other;
+            keysLeft_ = keys;
+            const HHOOK hook = SetWindowsHookExW(WH_KEYBOARD_LL, &See, GetModuleHandleW(nullptr), 0);
+            isSet_ = true;
+            for (MSG message; !stop.stop_requested();) {
+                MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+                while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                    DispatchMessageW(&message);
+            }
+            UnhookWindowsHookEx(hook);
+            isSet_ = false;
+        }) {
+        Await("the hook is set", [] { return isSet_.load(); });
+    }
+
+  private:
+    static LRESULT CALLBACK See(int code, WPARAM wParam, LPARAM lParam) noexcept {
+        if (wParam == WM_KEYUP && --keysLeft_ == 0)
+            SetForegroundWindow(other_);
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+    static inline HWND other_ = nullptr;
+    static inline int keysLeft_ = 0;
+    static inline std::atomic<bool> isSet_{false};
+    std::jthread watch_;
+};
+
 TEST(Layouts, ACaptureTypesIntoNoOtherProgram) {
     const Sandbox sandbox;
+    sandbox.Write("[Settings]\r\nKeyboard Layout=Config\r\n[Row 1 Lower Case]\r\nKey 1=first\r\n"
+                  "[Row 4 Lower Case]\r\nKey 10=last\r\n");
     const Target target;
     const LayoutApp app(sandbox);
     target.KeepClearOf(BoundsOf(app.Main()));
     Pointer pointer;
+    const std::wstring before = app.Shown();
+    ASSERT_TRUE(before.starts_with(L"first1") && before.ends_with(L".last")) << Narrow(before);
     // The window manager may bring the program back just before it captures; then nothing is refused.
-    int refused = 0;
-    for (const bool inMidCapture : {false, true, false, true, false}) {
-        app.Activate();
-        if (inMidCapture)
-            app.Command(ids::mnuKeyboardLayoutDefault);
+    int refusedAtOnce = 0;
+    for (const int keysPressed : {0, 20, 0, 21, 0}) {
         pointer.Click(target.Field(target::editField));
-        if (!inMidCapture) {
-            BringToFront(target.Window());
-            app.Command(ids::mnuKeyboardLayoutDefault);
-        }
+        BringToFront(target.Window());
+        if (keysPressed > 0)
+            app.Activate();
+        const Interruption interruption(target.Window(), keysPressed);
+        app.Command(ids::mnuKeyboardLayoutDefault);
         Await("the capture has ended",
               [&] { return app.Running().Window(dialogClass) || app.Checked(ids::mnuKeyboardLayoutDefault); });
-        if (const HWND dialog = app.Running().Window(dialogClass)) {
-            EXPECT_FALSE(app.Checked(ids::mnuKeyboardLayoutDefault));
+        const HWND dialog = app.Running().Window(dialogClass);
+        EXPECT_TRUE(dialog || keysPressed == 0);
+        if (dialog) {
+            EXPECT_NE(TextOf(GetDlgItem(dialog, 0xFFFF)).find(L"another window came to the front"), std::wstring::npos);
+            EXPECT_EQ(app.Marks(), L"--L");
+            EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"Config");
             Ask(dialog, WM_COMMAND, IDOK);
             Await("the message has gone", [&] { return !app.Running().Window(dialogClass); });
-            refused += inMidCapture ? 0 : 1;
+            // What was captured until then stays.
+            EXPECT_EQ(app.Shown(), keysPressed > 0 ? L"`" + before.substr(5) : before);
+            refusedAtOnce += keysPressed > 0 ? 0 : 1;
         }
-        app.Command(ids::mnuKeyboardLayoutEnglish);
-        Await("English", [&] { return app.Checked(ids::mnuKeyboardLayoutEnglish); });
+        app.Command(ids::mnuKeyboardLayoutLastSaved);
+        Await("the old captions", [&] { return app.Marks() == L"--L" && app.Shown() == before; });
     }
-    EXPECT_GT(refused, 0);
+    EXPECT_GT(refusedAtOnce, 0);
     EXPECT_EQ(target.TypedCharacters(), L"");
-    EXPECT_EQ(target.Text(target::keyRecord), L"");
-    EXPECT_EQ(app.Shown(), usLower);
-    for (const int key : {VK_SHIFT, VK_LSHIFT, int{'Q'}, int{'1'}})
+    EXPECT_EQ(target.Text(target::keyRecord).find(L'+'), std::wstring::npos) << Narrow(target.Text(target::keyRecord));
+    for (int key = VK_SHIFT; key < 256; ++key)
         EXPECT_GE(GetAsyncKeyState(key), 0) << key;
+}
+
+TEST(Layouts, TheStoredChoiceOfTheSystemsLayoutIsCapturedAtTheStart) {
+    const Target target;
+    for (const bool interrupted : {false, true}) {
+        const Sandbox sandbox;
+        sandbox.Write("[Settings]\r\nKeyboard Layout=Default\r\n");
+        const Interruption interruption(target.Window(), interrupted ? 20 : 0);
+        const LayoutApp app(sandbox);
+        const std::wstring notice = L"System's layout not read";
+        Await("the capture has ended",
+              [&] { return app.Text(ids::StatusBar1) == notice || app.LayoutPane() == L"Default layout"; });
+        EXPECT_EQ(app.Text(ids::StatusBar1) == notice, interrupted);
+        EXPECT_EQ(app.Marks(), interrupted ? L"---" : L"D--");
+        EXPECT_EQ(app.Running().Window(dialogClass), nullptr);
+        EXPECT_EQ(app.Shown(), usLower);
+        EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"Default");
+    }
 }
 
 TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
@@ -286,20 +344,28 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
     EXPECT_FALSE(sandbox.Read(L"never.lng").has_value());
     EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"Config");
 
-    // Nothing in them is a layout: the captions stay, the actions get their own names, and the choice is recorded.
+    // Hardly any of them is a layout: the captions stay, the actions get their own names, and the choice is recorded.
     app.Command(ids::mnuOptionsSaveSettingsInINI);
-    const std::pair<const wchar_t*, std::string> broken[] = {
+    const std::wstring wide = L"\uFEFF[Row 1 Lower Case]\r\nKey 1=\u00E9\r\n";
+    const struct {
+        const wchar_t* name;
+        std::string bytes;
+        const wchar_t* firstKey = L"`";
+    } odd[] = {
         {L"binary.lng", std::string("\0\x01[Row 1\xFF=\r\n\0", 14)},
-        {L"long.lng", std::string(2'000'000, '[')},
+        {L"large.lng", std::string(50'000'000, '[')},
+        {L"missing.lng", {}},
+        {L"wide.lng", {reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof wide[0]}, L"\u00E9"},
     };
-    for (const auto& [name, bytes] : broken) {
-        SCOPED_TRACE(Narrow(name));
-        sandbox.Write(bytes, name);
+    for (const auto& file : odd) {
+        SCOPED_TRACE(Narrow(file.name));
+        if (!file.bytes.empty())
+            sandbox.Write(file.bytes, file.name);
         app.Command(ids::mnuKeyboardLayoutEnglish);
         Await("English is recorded", [&] { return sandbox.Setting(L"Keyboard Layout") == L"English"; });
-        app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", sandbox.Folder() / name);
+        app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", sandbox.Folder() / file.name);
         Await("Config is recorded", [&] { return sandbox.Setting(L"Keyboard Layout") == L"Config"; });
-        EXPECT_EQ(app.Shown(), usLower);
+        EXPECT_EQ(app.Shown(), file.firstKey + std::wstring(usLower + 1));
         EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"bksp");
         EXPECT_EQ(app.Marks(), L"---");
     }
