@@ -209,7 +209,12 @@ TEST(Injection, DoesNotWaitForATargetThatHangs) {
             const RECT hint = BoundsOf(test.Hint());
             return hint.left > place.x && hint.left < place.x + 50 && hint.top > place.y;
         });
+        Keys::Stroke(VK_ESCAPE);
+        Await("the drag is over", [&] { return test.Hint() == nullptr; });
         test.pointer.Release();
+        EXPECT_EQ(test.BoxLength(), 4);
+
+        test.Drop(place);
         Await("the transfer ends", [&] { return test.BoxLength() == 0; });
         test.ClickKey(keys::tab + 1); // and the next may come
         ResumeThread(target.Running().MainThread());
