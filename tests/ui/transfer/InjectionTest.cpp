@@ -12,6 +12,9 @@ namespace {
 constexpr const wchar_t* ownWindowNotice = L"Nothing injected here";
 constexpr const wchar_t* closedWindowNotice = L"Refused by Windows (error 1400)";
 
+/// The rounds of the wait take as long as a busy machine makes them.
+constexpr Milliseconds injectionLimit{60000};
+
 /// Every character of code page 1252 but the control characters, of which only 9 and 127 are there, in an order in
 /// which they can be one key's caption in a layout file.
 std::string CodePage() {
@@ -65,7 +68,8 @@ struct Injecting {
     }
     /// The end of what runs inside the drag: a message that is refused until then is taken.
     void AwaitEnd(const std::wstring& notice) {
-        Await("the status bar says " + Narrow(notice), [&] { return Notice() == notice; });
+        Await(
+            "the status bar says " + Narrow(notice), [&] { return Notice() == notice; }, injectionLimit);
     }
     [[nodiscard]] HWND Hint() const {
         for (const HWND window : app->Running().Windows(formClass))
@@ -215,7 +219,8 @@ TEST(Injection, DoesNotWaitForATargetThatHangs) {
         EXPECT_EQ(test.BoxLength(), 4);
 
         test.Drop(place);
-        Await("the transfer ends", [&] { return test.BoxLength() == 0; });
+        Await(
+            "the transfer ends", [&] { return test.BoxLength() == 0; }, injectionLimit);
         test.ClickKey(keys::tab + 1); // and the next may come
         ResumeThread(target.Running().MainThread());
         Await("the target is awake", [&] { return !IsHungAppWindow(target.Window()); });
