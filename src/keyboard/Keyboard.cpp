@@ -271,8 +271,14 @@ bool Keyboard::MayUnload() {
     return operations_.RequestClose();
 }
 
-void Keyboard::FormUnloading() {
+void Keyboard::WipePassword() noexcept {
     password_.Wipe();
+    // A target may hold what it was given for as long as it likes; the program's end is too late for it.
+    TextDataObject::DiscardAll();
+}
+
+void Keyboard::FormUnloading() {
+    WipePassword();
     if (closeProgram_) {
         closeProgram_();
     }

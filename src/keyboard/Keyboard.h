@@ -86,7 +86,7 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     void FormUnloading() override;
     void CheckActiveWindow() override;
     void MenuLoop(bool entered) override;
-    void SessionEnding() override { password_.Wipe(); }
+    void SessionEnding() override { WipePassword(); }
     [[nodiscard]] bool ShowsDotPointer() const override { return protection_.ShowsDot(); }
 
     // LayerHost
@@ -98,6 +98,7 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     void CheckForeground() override;
     void FlashKey(int button) override;
 
+    void WipePassword() noexcept;
     void EnterKey(int button);
     void RefreshCaptions();
     [[nodiscard]] std::vector<std::wstring> ProtectionsInForce() const;

@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <new>
+#include <vector>
 
 namespace vextrel {
 
@@ -45,7 +46,27 @@ HandedMemory* CopyNarrow(std::wstring_view text) noexcept {
     });
 }
 
+/// All calls come on the one thread that drags.
+std::vector<TextDataObject*>& Living() noexcept {
+    static std::vector<TextDataObject*> objects;
+    return objects;
+}
+
 } // namespace
+
+TextDataObject::TextDataObject() {
+    Living().push_back(this);
+}
+
+TextDataObject::~TextDataObject() {
+    std::erase(Living(), this);
+}
+
+void TextDataObject::DiscardAll() noexcept {
+    for (TextDataObject* object : Living()) {
+        object->Discard();
+    }
+}
 
 HRESULT TextDataObject::QueryInterface(REFIID id, void** object) noexcept {
     if (object == nullptr) {

@@ -17,7 +17,7 @@ namespace vextrel {
 class TextDataObject final : public IDataObject {
   public:
     /// Born with one reference, the caller's.
-    TextDataObject() = default;
+    TextDataObject();
     TextDataObject(const TextDataObject&) = delete;
     TextDataObject& operator=(const TextDataObject&) = delete;
 
@@ -27,6 +27,8 @@ class TextDataObject final : public IDataObject {
     void Open() noexcept { open_ = true; }
     /// The drag is over and nobody took it: there is nothing to give any more.
     void Discard() noexcept { text_.Clear(); }
+    /// Discards what any object of the program carries, whoever still holds it.
+    static void DiscardAll() noexcept;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override;
     ULONG STDMETHODCALLTYPE AddRef() noexcept override;
@@ -44,7 +46,7 @@ class TextDataObject final : public IDataObject {
     HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA** connections) noexcept override;
 
   private:
-    ~TextDataObject() = default;
+    ~TextDataObject();
 
     std::atomic<ULONG> references_{1};
     SecretText text_;

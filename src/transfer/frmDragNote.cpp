@@ -121,8 +121,8 @@ LRESULT frmDragNote::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ERASEBKGND: {
         RECT area{};
         ::GetClientRect(Handle(), &area);
-        const UniqueBrush fill(::CreateSolidBrush(ground));
-        ::FillRect(reinterpret_cast<HDC>(wParam), &area, fill.Get());
+        ::SetDCBrushColor(reinterpret_cast<HDC>(wParam), ground);
+        ::FillRect(reinterpret_cast<HDC>(wParam), &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
         ::FrameRect(reinterpret_cast<HDC>(wParam), &area, ::GetSysColorBrush(COLOR_3DSHADOW));
         return 1;
     }

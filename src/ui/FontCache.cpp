@@ -21,7 +21,8 @@ HFONT FontCache::Get(int dpi, int heightPx) {
         }
         font.Reset(::CreateFontIndirectW(&metrics.lfMessageFont));
     }
-    return font.Get();
+    // Out of graphics objects: the system's own font, until one can be made.
+    return font ? font.Get() : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
 }
 
 } // namespace vextrel

@@ -87,16 +87,19 @@ void PaintInto(HDC context, const RECT& area, const KeyLook& look, FontCache& fo
     const int gap = std::max(1, ::MulDiv(1, look.dpi, USER_DEFAULT_SCREEN_DPI));
     const int rounding = ::MulDiv(5, look.dpi, USER_DEFAULT_SCREEN_DPI);
 
-    const UniqueBrush ground(::CreateSolidBrush(colours.ground));
-    ::FillRect(context, &area, ground.Get());
+    // The context's own brush and pen need no objects, which the system may have run out of.
+    const HGDIOBJ brush = ::GetStockObject(DC_BRUSH);
+    ::SetDCBrushColor(context, colours.ground);
+    ::FillRect(context, &area, static_cast<HBRUSH>(brush));
 
     // The gap between two keys is drawn, not laid out: the buttons touch, so that no click falls between them.
     const RECT face{area.left + gap, area.top + gap, area.right - gap, area.bottom - gap};
-    const UniqueBrush fill(::CreateSolidBrush(colours.face));
     const UniquePen edge(::CreatePen(PS_SOLID, gap, colours.edge));
+    ::SetDCBrushColor(context, colours.face);
+    ::SetDCPenColor(context, colours.edge);
     {
-        const SelectScope brush(context, fill.Get());
-        const SelectScope pen(context, edge.Get());
+        const SelectScope filled(context, brush);
+        const SelectScope drawn(context, edge ? edge.Get() : ::GetStockObject(DC_PEN));
         ::RoundRect(context, face.left, face.top, face.right, face.bottom, rounding, rounding);
     }
     PaintCaption(context, face, look, colours.text, fonts);
@@ -112,6 +115,11 @@ void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fon
     }
     const UniqueMemoryContext memory(::CreateCompatibleDC(context));
     const UniqueBitmap bitmap(::CreateCompatibleBitmap(context, width, height));
+    if (!memory || !bitmap) {
+        // A key that flickers is better than one that is not seen.
+        PaintInto(context, area, look, fonts);
+        return;
+    }
     const SelectScope selected(memory.Get(), bitmap.Get());
     PaintInto(memory.Get(), {0, 0, width, height}, look, fonts);
     ::BitBlt(context, area.left, area.top, width, height, memory.Get(), 0, 0, SRCCOPY);

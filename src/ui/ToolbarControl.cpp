@@ -44,11 +44,15 @@ void Recolour(HBITMAP bitmap, COLORREF colour) noexcept {
 }
 
 /// @param textColour the system colour that replaces the drawing's own where those would not be seen.
+/// @return nothing when the system has run out of graphics objects.
 UniqueImageList LoadStrip(int strip, int sizePx, int textColour) {
     const int count = static_cast<int>(ToolButtons().size());
     UniqueImageList images(::ImageList_Create(sizePx, sizePx, ILC_COLOR32, count, 0));
     const UniqueBitmap bitmap(static_cast<HBITMAP>(
         ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(strip), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    if (!images || !bitmap) {
+        return {};
+    }
     if (PicturesFollowTextColour()) {
         Recolour(bitmap.Get(), ::GetSysColor(textColour));
     }
@@ -108,6 +112,9 @@ void ToolbarControl::SetDpi(int dpi) {
     const PictureSet pictures = PicturesFor(dpi);
     UniqueImageList images = LoadStrip(pictures.strip, pictures.sizePx, COLOR_BTNTEXT);
     UniqueImageList disabledImages = LoadStrip(pictures.disabledStrip, pictures.sizePx, COLOR_GRAYTEXT);
+    if (!images || !disabledImages) {
+        return; // with the pictures that it has
+    }
     ::SendMessageW(Handle(), TB_SETBITMAPSIZE, 0, MAKELPARAM(pictures.sizePx, pictures.sizePx));
     ::SendMessageW(Handle(), TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
     ::SendMessageW(Handle(), TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages.Get()));

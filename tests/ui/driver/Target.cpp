@@ -38,6 +38,18 @@ std::wstring Target::TypedCharacters() const {
     return characters;
 }
 
+void Target::PullHere(Pointer& pointer, POINT from) const {
+    const int entries = Entries();
+    const POINT field = CentreOf(Field(target::dropField));
+    pointer.Pull(from, field);
+    LONG shift = 0;
+    Await("the drag enters the target", [&] {
+        shift = 1 - shift;
+        pointer.MoveTo({field.x + shift, field.y}, 1, Milliseconds(40));
+        return Entries() > entries;
+    });
+}
+
 void Target::ReadNow() const {
     Ask(window_, target::readNow);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "driver/Input.h"
 #include "driver/Process.h"
 #include "target/Contract.h"
 
@@ -23,6 +24,9 @@ class Target {
     /// The units that came to the edit field as characters, one by one.
     [[nodiscard]] std::wstring TypedCharacters() const;
 
+    /// Pulls something onto dropField until that has looked at it: a loaded program may begin late, and Wine loses the
+    /// button's release while a target is asking for the data.
+    void PullHere(Pointer& pointer, POINT from) const;
     /// With --read=later: makes it read what was dropped on it.
     void ReadNow() const;
     /// Moves it to a corner of the screen where it does not cover the given rectangle.

@@ -9,9 +9,27 @@ namespace vextrel::faults {
 /// What a test asks the faulty build for, in memory that both share: the named handler throws the next `times` times.
 struct FaultOrder {
     volatile LONG times;
-    enum class Kind : LONG { OurError, SystemError, OutOfMemory, StandardError, Unknown } kind;
+    enum class Kind : LONG {
+        OurError,
+        SystemError,
+        OutOfMemory,
+        StandardError,
+        Unknown,
+        NoGraphics,    ///< does not throw: from now on there is no room for another graphics object
+        GraphicsAgain, ///< the room is back
+    } kind;
     wchar_t handler[64];
 };
+
+/// Names, for a program that is about to be started, the handler that throws first; or asks for a system that knows
+/// only the older way to keep windows out of captures.
+inline constexpr const wchar_t* faultAtStart = L"VEXTREL_FAULT";
+inline constexpr const wchar_t* olderCapture = L"older capture";
+
+/// In place of the system, which may have no such thing, windows remember in this property how far they were kept out
+/// of captures, and whether they had been seen before.
+inline constexpr const wchar_t* affinityProperty = L"VextrelAffinity";
+inline constexpr DWORD tooLate = 0x100;
 
 inline std::wstring NameOfOrder(DWORD processId) {
     return L"Local\\VextrelFault" + std::to_wstring(processId);

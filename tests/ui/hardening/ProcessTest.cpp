@@ -1,12 +1,15 @@
 // What other programs can do to the running program, and what a folder full of planted libraries does.
 #include "driver/App.h"
+#include "faults/FaultOrder.h"
 #include "ui/ids.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <iostream>
 
 namespace vextrel::driver {
@@ -86,24 +89,6 @@ TEST(OtherPrograms, MaySeeAndEndTheProgramButNotReachIntoItUnlessTheUserAllowsIt
     }
 }
 
-/// The names of the DLLs that a program file imports, read from its headers.
-std::vector<std::wstring> ImportsOf(const std::filesystem::path& program) {
-    const HMODULE image = LoadLibraryExW(program.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
-    Check(image != nullptr, "reading the program's headers");
-    const auto* base = reinterpret_cast<const char*>(image);
-    const auto* headers =
-        reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    std::vector<std::wstring> names;
-    for (const auto* entry = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
-         entry->Name != 0; ++entry) {
-        const char* name = base + entry->Name;
-        names.emplace_back(name, name + std::strlen(name));
-    }
-    FreeLibrary(image);
-    return names;
-}
-
 /// An environment variable with a value of its own for the programs that are started meanwhile.
 class EnvironmentScope {
   public:
@@ -121,6 +106,105 @@ class EnvironmentScope {
     const wchar_t* name_;
     std::wstring before_;
 };
+
+/// Every visible window of the program with how far it is kept out of captures.
+std::vector<std::pair<std::wstring, DWORD>> ExclusionOfWindows(const App& app) {
+    std::vector<std::pair<std::wstring, DWORD>> found;
+    EnumThreadWindows(
+        GetWindowThreadProcessId(app.Main(), nullptr),
+        [](HWND window, LPARAM all) -> BOOL {
+            wchar_t name[64] = {};
+            GetClassNameW(window, name, static_cast<int>(std::size(name)));
+            const auto affinity = reinterpret_cast<UINT_PTR>(GetPropW(window, faults::affinityProperty));
+            if (IsWindowVisible(window))
+                reinterpret_cast<decltype(found)*>(all)->emplace_back(name, static_cast<DWORD>(affinity));
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+TEST(ScreenCapture, IsDeniedOfEveryWindowBeforeItIsSeenUnlessTheUserAllowsIt) {
+    constexpr DWORD excluded = 0x11;
+    const struct {
+        const char* name;
+        const wchar_t* system;
+        bool allowed;
+        DWORD affinity;
+        const wchar_t* said;
+    } rows[] = {
+        {"usual", nullptr, false, excluded, L"Windows hidden from screen capture"},
+        {"a system that knows the older way only", faults::olderCapture, false, WDA_MONITOR,
+         L"Windows black in screen captures"},
+        {"allowed", nullptr, true, WDA_NONE, L"Windows visible to screen capture"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const EnvironmentScope system(faults::faultAtStart, row.system);
+        const Sandbox sandbox({}, L"vextrel_faults.exe");
+        if (row.allowed)
+            sandbox.SetSetting(L"Allow Screen Capture", L"True");
+        const App app(sandbox);
+        Pointer pointer;
+        EXPECT_NE(ProtectionsShown(app).find(row.said), std::wstring::npos);
+        const auto expect = [&](const wchar_t* windowClass, const std::function<void()>& show) {
+            show();
+            std::vector<std::pair<std::wstring, DWORD>> windows;
+            Await("a window of class " + Narrow(windowClass), [&] {
+                windows = ExclusionOfWindows(app);
+                return std::any_of(windows.begin(), windows.end(),
+                                   [&](const auto& window) { return window.first == windowClass; });
+            });
+            for (const auto& [name, affinity] : windows)
+                EXPECT_EQ(affinity, row.affinity) << Narrow(name);
+        };
+        const auto escape = [&] {
+            Keys::Stroke(VK_ESCAPE);
+            Await("it has gone", [&] { return ExclusionOfWindows(app).size() == 2; });
+        };
+        expect(formClass, [&] { app.Command(ids::mnuHelpAbout); });
+        Await("About is in front", [&] { return GetForegroundWindow() != app.Main(); });
+        escape();
+        expect(L"tooltips_class32", [&] { pointer.MoveTo(app.ToolPlace(ids::toolClear), 5, Milliseconds(20)); });
+        pointer.MoveTo({0, 0});
+        Await("the tool tip has gone", [&] { return ExclusionOfWindows(app).size() == 2; });
+        app.Activate();
+        const POINT box = CentreOf(app.PasswordBox());
+        expect(L"#32768", [&] { PostMessageW(app.PasswordBox(), WM_CONTEXTMENU, 0, MAKELPARAM(box.x, box.y)); });
+        escape();
+        for (const int command : {ids::mnuModeHiddenMouseAndHover, ids::mnuKeyboardLayoutImport}) {
+            expect(dialogClass, [&] { app.Command(command); });
+            PostMessageW(app.AwaitDialog(), WM_COMMAND, IDCANCEL, 0);
+            Await("it has gone", [&] { return ExclusionOfWindows(app).size() == 2; });
+        }
+        app.ClickPassword(pointer, L"a");
+        pointer.Pull(box, {5, 5});
+        Await("the hint is there", [&] { return ExclusionOfWindows(app).size() == 3; });
+        expect(formClass, [] {});
+        pointer.Release();
+        Await("the drag is over", [&] { return ExclusionOfWindows(app).size() == 2; });
+        EXPECT_EQ(app.Close(), 0U);
+        EXPECT_EQ(sandbox.Setting(L"Allow Screen Capture"), row.allowed ? L"True" : L"");
+    }
+}
+
+/// The names of the DLLs that a program file imports, read from its headers.
+std::vector<std::wstring> ImportsOf(const std::filesystem::path& program) {
+    const HMODULE image = LoadLibraryExW(program.c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+    Check(image != nullptr, "reading the program's headers");
+    const auto* base = reinterpret_cast<const char*>(image);
+    const auto* headers =
+        reinterpret_cast<const IMAGE_NT_HEADERS64*>(base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const auto& directory = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    std::vector<std::wstring> names;
+    for (const auto* entry = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+         entry->Name != 0; ++entry) {
+        const char* name = base + entry->Name;
+        names.emplace_back(name, name + std::strlen(name));
+    }
+    FreeLibrary(image);
+    return names;
+}
 
 TEST(PlantedLibraries, BesideTheProgramAreNotLoaded) {
     const Sandbox sandbox;

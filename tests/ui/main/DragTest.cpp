@@ -49,21 +49,6 @@ std::wstring PasswordOf(const App& app) {
     return text;
 }
 
-/// Pulls the password onto the target's field until that has looked at it: a loaded program may begin late, and Wine
-/// loses the button's release while a target is asking for the data.
-void PullOnto(const App& app, const Target& target, Pointer& pointer, POINT from) {
-    const int entries = target.Entries();
-    const POINT field = CentreOf(target.Field(target::dropField));
-    pointer.Pull(from, field);
-    Await("the hint is there", [&] { return HintOf(app) != nullptr; });
-    LONG shift = 0;
-    Await("the drag enters the target", [&] {
-        shift = 1 - shift;
-        pointer.MoveTo({field.x + shift, field.y}, 1, Milliseconds(40));
-        return target.Entries() > entries;
-    });
-}
-
 /// Until the drag has been wound up: commands are refused before.
 void AwaitEnd(const App& app) {
     Await("the hint has gone", [&] { return HintOf(app) == nullptr; });
@@ -101,7 +86,7 @@ TEST(Drag, HandsOverWhatIsSelectedAndKeepsTheRest) {
         Switch(app, ids::mnuOptionsKeepPasswordAfterDragDrop, c.keep);
         Select(app, c.selected);
         const int drops = c.target.Drops();
-        PullOnto(app, c.target, pointer, PlaceOf(app, c.selected.start));
+        c.target.PullHere(pointer, PlaceOf(app, c.selected.start));
         pointer.Release();
         Await("the drop arrives in case " + std::to_string(&c - cases), [&] { return c.target.Drops() == drops + 1; });
         AwaitEnd(app);
@@ -126,7 +111,7 @@ TEST(Drag, TakesNothingAwayWhenNothingIsHandedOver) {
             SCOPED_TRACE(std::string(escape ? "Escape" : "refused") + (masked ? ", masked" : ", in clear"));
             Switch(app, ids::mnuViewPasswordMask, masked);
             Select(app, {1, 2});
-            PullOnto(app, target, pointer, PlaceOf(app, 1));
+            target.PullHere(pointer, PlaceOf(app, 1));
             if (escape)
                 Keys::Stroke(VK_ESCAPE);
             else
@@ -167,7 +152,7 @@ TEST(Drag, SelectsTextUntilThePointerHasLeftTheBox) {
     EXPECT_EQ(target.Text(), L"abcd");
 
     Select(app, {1, 3});
-    PullOnto(app, target, pointer, PlaceOf(app, 4));
+    target.PullHere(pointer, PlaceOf(app, 4));
     pointer.Release();
     Await("the next drop arrives", [&] { return target.Drops() == 2; });
     AwaitEnd(app);
@@ -197,7 +182,7 @@ TEST(Drag, ShowsAHintThatIsInNobodysWay) {
     for (const bool inject : {false, true}) {
         SCOPED_TRACE(inject ? "injection" : "drag and drop");
         Switch(app, inject ? ids::mnuOptionsInjectMode : ids::mnuOptionsDragDrop, true);
-        PullOnto(app, target, pointer, CentreOf(app.PasswordBox()));
+        target.PullHere(pointer, CentreOf(app.PasswordBox()));
         const HWND hint = HintOf(app);
         EXPECT_EQ(TextOf(GetDlgItem(hint, ids::dragNoteHeader)),
                   inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:");
@@ -230,7 +215,7 @@ TEST(Drag, CarriesOutACloseRequestWhenItIsOver) {
     app.Activate();
     Pointer pointer;
     app.ClickPassword(pointer, L"ab");
-    PullOnto(app, target, pointer, CentreOf(app.PasswordBox()));
+    target.PullHere(pointer, CentreOf(app.PasswordBox()));
     Ask(app.Main(), WM_CLOSE);
     EXPECT_TRUE(app.Running().Runs());
     EXPECT_NE(HintOf(app), nullptr);

@@ -1,6 +1,5 @@
-#include "driver/App.h"
 #include "driver/Target.h"
-#include "faults/FaultOrder.h"
+#include "faults/FaultyApp.h"
 #include "ui/ids.h"
 
 #include <commctrl.h>
@@ -12,27 +11,11 @@
 namespace vextrel::driver {
 namespace {
 
-using Kind = faults::FaultOrder::Kind;
-
 /// The build whose event handlers fail when they are told to.
 class Errors : public testing::Test {
   protected:
     Errors() {
         Await("the layer is shown", [&] { return app_.Layer() != nullptr; });
-        mapping_ = OpenFileMappingW(FILE_MAP_WRITE, FALSE, faults::NameOfOrder(app_.Running().Id()).c_str());
-        Check(mapping_ != nullptr, "opening the order");
-        order_ = static_cast<faults::FaultOrder*>(MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, 0));
-    }
-    ~Errors() override {
-        UnmapViewOfFile(order_);
-        CloseHandle(mapping_);
-    }
-
-    void Order(const wchar_t* handler, LONG times = 1, Kind kind = Kind::OurError) {
-        order_->times = 0;
-        order_->kind = kind;
-        std::wcscpy(order_->handler, handler);
-        order_->times = times;
     }
 
     std::vector<HWND> Dialogs() const {
@@ -45,7 +28,7 @@ class Errors : public testing::Test {
 
     /// Waits for the report and closes it; returns its text.
     std::wstring Acknowledge() const {
-        Await("an error of " + Narrow(order_->handler), [&] { return !Dialogs().empty(); });
+        Await("an error of " + app_.Ordered(), [&] { return !Dialogs().empty(); });
         const HWND dialog = Dialogs().front();
         std::wstring text = TextOf(GetDlgItem(dialog, ids::txtError));
         EXPECT_EQ(Dialogs().size(), 1U);
@@ -57,38 +40,36 @@ class Errors : public testing::Test {
     }
 
     Sandbox sandbox_{{}, L"vextrel_faults.exe"};
-    App app_{sandbox_};
-    HANDLE mapping_ = nullptr;
-    faults::FaultOrder* order_ = nullptr;
+    FaultyApp app_{sandbox_};
 };
 
 TEST_F(Errors, AreShownOneAtATimeAndTheProgramGoesOn) {
-    const std::pair<Kind, const wchar_t*> kinds[] = {
-        {Kind::OurError, L"13: Type mismatch"},
-        {Kind::SystemError, L"5: Access denied."},
-        {Kind::OutOfMemory, L"7: Out of memory"},
-        {Kind::StandardError, L"5: broken"},
-        {Kind::Unknown, L"5: Invalid procedure call or argument"},
+    const std::pair<Fault, const wchar_t*> kinds[] = {
+        {Fault::OurError, L"13: Type mismatch"},
+        {Fault::SystemError, L"5: Access denied."},
+        {Fault::OutOfMemory, L"7: Out of memory"},
+        {Fault::StandardError, L"5: broken"},
+        {Fault::Unknown, L"5: Invalid procedure call or argument"},
     };
     for (const auto& [kind, text] : kinds) {
-        Order(L"mnuHelpAbout_Click", 1, kind);
+        app_.Order(L"mnuHelpAbout_Click", 1, kind);
         app_.Command(ids::mnuHelpAbout);
         EXPECT_EQ(Acknowledge(), std::wstring(L"mnuHelpAbout_Click\r\n") + text);
     }
 
     // A failing timer has one dialog, however often it fails while that is open.
-    Order(L"tmrForegroundCheck_Timer", 1000);
-    Await("the timer goes on failing", [&] { return order_->times <= 990; });
+    app_.Order(L"tmrForegroundCheck_Timer", 1000);
+    Await("the timer goes on failing", [&] { return app_.TimesLeft() <= 990; });
     EXPECT_EQ(Dialogs().size(), 1U);
     // Another handler's error waits until the first dialog is closed.
-    Order(L"mnuFileKeepOnTop_Click");
+    app_.Order(L"mnuFileKeepOnTop_Click");
     app_.Command(ids::mnuFileKeepOnTop);
-    Await("the second one fails, too", [&] { return order_->times == 0; });
+    Await("the second one fails, too", [&] { return app_.TimesLeft() == 0; });
     EXPECT_EQ(Acknowledge(), L"tmrForegroundCheck_Timer\r\n13: Type mismatch");
     EXPECT_EQ(Acknowledge(), L"mnuFileKeepOnTop_Click\r\n13: Type mismatch");
 
     // A close request ends the dialog and then the program.
-    Order(L"mnuHelpAbout_Click");
+    app_.Order(L"mnuHelpAbout_Click");
     app_.Command(ids::mnuHelpAbout);
     Await("an error dialog", [&] { return !Dialogs().empty(); });
     EXPECT_EQ(app_.Close(), 0U);
@@ -136,7 +117,7 @@ TEST_F(Errors, OfNoHandlerEndTheProgram) {
     };
     for (const auto& row : messages) {
         SCOPED_TRACE(Narrow(row.handler));
-        Order(row.handler);
+        app_.Order(row.handler);
         PostMessageW(row.window, row.message, row.wParam, row.lParam);
         EXPECT_EQ(Acknowledge(), row.handler + std::wstring(L"\r\n13: Type mismatch"));
     }
@@ -167,13 +148,19 @@ TEST_F(Errors, OfNoHandlerEndTheProgram) {
         {ids::hoverDelayOneSecond, L"tbToolbar_ButtonMenuClick"},
     };
     for (const auto& [id, handler] : commands) {
-        Order(handler);
+        app_.Order(handler);
         app_.Command(id);
         EXPECT_EQ(Acknowledge(), handler + std::wstring(L"\r\n13: Type mismatch"));
     }
+    Ask(key, WM_LBUTTONDOWN);
+    app_.Order(L"ButtonMouseUp ");
+    PostMessageW(key, WM_LBUTTONUP, 0, 0);
+    EXPECT_EQ(Acknowledge(), L"ButtonMouseUp \r\n13: Type mismatch");
+    app_.Command(ids::toolClear);
+    Await("the box is empty", [&] { return app_.Text(ids::txtPassword).empty(); });
     Pointer pointer;
     app_.ClickPassword(pointer, L"ok");
-    Order(L"Form_Unload");
+    app_.Order(L"Form_Unload");
     PostMessageW(main, WM_CLOSE, 0, 0);
     EXPECT_EQ(Acknowledge(), L"Form_Unload\r\n13: Type mismatch");
     EXPECT_EQ(app_.Running().ExitCode(), 0U);
@@ -186,11 +173,19 @@ TEST_F(Errors, OfADragLeaveThePasswordWhole) {
     Pointer pointer;
     app_.ClickPassword(pointer, L"ab");
     int drops = 0;
-    const std::pair<const wchar_t*, bool> handlers[] = {
-        {L"txtPassword_OLEStartDrag", false}, {L"Timer1_Timer", true}, {L"txtPassword_OLECompleteDrag", true}};
+    const std::pair<const wchar_t*, bool> handlers[] = {{L"txtPassword_OLEStartDrag", false},
+                                                        {L"Timer1_Timer", true},
+                                                        {L"txtPassword_OLECompleteDrag", true},
+                                                        {L"txtText_OLEStartDrag", false},
+                                                        {L"txtText_OLECompleteDrag", true}};
     for (const auto& [handler, drags] : handlers) {
         SCOPED_TRACE(Narrow(handler));
-        Order(handler);
+        const bool plain = std::wcsncmp(handler, L"txtText", 7) == 0;
+        if (plain != app_.Visible(ids::txtText)) {
+            app_.Command(ids::mnuViewPasswordMask);
+            Await("the other box is shown", [&] { return app_.Visible(ids::txtText); });
+        }
+        app_.Order(handler);
         const POINT field = CentreOf(target.Field(target::dropField));
         pointer.Pull(CentreOf(app_.PasswordBox()), field);
         if (drags)
@@ -209,9 +204,21 @@ TEST_F(Errors, OfADragLeaveThePasswordWhole) {
             app_.Activate();
             app_.ClickPassword(pointer, L"ab");
         }
-        EXPECT_EQ(app_.Text(ids::txtPassword), L"**");
+        EXPECT_EQ(TextOf(app_.PasswordBox()), plain ? L"ab" : L"**");
     }
     EXPECT_EQ(app_.Close(), 0U);
+}
+
+TEST(StartOfTheProgram, ThatFailsIsReported) {
+    const Sandbox sandbox({}, L"vextrel_faults.exe");
+    SetEnvironmentVariableW(faults::faultAtStart, L"Sub Main");
+    const Process program(sandbox.Program());
+    const HWND dialog = program.AwaitWindow(formClass, L"Vextrel");
+    SetEnvironmentVariableW(faults::faultAtStart, nullptr);
+    Await("its text", [&] { return GetDlgItem(dialog, ids::cmdClose) != nullptr; });
+    EXPECT_EQ(TextOf(GetDlgItem(dialog, ids::txtError)), L"Sub Main\r\n13: Type mismatch");
+    PostMessageW(dialog, WM_COMMAND, ids::cmdClose, 0);
+    EXPECT_EQ(program.ExitCode(), 1U);
 }
 
 } // namespace
