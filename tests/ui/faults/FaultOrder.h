@@ -15,11 +15,16 @@ struct FaultOrder {
         OutOfMemory,
         StandardError,
         Unknown,
-        NoGraphics,    ///< does not throw: from now on there is no room for another graphics object
-        GraphicsAgain, ///< the room is back
+        // These do not throw.
+        RefuseGraphics, ///< from now on the program is refused fonts, pens and pictures
+        NoGraphics,     ///< from now on nobody in the program has room for another graphics object
+        GraphicsAgain,  ///< all is as usual
     } kind;
     wchar_t handler[64];
 };
+
+/// In the faulty build itself.
+inline bool refusesGraphics = false;
 
 /// Names, for a program that is about to be started, the handler that throws first; or asks for a system that knows
 /// only the older way to keep windows out of captures.

@@ -49,8 +49,12 @@ void CarryOut(faults::FaultOrder::Kind kind) {
     case Kind::OurError: throw Error(ErrorNumber::TypeMismatch);
     case Kind::SystemError: throw Error(ERROR_ACCESS_DENIED, L"Access denied.");
     case Kind::OutOfMemory: throw std::bad_alloc();
+    case Kind::RefuseGraphics:
     case Kind::NoGraphics:
-    case Kind::GraphicsAgain: TakeAllGraphics(kind == Kind::NoGraphics); return;
+    case Kind::GraphicsAgain:
+        faults::refusesGraphics = kind == Kind::RefuseGraphics;
+        TakeAllGraphics(kind == Kind::NoGraphics);
+        return;
     case Kind::StandardError: throw std::runtime_error("broken");
     default: throw 1;
     }

@@ -1,0 +1,62 @@
+// Takes the place of some of the system's calls in the faulty build. Those that keep windows out of screen captures:
+// Wine has none, so a window remembers in a property, which other programs can read, what it was asked for. And those
+// that make graphics objects, which fail when a test wants them to.
+
+#include "faults/FaultOrder.h"
+
+#include <cwchar>
+
+namespace vextrel {
+
+namespace {
+
+BOOL WINAPI SetAffinity(HWND window, DWORD affinity) noexcept {
+    wchar_t fault[32] = {};
+    ::GetEnvironmentVariableW(faults::faultAtStart, fault, DWORD{std::size(fault)});
+    if (affinity != WDA_MONITOR && std::wcscmp(fault, faults::olderCapture) == 0) {
+        return FALSE;
+    }
+    const DWORD seen = ::IsWindowVisible(window) != FALSE ? faults::tooLate : 0;
+    return ::SetPropW(window, faults::affinityProperty,
+                      reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(affinity | seen)));
+}
+
+BOOL WINAPI GetAffinity(HWND window, DWORD* affinity) noexcept {
+    const auto kept = reinterpret_cast<UINT_PTR>(::GetPropW(window, faults::affinityProperty));
+    *affinity = static_cast<DWORD>(kept) & ~faults::tooLate;
+    return TRUE;
+}
+
+template <typename Function>
+Function Real(const wchar_t* library, const char* name) noexcept {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(library), name)));
+}
+
+HFONT WINAPI MakeFont(const LOGFONTW* font) noexcept {
+    static const auto real = Real<decltype(&MakeFont)>(L"gdi32.dll", "CreateFontIndirectW");
+    return faults::refusesGraphics ? nullptr : real(font);
+}
+HPEN WINAPI MakePen(int style, int width, COLORREF colour) noexcept {
+    static const auto real = Real<decltype(&MakePen)>(L"gdi32.dll", "CreatePen");
+    return faults::refusesGraphics ? nullptr : real(style, width, colour);
+}
+HBITMAP WINAPI MakeBitmap(HDC context, int width, int height) noexcept {
+    static const auto real = Real<decltype(&MakeBitmap)>(L"gdi32.dll", "CreateCompatibleBitmap");
+    return faults::refusesGraphics ? nullptr : real(context, width, height);
+}
+HANDLE WINAPI LoadPicture(HINSTANCE module, LPCWSTR name, UINT type, int width, int height, UINT flags) noexcept {
+    static const auto real = Real<decltype(&LoadPicture)>(L"user32.dll", "LoadImageW");
+    return faults::refusesGraphics ? nullptr : real(module, name, type, width, height, flags);
+}
+
+} // namespace
+
+// What the program's calls go through, under the names that the import library would give them.
+auto* setAffinityImport asm("__imp_SetWindowDisplayAffinity") = &SetAffinity;
+auto* getAffinityImport asm("__imp_GetWindowDisplayAffinity") = &GetAffinity;
+auto* fontImport asm("__imp_CreateFontIndirectW") = &MakeFont;
+auto* penImport asm("__imp_CreatePen") = &MakePen;
+auto* bitmapImport asm("__imp_CreateCompatibleBitmap") = &MakeBitmap;
+auto* pictureImport asm("__imp_LoadImageW") = &LoadPicture;
+
+} // namespace vextrel
