@@ -2,6 +2,7 @@
 
 #include "keyboard/PhysicalInput.h"
 #include "transfer/PasswordView.h"
+#include "win32/FreedMemory.h"
 
 namespace vextrel {
 
@@ -45,6 +46,7 @@ void PasswordField::Mask() {
     if (wasPlain) {
         // Nothing visible depends on it any more, and the password must not wait in a control.
         plain.OverwriteAndEmpty();
+        OverwriteFreedMemory();
     }
     FillMaskedBox();
     if (form_.IsVisible()) {
@@ -74,6 +76,7 @@ void PasswordField::ClearText() {
     form_.txtPassword().SetText(L"");
     form_.txtText().OverwriteAndEmpty();
     currentPassword_.Clear();
+    OverwriteFreedMemory();
 }
 
 void PasswordField::HighlightText() {
@@ -153,6 +156,7 @@ void PasswordField::Wipe() noexcept {
         form_.txtText().OverwriteAndEmpty();
     }
     currentPassword_.Clear();
+    OverwriteFreedMemory();
 }
 
 } // namespace vextrel

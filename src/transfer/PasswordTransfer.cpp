@@ -4,6 +4,7 @@
 #include "transfer/mDataInsertion.h"
 #include "win32/ComPtr.h"
 #include "win32/EventGuard.h"
+#include "win32/FreedMemory.h"
 #include "win32/Messages.h"
 
 namespace vextrel {
@@ -67,6 +68,7 @@ void PasswordTransfer::Drag() {
     // However the end went, neither waits for the next drag.
     note_.reset();
     field_.SelectedPassword().Clear();
+    OverwriteFreedMemory();
 }
 
 void PasswordTransfer::StartDrag(TextDataObject& data) {

@@ -13,12 +13,14 @@
 #include "ui/cOpenSave.h"
 #include "win32/ComPtr.h"
 #include "win32/Text.h"
+#include "win32/FreedMemory.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <thread>
+#include <vector>
 
 namespace vextrel {
 namespace {
@@ -232,6 +234,46 @@ TEST(DataObject, OffersTextAloneAndGivesItAfterTheDropOnly) {
     picture.cfFormat = CF_BITMAP;
     EXPECT_EQ(data->QueryGetData(&picture), DV_E_FORMATETC);
     EXPECT_EQ(data->GetData(&picture, &medium), DV_E_FORMATETC);
+}
+
+/// How often a text stands in this process's memory. Asked for by its first unit and its length, every next unit being
+/// one more, so that looking for it leaves no copy of it.
+int CountInMemory(wchar_t first, std::size_t length) {
+    int found = 0;
+    MEMORY_BASIC_INFORMATION region{};
+    for (const char* at = nullptr; VirtualQuery(at, &region, sizeof region) == sizeof region;
+         at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
+        if (region.State != MEM_COMMIT || region.Type != MEM_PRIVATE || region.Protect != PAGE_READWRITE)
+            continue;
+        const auto* units = static_cast<const wchar_t*>(region.BaseAddress);
+        std::size_t run = 0;
+        for (std::size_t i = 0; i < region.RegionSize / sizeof(wchar_t); ++i) {
+            run = units[i] == static_cast<wchar_t>(first + run) ? run + 1 : units[i] == first ? 1 : 0;
+            if (run == length) {
+                ++found;
+                run = 0;
+            }
+        }
+    }
+    return found;
+}
+
+TEST(FreedMemory, HoldsNothingOnceOverwritten) {
+    constexpr wchar_t first = 0xE5A0;
+    constexpr std::size_t length = 8;
+    std::vector<wchar_t*> blocks;
+    for (std::size_t units = length; units <= 4096; units += units < 256 ? 8 : 488)
+        for (int copy = 0; copy < 8; ++copy) {
+            auto* block = static_cast<wchar_t*>(HeapAlloc(GetProcessHeap(), 0, units * sizeof(wchar_t)));
+            for (std::size_t i = 0; i < units; ++i)
+                block[i] = static_cast<wchar_t>(first + i % length);
+            blocks.push_back(block);
+        }
+    for (wchar_t* block : blocks)
+        HeapFree(GetProcessHeap(), 0, block);
+    EXPECT_GT(CountInMemory(first, length), static_cast<int>(blocks.size())) << "the search finds too little";
+    OverwriteFreedMemory();
+    EXPECT_EQ(CountInMemory(first, length), 0);
 }
 
 } // namespace

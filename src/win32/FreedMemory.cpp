@@ -1,0 +1,103 @@
+#include "win32/FreedMemory.h"
+
+#include "win32/Windows.h"
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace vextrel {
+
+namespace {
+
+/// Small blocks come out of groups that a walk over the heap shows as one: some of each size are taken on top.
+constexpr SIZE_T largestGrouped = 1024;
+constexpr SIZE_T grain = 16;
+constexpr int ofEachSize = 32;
+constexpr SIZE_T headerOfTaken = 16;
+constexpr SIZE_T growth = 65536;
+
+/// While it lives, no other thread uses the heap.
+class HeapLockScope {
+  public:
+    explicit HeapLockScope(HANDLE heap) noexcept
+        : heap_(heap)
+        , locked_(::HeapLock(heap) != FALSE) {}
+    ~HeapLockScope() {
+        if (locked_) {
+            ::HeapUnlock(heap_);
+        }
+    }
+    HeapLockScope(const HeapLockScope&) = delete;
+    HeapLockScope& operator=(const HeapLockScope&) = delete;
+
+  private:
+    HANDLE heap_;
+    bool locked_;
+};
+
+template <typename Use>
+void ForEachFreeBlock(HANDLE heap, Use use) {
+    PROCESS_HEAP_ENTRY entry{};
+    while (::HeapWalk(heap, &entry) != FALSE) {
+        constexpr WORD notFree =
+            PROCESS_HEAP_ENTRY_BUSY | PROCESS_HEAP_REGION | PROCESS_HEAP_UNCOMMITTED_RANGE;
+        if ((entry.wFlags & notFree) == 0) {
+            // What a free block needs for itself is more than what a taken one does.
+            use(entry.cbData + std::max<SIZE_T>(entry.cbOverhead, headerOfTaken) - headerOfTaken);
+        }
+    }
+}
+
+/// The sizes of the free blocks, largest first: a small one must not be cut out of a large one.
+std::vector<SIZE_T> SizesOfFreeBlocks(HANDLE heap) {
+    std::size_t count = 0;
+    ForEachFreeBlock(heap, [&](SIZE_T) { ++count; });
+    // The list's own memory comes out of the same heap, zeroed like the rest, and must not grow meanwhile.
+    std::vector<SIZE_T> sizes(count + 64);
+    auto next = sizes.begin();
+    ForEachFreeBlock(heap, [&](SIZE_T size) {
+        if (next != sizes.end()) {
+            *next++ = size;
+        }
+    });
+    std::sort(sizes.begin(), next, std::greater<>());
+    sizes.resize(static_cast<std::size_t>(next - sizes.begin()));
+    return sizes;
+}
+
+} // namespace
+
+void OverwriteFreedMemory() noexcept {
+    const HANDLE heap = ::GetProcessHeap();
+    const HeapLockScope lock(heap);
+    // Linked through their own first bytes: a list of them would need memory, too.
+    void* taken = nullptr;
+    const auto take = [&](SIZE_T size) {
+        if (void* block = ::HeapAlloc(heap, HEAP_ZERO_MEMORY, std::max(size, SIZE_T{sizeof(void*)})); block != nullptr) {
+            *static_cast<void**>(block) = taken;
+            taken = block;
+        }
+    };
+    try {
+        for (const SIZE_T size : SizesOfFreeBlocks(heap)) {
+            take(size);
+        }
+    } catch (...) {
+        // Without room for the list, there is hardly a free block to overwrite.
+    }
+    // Over the edge of what the heap has committed: what it gave back there before may have left a few bytes.
+    take(growth);
+    for (SIZE_T size = grain; size <= largestGrouped; size += grain) {
+        for (int i = 0; i < ofEachSize; ++i) {
+            take(size);
+        }
+    }
+    while (taken != nullptr) {
+        void* const next = *static_cast<void**>(taken);
+        ::HeapFree(heap, 0, taken);
+        taken = next;
+    }
+}
+
+} // namespace vextrel
