@@ -208,7 +208,7 @@ void Protection::KeepLayerAbove() noexcept {
     // Windows keeps what a window owns above it. Wine may raise the window alone when it comes to the front, and the
     // clicks would reach the keys without the layer.
     if (cover_.IsVisible() && !IsAbove(cover_.Handle(), form_.Handle())) {
-        SetTopmostAlone(cover_.Handle(), IsTopmost(form_.Handle()));
+        RaiseAlone(cover_.Handle(), IsTopmost(form_.Handle()));
     }
 }
 

@@ -9,6 +9,10 @@ void ChangeExStyle(HWND window, LONG_PTR add, LONG_PTR remove) noexcept {
     ::SetWindowLongPtrW(window, GWL_EXSTYLE, (style | add) & ~remove);
 }
 
+void PutAlone(HWND window, HWND after) noexcept {
+    ::SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
 } // namespace
 
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept {
@@ -42,8 +46,12 @@ bool IsAbove(HWND upper, HWND lower) noexcept {
 }
 
 void SetTopmostAlone(HWND window, bool topmost) noexcept {
-    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0,
-                   SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    PutAlone(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST);
+}
+
+void RaiseAlone(HWND window, bool topmost) noexcept {
+    // HWND_NOTOPMOST leaves a window where it is that is in no topmost band already.
+    PutAlone(window, topmost ? HWND_TOPMOST : HWND_TOP);
 }
 
 } // namespace vextrel

@@ -21,5 +21,7 @@ void SetTopmost(HWND window, bool topmost) noexcept;
 [[nodiscard]] bool IsAbove(HWND upper, HWND lower) noexcept;
 /// Like SetTopmost, without activating anything and without touching its owner and what it owns.
 void SetTopmostAlone(HWND window, bool topmost) noexcept;
+/// To the top of the topmost band or of the one below it, as alone as that.
+void RaiseAlone(HWND window, bool topmost) noexcept;
 
 } // namespace vextrel
