@@ -30,6 +30,12 @@ inline void PutCaret(Session& s, std::size_t caret) {
     s.selected = 0;
 }
 
+/// Another text is set, and the selection with it, as far as the text goes.
+inline void KeepSelection(Session& s) {
+    s.caret = std::min(s.caret, s.box.size());
+    s.selected = std::min(s.selected, s.box.size() - s.caret);
+}
+
 inline std::wstring Left(const std::wstring& text, std::size_t count) {
     return text.substr(0, std::min(count, text.size()));
 }
@@ -143,8 +149,11 @@ struct Model {
     }
 
     void PasteMasked(const std::wstring& text) {
-        // The clipboard is read as far as a password could reach, and only then cleaned.
-        Enter(Keep(Left(text, SecretText::capacity), [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); }));
+        // The clipboard is read as far as a password could reach, and only then cleaned. A paste of nothing is none.
+        const auto isText = [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); };
+        if (const std::wstring clean = Keep(Left(text, SecretText::capacity), isText); !clean.empty()) {
+            Enter(clean);
+        }
     }
 
     void SwitchMask() {
@@ -158,7 +167,7 @@ struct Model {
         } else {
             s.box = s.password;
         }
-        PutCaret(s, s.caret);
+        KeepSelection(s);
     }
 
     std::wstring Carry(bool takesAway) {
@@ -214,7 +223,9 @@ class Ruled {
         SecretText clean;
         clean.Assign(std::wstring_view(text).substr(0, SecretText::capacity));
         DropControlCharacters(clean);
-        Apply(EnterText(State(), clean.View()));
+        if (!clean.View().empty()) {
+            Apply(EnterText(State(), clean.View()));
+        }
     }
 
     void BoxReplacedSelection(const std::wstring& text) {
@@ -236,7 +247,7 @@ class Ruled {
         }
         s.masked = !s.masked;
         s.box = s.masked ? std::wstring(password_.Size(), L'*') : Password();
-        PutCaret(s, s.caret);
+        KeepSelection(s);
     }
 
     std::wstring Carry(bool takesAway) {
