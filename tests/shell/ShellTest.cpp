@@ -5,6 +5,7 @@
 #include "driver/Sandbox.h"
 #include "driver/Target.h"
 #include "keyboard/Keyboard.h"
+#include "protect/frmBlank.h"
 #include "settings/mINIManagement.h"
 #include "transfer/SendKeysParser.h"
 #include "transfer/TextDataObject.h"
@@ -274,6 +275,19 @@ TEST(FreedMemory, HoldsNothingOnceOverwritten) {
     EXPECT_GT(CountInMemory(first, length), static_cast<int>(blocks.size())) << "the search finds too little";
     OverwriteFreedMemory();
     EXPECT_EQ(CountInMemory(first, length), 0);
+}
+
+TEST(Layer, DoesNothingOnceItsControllerHasGone) {
+    frmBlank layer;
+    layer.Load(nullptr);
+    layer.Place({0, 0, 300, 100});
+    for (const int message : {WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_RBUTTONUP,
+                              WM_MOUSEACTIVATE, WM_SETCURSOR, WM_CAPTURECHANGED})
+        SendMessageW(layer.Handle(), static_cast<UINT>(message), MK_LBUTTON, MAKELPARAM(10, 10));
+    layer.RunHoverTimer(1);
+    for (const WPARAM timer : {1U, 2U}) // hover entry and the watch on the foreground
+        SendMessageW(layer.Handle(), WM_TIMER, timer, 0);
+    EXPECT_TRUE(IsWindow(layer.Handle()));
 }
 
 } // namespace
