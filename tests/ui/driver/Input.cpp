@@ -72,10 +72,14 @@ void Pointer::MoveTo(POINT place, int steps, Milliseconds pace) {
         Sleep(static_cast<DWORD>(pace.count()));
     }
     place_ = place;
-    Await("the pointer arrives at " + std::to_string(place.x) + ", " + std::to_string(place.y), [&] {
-        const POINT now = Place();
-        return now.x == place.x && now.y == place.y;
-    });
+    Await("the pointer arrives at " + std::to_string(place.x) + ", " + std::to_string(place.y),
+          [&, polls = 0]() mutable {
+              const POINT now = Place();
+              if (++polls % 50 == 0) { // a late event of the X server has taken it elsewhere
+                  SendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, place);
+              }
+              return now.x == place.x && now.y == place.y;
+          });
 }
 
 void Pointer::Press() {
