@@ -104,6 +104,13 @@ RandomUser::RandomUser(unsigned seed)
         keys_.at(static_cast<std::size_t>(button)) = app_.Key(button);
     }
     ComeToRest();
+    // Each kind once, so that it is not left to chance when the system loads what it takes for it.
+    Toggle(ids::toolBeep);
+    for (const Kind& kind : kinds) {
+        (this->*kind.act)();
+        AwaitModel(kind.name);
+    }
+    Drag(false);
 }
 
 void RandomUser::Act() {

@@ -14,7 +14,9 @@ namespace {
 std::size_t EntriesOfGdiTable(HANDLE process) {
     struct Entry {
         std::uint64_t object;
-        std::uint64_t ownerAndType;
+        std::uint8_t owner[6];
+        std::uint8_t type; ///< zero where the entry is free
+        std::uint8_t flags;
         std::uint64_t userData;
     };
     constexpr std::size_t tableInEnvironmentBlock = 0xF8;
@@ -31,7 +33,7 @@ std::size_t EntriesOfGdiTable(HANDLE process) {
           "reading the table of GDI objects");
     std::size_t used = 0;
     for (const Entry& entry : entries) {
-        used += entry.object != 0 ? 1U : 0U;
+        used += entry.type != 0 ? 1U : 0U;
     }
     return used;
 }
