@@ -60,6 +60,15 @@ void SetClipboard(const std::wstring& text) {
     CloseClipboard();
 }
 
+/// Readable, with the codes of what cannot be read.
+std::string Words(const std::wstring& text) {
+    std::ostringstream out;
+    for (const wchar_t c : text) {
+        out << (c > L' ' && c < 0x7F ? std::string(1, static_cast<char>(c)) : "<" + std::to_string(c) + ">");
+    }
+    return out.str();
+}
+
 /// Whether a field of one line shows it, and the code page, in which characters are injected, has it.
 bool CanBeShown(const std::wstring& text) {
     return std::all_of(text.begin(), text.end(), [](wchar_t c) { return (c >= L' ' && c < 0x7F) || c == 0xE4; });
@@ -251,18 +260,11 @@ void RandomUser::MakeReady() {
 }
 
 std::string RandomUser::Difference() const {
-    const auto words = [](const std::wstring& text) {
-        std::ostringstream out;
-        for (const wchar_t c : text) {
-            out << (c > L' ' && c < 0x7F ? std::string(1, static_cast<char>(c)) : "<" + std::to_string(c) + ">");
-        }
-        return out.str();
-    };
     const App::Selection shown = App::SelectionOf(Box());
     std::ostringstream text;
-    text << "the " << (app_.IsMasked() ? "masked" : "plain") << " box shows \"" << words(app_.Shown()) << "\", "
+    text << "the " << (app_.IsMasked() ? "masked" : "plain") << " box shows \"" << Words(app_.Shown()) << "\", "
          << shown.start << " to " << shown.end << "; the model says " << (model_.s.masked ? "masked" : "plain") << " \""
-         << words(model_.s.box) << "\", " << model_.s.caret << " to " << model_.s.caret + model_.s.selected;
+         << Words(model_.s.box) << "\", " << model_.s.caret << " to " << model_.s.caret + model_.s.selected;
     return text.str();
 }
 
@@ -601,15 +603,14 @@ void RandomUser::Drag(bool takesAway) {
           });
     if (escapes) {
         pointer_.Release();
-    } else if (injects) {
-        Await("the characters are injected", [&] { return target_.TypedCharacters().size() >= carried.size(); });
     } else {
-        Await("the drop arrives", [&] { return target_.Drops() == drops + 1; });
-    }
-    if (!escapes && CanBeShown(carried)) {
-        const std::wstring came = injects ? target_.TypedCharacters() : target_.Text();
-        if (came != carried) {
-            throw Failure("not what was carried: " + Narrow(came) + " instead of " + Narrow(carried));
+        const auto came = [&] { return injects ? target_.TypedCharacters() : target_.Text(); };
+        Await("the drop arrives", [&] { return injects || target_.Drops() == drops + 1; });
+        // Where the field or the code page cannot have a character, an injection's length alone is compared.
+        const bool shown = CanBeShown(carried);
+        const auto arrived = [&] { return shown ? came() == carried : !injects || came().size() == carried.size(); };
+        if (!WaitFor(arrived)) {
+            throw Failure("not what was carried: " + Words(came()) + " instead of " + Words(carried));
         }
     }
     Await("commands are taken again", [this] {
