@@ -7,9 +7,7 @@ namespace vextrel {
 void frmError::CreateControls() {
     AddControl(WC_STATICW, L"Something unexpected happened. Vextrel carries on.", SS_LEFT, 0, {14, 14, 386, 32},
                ids::lblTitle);
-    AddControl(WC_EDITW, message_.c_str(),
-               WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_LEFT, WS_EX_CLIENTEDGE,
-               {14, 38, 386, 132}, ids::txtError);
+    AddLines(message_.c_str(), {14, 38, 386, 132}, ids::txtError);
     const HWND close =
         AddControl(WC_BUTTONW, L"&Close", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, {300, 144, 386, 168}, ids::cmdClose);
     ::SetFocus(close);

@@ -300,7 +300,8 @@ void Keyboard::CheckForeground() {
 
 void Keyboard::CheckActiveWindow() {
     const HWND front = ::GetForegroundWindow();
-    if (front == lastForeground_ || operations_.IsResting() || menuOpen_) {
+    // Nobody has it for a moment while it changes hands: no change of its own.
+    if (front == nullptr || front == lastForeground_ || operations_.IsResting() || menuOpen_) {
         return;
     }
     lastForeground_ = front;

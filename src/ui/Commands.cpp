@@ -180,4 +180,13 @@ StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs, bool
             LayoutStatus(snapshot.layout, importedFile)};
 }
 
+std::wstring BriefStatus(std::wstring text) {
+    for (const std::wstring_view word : {L" entry", L" layout", L" and drop"}) {
+        if (const std::size_t place = text.find(word); place != std::wstring::npos) {
+            text.erase(place, word.size());
+        }
+    }
+    return text;
+}
+
 } // namespace vextrel

@@ -75,5 +75,7 @@ struct StatusTexts {
 };
 /// @param intervalMs the hover delay. @param importedFile whether captions come from a file imported in this run.
 [[nodiscard]] StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs, bool importedFile);
+/// A pane's text without the words that can be missed where room is short.
+[[nodiscard]] std::wstring BriefStatus(std::wstring text);
 
 } // namespace vextrel

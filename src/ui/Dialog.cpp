@@ -124,6 +124,21 @@ HWND Dialog::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD 
     return control;
 }
 
+void Dialog::AddLines(const wchar_t* lines, const Rect& place96, int id) {
+    const HWND field =
+        AddControl(WC_EDITW, lines, WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_LEFT,
+                   WS_EX_CLIENTEDGE, place96, id);
+    // Where the last line starts within the field, there is nothing to scroll.
+    const LRESULT lastLine = ::SendMessageW(field, EM_GETLINECOUNT, 0, 0) - 1;
+    const LRESULT lastLineStart = ::SendMessageW(field, EM_LINEINDEX, static_cast<WPARAM>(lastLine), 0);
+    const LRESULT place = ::SendMessageW(field, EM_POSFROMCHAR, static_cast<WPARAM>(lastLineStart), 0);
+    RECT area{};
+    ::GetClientRect(field, &area);
+    if (lastLine == 0 || (place != -1 && GET_Y_LPARAM(place) + Scaled(18) <= area.bottom)) {
+        ::ShowScrollBar(field, SB_VERT, FALSE);
+    }
+}
+
 void Dialog::OnCommand(int id, int) {
     if (id == IDOK || id == IDCANCEL) {
         End(id);

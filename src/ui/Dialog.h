@@ -32,6 +32,8 @@ class Dialog : public Form {
     /// Creates a control at a place given for 96 DPI, in the message font.
     HWND AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD exStyle, const Rect& place96,
                     int id);
+    /// Creates a field of lines to read, with a scroll bar if they need one.
+    void AddLines(const wchar_t* lines, const Rect& place96, int id);
     [[nodiscard]] int Scaled(int at96) const noexcept { return ::MulDiv(at96, Dpi(), USER_DEFAULT_SCREEN_DPI); }
     [[nodiscard]] FontCache& Fonts() noexcept { return fonts_; }
 

@@ -127,7 +127,7 @@ void KeyButton::Paint(HDC context) {
         .enabled = ::IsWindowEnabled(Handle()) != FALSE,
         .pushed = pushed_,
         .lit = lit_,
-        .dpi = static_cast<int>(::GetDpiForWindow(Handle())),
+        .dpi = dpi_,
     };
     PaintKey(context, area, look, *fonts_);
 }

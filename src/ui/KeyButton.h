@@ -21,6 +21,8 @@ class KeyButton final : public SubclassedControl {
     void SetCaption(const std::wstring& caption);
     /// Marks a modifier key that is in effect.
     void SetLit(bool lit) noexcept;
+    /// What the key draws in from then on.
+    void SetDpi(int dpi) noexcept { dpi_ = dpi; }
 
   private:
     LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
@@ -32,6 +34,7 @@ class KeyButton final : public SubclassedControl {
     void Paint(HDC context);
 
     int number_ = 0;
+    int dpi_ = USER_DEFAULT_SCREEN_DPI;
     KeyboardEvents* const* events_ = nullptr;
     FontCache* fonts_ = nullptr;
     std::wstring caption_;

@@ -3,6 +3,7 @@
 #include "win32/Windows.h"
 
 #include <array>
+#include <string>
 
 namespace vextrel {
 
@@ -10,8 +11,8 @@ namespace vextrel {
 /// parent.
 [[nodiscard]] int StatusBarHeightFor(HFONT font, int dpi) noexcept;
 
-/// Shows three texts, each in a pane with room for it; what room is left, or missing, the panes share.
-/// @param font the status bar's.
-void ShowStatusTexts(HWND statusBar, HFONT font, int dpi, const std::array<const wchar_t*, 3>& texts) noexcept;
+/// Shows three texts, each in a pane with room for it; what room is left the panes share. Where room is missing the
+/// texts become brief, and the longest ends in dots if that is not enough. @param font the status bar's.
+void ShowStatusTexts(HWND statusBar, HFONT font, int dpi, std::array<std::wstring, 3> texts);
 
 } // namespace vextrel

@@ -6,6 +6,8 @@
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
 
+#include <algorithm>
+#include <optional>
 #include <span>
 
 namespace vextrel {
@@ -70,6 +72,18 @@ BYTE StyleOf(ToolButtonStyle style) noexcept {
     return BTNS_BUTTON;
 }
 
+/// The button that an arrow key, Home or End leads to; nothing for another key.
+std::optional<std::size_t> ToolAfterKey(std::size_t tool, WPARAM key) noexcept {
+    const std::size_t last = ToolButtons().size() - 1;
+    switch (key) {
+    case VK_LEFT: return tool > 0 ? tool - 1 : 0;
+    case VK_RIGHT: return std::min(tool + 1, last);
+    case VK_HOME: return 0;
+    case VK_END: return last;
+    default: return std::nullopt;
+    }
+}
+
 /// Separators carry a number of their own, so that they can be hidden by it.
 constexpr int firstGapId = 2190;
 
@@ -121,6 +135,7 @@ void ToolbarControl::SetDpi(int dpi) {
     images_ = std::move(images);
     disabledImages_ = std::move(disabledImages);
     const int margin = ::MulDiv(6, dpi, USER_DEFAULT_SCREEN_DPI);
+    ::SendMessageW(Handle(), TB_SETPADDING, 0, MAKELPARAM(margin, margin));
     ::SendMessageW(Handle(), TB_SETBUTTONSIZE, 0, MAKELPARAM(pictures.sizePx + margin, pictures.sizePx + margin));
 }
 
@@ -214,9 +229,65 @@ int ToolbarControl::TrackHoverMenu() const {
                               &around);
 }
 
+void ToolbarControl::ShowFocusedTool() noexcept {
+    const int id = ToolButtons()[focusedTool_].id;
+    const LRESULT index = ::SendMessageW(Handle(), TB_COMMANDTOINDEX, static_cast<WPARAM>(id), 0);
+    ::SendMessageW(Handle(), TB_SETHOTITEM, static_cast<WPARAM>(::GetFocus() == Handle() ? index : -1), 0);
+}
+
+bool ToolbarControl::OnKeyDown(WPARAM key) noexcept {
+    const ToolButton& tool = ToolButtons()[focusedTool_];
+    switch (key) {
+    case VK_DOWN:
+        if (tool.style == ToolButtonStyle::GroupWithMenu) {
+            NMTOOLBARW dropDown{};
+            dropDown.hdr = {Handle(), ids::tbToolbar, static_cast<UINT>(TBN_DROPDOWN)};
+            dropDown.iItem = tool.id;
+            ::SendMessageW(::GetParent(Handle()), WM_NOTIFY, ids::tbToolbar, reinterpret_cast<LPARAM>(&dropDown));
+        }
+        return true;
+    case VK_SPACE:
+    case VK_RETURN:
+        if (::SendMessageW(Handle(), TB_ISBUTTONENABLED, static_cast<WPARAM>(tool.id), 0) != 0) {
+            ::SendMessageW(::GetParent(Handle()), WM_COMMAND, static_cast<WPARAM>(tool.id),
+                           reinterpret_cast<LPARAM>(Handle()));
+        }
+        return true;
+    case VK_UP: return true;
+    default: break;
+    }
+    const std::optional<std::size_t> next = ToolAfterKey(focusedTool_, key);
+    focusedTool_ = next.value_or(focusedTool_);
+    ShowFocusedTool();
+    return next.has_value();
+}
+
 LRESULT ToolbarControl::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    if (message == WM_MOUSEMOVE) {
+    switch (message) {
+    case WM_MOUSEMOVE:
         GuardEvent(::GetParent(Handle()), L"tbToolbar_MouseMove", [&] { (*events_)->MouseMoveInForm(); });
+        break;
+    case WM_GETDLGCODE: {
+        const auto* pressed = reinterpret_cast<const MSG*>(lParam);
+        const bool isEnter = pressed != nullptr && pressed->message == WM_KEYDOWN && pressed->wParam == VK_RETURN;
+        return DLGC_WANTARROWS | (isEnter ? DLGC_WANTMESSAGE : 0);
+    }
+    // The system's own handling of keys differs from one version to another.
+    case WM_KEYDOWN:
+    case WM_SYSKEYDOWN:
+        if ((message == WM_KEYDOWN || wParam == VK_DOWN) && OnKeyDown(wParam)) {
+            return 0;
+        }
+        break;
+    // It takes the highlight along when the pointer or the focus leaves.
+    case WM_MOUSELEAVE:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS: {
+        const LRESULT result = ToControl(message, wParam, lParam);
+        ShowFocusedTool();
+        return result;
+    }
+    default: break;
     }
     return ToControl(message, wParam, lParam);
 }

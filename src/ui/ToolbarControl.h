@@ -10,7 +10,8 @@
 namespace vextrel {
 
 /// The toolbar `tbToolbar`: 15 flat buttons with pictures and tool tips. On a narrow window the gaps between its groups
-/// go first, then it continues in a second row.
+/// go first, then it continues in a second row. With the focus, arrow keys, Home and End choose a button, Space and
+/// Enter press it, Down opens its menu.
 class ToolbarControl final : public SubclassedControl {
   public:
     /// @throws Error with the system's code.
@@ -42,7 +43,13 @@ class ToolbarControl final : public SubclassedControl {
     [[nodiscard]] RECT ButtonRect(int index) const noexcept;
     [[nodiscard]] int ButtonCount() const noexcept;
 
+    /// @return whether the key means something to the toolbar.
+    bool OnKeyDown(WPARAM key) noexcept;
+    /// Shows the button that the keyboard works, if the toolbar has the focus, else none.
+    void ShowFocusedTool() noexcept;
+
     KeyboardEvents* const* events_ = nullptr;
+    std::size_t focusedTool_ = 0; ///< its place among ToolButtons()
     UniqueImageList images_;
     UniqueImageList disabledImages_;
 };

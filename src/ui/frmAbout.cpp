@@ -41,21 +41,6 @@ void frmAbout::AddLink(const wchar_t* text, const Rect& place96, int id) {
     AddControl(WC_LINK, (L"<a>" + std::wstring(text) + L"</a>").c_str(), WS_TABSTOP, 0, place96, id);
 }
 
-void frmAbout::AddProtections(const Rect& place96) {
-    const HWND list = AddControl(WC_EDITW, Lines(protections_).c_str(),
-                                 WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_LEFT,
-                                 WS_EX_CLIENTEDGE, place96, ids::aboutProtections);
-    // Where the last line starts within the box, there is nothing to scroll.
-    const LRESULT lastLine = ::SendMessageW(list, EM_GETLINECOUNT, 0, 0) - 1;
-    const LRESULT lastLineStart = ::SendMessageW(list, EM_LINEINDEX, static_cast<WPARAM>(lastLine), 0);
-    const LRESULT place = ::SendMessageW(list, EM_POSFROMCHAR, static_cast<WPARAM>(lastLineStart), 0);
-    RECT area{};
-    ::GetClientRect(list, &area);
-    if (lastLine == 0 || (place != -1 && GET_Y_LPARAM(place) + Scaled(18) <= area.bottom)) {
-        ::ShowScrollBar(list, SB_VERT, FALSE);
-    }
-}
-
 void frmAbout::CreateControls() {
     InitialiseLinks();
     AddIcon();
@@ -70,7 +55,7 @@ void frmAbout::CreateControls() {
     AddLink(L"Vextrel homepage", {20, 144, 150, 164}, ids::aboutHomepage);
     AddLink(L"Donate", {160, 144, 420, 164}, ids::aboutDonate);
     AddControl(WC_STATICW, L"&Protections in force", SS_LEFT, 0, {20, 176, 420, 194}, -1);
-    AddProtections({20, 196, 420, 294});
+    AddLines(Lines(protections_).c_str(), {20, 196, 420, 294}, ids::aboutProtections);
     const HWND ok = AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, {335, 306, 420, 330}, IDOK);
     ::SetFocus(ok);
 }

@@ -22,7 +22,6 @@ class frmAbout final : public Dialog {
     LRESULT OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void AddIcon();
     void AddLink(const wchar_t* text, const Rect& place96, int id);
-    void AddProtections(const Rect& place96);
 
     std::vector<std::wstring> protections_;
     UniqueIcon icon_;

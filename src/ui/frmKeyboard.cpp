@@ -59,6 +59,9 @@ void frmKeyboard::ApplyDpi() {
          {txtPassword_.Handle(), txtText_.Handle(), lblHoverDelay_, lblTransparency_, statusBar_, toolbar_.Handle()}) {
         ::SendMessageW(control, WM_SETFONT, font, TRUE);
     }
+    for (KeyButton& key : keys_) {
+        key.SetDpi(dpi);
+    }
     toolbar_.SetDpi(dpi);
     statusBarHeightPx_ = StatusBarHeightFor(fonts_.MessageFont(dpi), dpi);
     passwordFontPx_ = 0;
@@ -227,11 +230,10 @@ void frmKeyboard::ShowNotice(std::wstring text) {
     }
 }
 
-void frmKeyboard::ShowStatus() noexcept {
-    const std::wstring& first = notice_.empty() ? status_.inputMode : notice_;
+void frmKeyboard::ShowStatus() {
     const int dpi = Dpi();
     ShowStatusTexts(statusBar_, fonts_.MessageFont(dpi), dpi,
-                    {first.c_str(), status_.transferMode.c_str(), status_.layout.c_str()});
+                    {notice_.empty() ? status_.inputMode : notice_, status_.transferMode, status_.layout});
 }
 
 LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -84,7 +84,7 @@ class frmKeyboard final : public Form {
     void OnDpiChanged(const RECT& suggested);
     void OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void OnClose();
-    void ShowStatus() noexcept;
+    void ShowStatus();
     [[nodiscard]] WindowLayoutInput LayoutInput();
 
     KeyboardEvents* controller_;

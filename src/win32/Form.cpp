@@ -23,6 +23,9 @@ Form::~Form() {
 }
 
 int Form::Dpi() const noexcept {
+    if (toldDpi_ != 0) {
+        return static_cast<int>(toldDpi_);
+    }
     const UINT dpi = handle_ != nullptr ? ::GetDpiForWindow(handle_) : ::GetDpiForSystem();
     return dpi != 0 ? static_cast<int>(dpi) : USER_DEFAULT_SCREEN_DPI;
 }
@@ -56,6 +59,7 @@ void Form::Load(const CreateArgs& args) {
     }
     RegisterClassOnce();
     unloading_ = false;
+    toldDpi_ = 0;
     // Room first: nothing may throw between the window's creation and its entry in the list.
     LoadedForms().reserve(LoadedForms().size() + 1);
     const HWND window =
@@ -110,6 +114,9 @@ LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
         ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         form->Forget();
         return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+    if (message == WM_DPICHANGED) {
+        form->toldDpi_ = LOWORD(wParam);
     }
     LRESULT result = 0;
     bool handled = false;

@@ -22,6 +22,7 @@ class Form {
     [[nodiscard]] HWND Handle() const noexcept { return handle_; }
     [[nodiscard]] bool IsLoaded() const noexcept { return handle_ != nullptr; }
     [[nodiscard]] bool IsVisible() const noexcept { return handle_ != nullptr && ::IsWindowVisible(handle_) != FALSE; }
+    /// As the last change of it told, else as the system says.
     [[nodiscard]] int Dpi() const noexcept;
 
     /// Runs the form's unloading and destroys its window. Unloading twice is harmless.
@@ -63,6 +64,7 @@ class Form {
     void RunOnUnload() noexcept;
 
     HWND handle_ = nullptr;
+    UINT toldDpi_ = 0; ///< 0: it has not changed since the form was loaded
     bool unloading_ = false;
 };
 

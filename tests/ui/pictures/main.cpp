@@ -84,6 +84,7 @@ void TakeDialogs(const App& app, Photographer& photographer) {
                                 const wchar_t* name) {
         app.Command(command);
         const HWND dialog = app.Running().AwaitWindow(dialogClassName, title);
+        SettleInForeground(dialog);
         photographer.Take(name, dialog, true);
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         Await("the dialog closes", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()); });
@@ -108,6 +109,7 @@ void TakeDialogs(const App& app, Photographer& photographer) {
                 error = window;
         return error != nullptr;
     });
+    SettleInForeground(error);
     photographer.Take(L"error", error, true);
     PostMessageW(error, WM_COMMAND, ids::cmdClose, 0);
     Await("the error dialog closes", [&] { return !IsWindow(error); });

@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <map>
 
 namespace vextrel::driver {
@@ -16,7 +17,7 @@ using Writes = std::map<std::wstring, std::wstring>;
 constexpr const wchar_t* persistentKeys[] = {
     settings::saveSettings, settings::viewToolbar,        settings::keyboardLayout, settings::mouseMode,
     settings::dragDropMode, settings::viewPasswordMask,   settings::beepOnHover,    settings::keepPassword,
-    settings::transparency, settings::hoverTimerInterval,
+    settings::transparency, settings::hoverTimerInterval, settings::toolbarVisible,
 };
 
 /// Fills the settings file with a value that the program never writes, so that every write shows.
@@ -65,6 +66,43 @@ void Choose(const App& app, int command, int answer) {
     Check(PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(answer), 0) != FALSE, "answering");
     Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()) != FALSE; });
 }
+
+/// Takes the browser's place for a while: leaves the address that it is to open in a file.
+class BrowserStandIn {
+  public:
+    BrowserStandIn() {
+        usual_.resize(MAX_PATH);
+        auto bytes = static_cast<DWORD>(usual_.size() * sizeof(wchar_t));
+        Check(RegGetValueW(HKEY_CLASSES_ROOT, opener, nullptr, RRF_RT_REG_SZ, nullptr, usual_.data(), &bytes) == 0,
+              "reading the browser's place");
+        SetOpener(L"cmd.exe /c echo %1>\"" + File().wstring() + L"\"");
+    }
+    ~BrowserStandIn() {
+        SetOpener(usual_.c_str());
+        std::filesystem::remove(File());
+    }
+    BrowserStandIn(const BrowserStandIn&) = delete;
+    BrowserStandIn& operator=(const BrowserStandIn&) = delete;
+
+    static bool HasOpened(std::string_view address) {
+        std::string opened;
+        std::ifstream(File()) >> opened;
+        return opened == address;
+    }
+
+  private:
+    static constexpr const wchar_t* opener = L"https\\shell\\open\\command";
+    static void SetOpener(const std::wstring& command) {
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, opener, nullptr, REG_SZ, command.c_str(),
+                        static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
+    }
+    static std::filesystem::path File() { return std::filesystem::temp_directory_path() / L"vextrel-opened.txt"; }
+
+    std::wstring usual_;
+};
+
+constexpr std::string_view homepage = "https://vextrel.example/vextrel-v3/";
+constexpr std::string_view donations = "https://vextrel.example/donate/";
 
 bool IsTopmost(const App& app) {
     return (GetWindowLongPtrW(app.Main(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
@@ -167,8 +205,16 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
          0,
          {{settings::keyboardLayout, L"English"}},
          [](S& s) { s.layout = LayoutMark::English; }},
+        {ids::mnuKeyboardLayoutDefault,
+         0,
+         {{settings::keyboardLayout, L"Default"}},
+         [](S& s) { s.layout = LayoutMark::Default; },
+         [](const App& app) { return app.Text(ids::firstKey + 16) == L"q"; }},
         {ids::mnuKeyboardLayoutImport, IDCANCEL, none, nullptr},
         {ids::mnuKeyboardCreateNewLayoutFile, IDCANCEL, none, nullptr},
+
+        {ids::mnuHelpVisitHomepage, 0, none, nullptr, [](const App&) { return BrowserStandIn::HasOpened(homepage); }},
+        {ids::mnuHelpDonate, 0, none, nullptr, [](const App&) { return BrowserStandIn::HasOpened(donations); }},
 
         {ids::mnuOptionsSaveSettingsInINI, IDNO, none, save},
         {ids::toolBeep, 0, none, beep},
@@ -180,6 +226,7 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
         {ids::mnuViewPasswordMask, 0, none, mask},
     };
 
+    const BrowserStandIn browser;
     const Sandbox sandbox;
     const App app(sandbox);
     Pointer pointer;
@@ -236,7 +283,8 @@ TEST(Commands, WhatTheySetIsThereAfterARestart) {
 
 TEST(Commands, OnlyTheStartWritesWhileSavingIsOff) {
     const Sandbox sandbox;
-    sandbox.Write("[Settings]\r\nSave Settings in INI=False\r\nMouseMode=hover entry mode\r\n");
+    sandbox.Write(
+        "[Settings]\r\nSave Settings in INI=False\r\nMouseMode=hover entry mode\r\nToolbar Visible=False\r\n");
     const App app(sandbox);
     CommandSnapshot state;
     state.layout = LayoutMark::English;
@@ -244,9 +292,13 @@ TEST(Commands, OnlyTheStartWritesWhileSavingIsOff) {
     AwaitState(app, state);
     EXPECT_EQ(sandbox.Setting(settings::transparency), L"252");
     EXPECT_EQ(sandbox.Setting(settings::mouseMode), L"hover entry mode");
+    EXPECT_FALSE(app.Visible(ids::tbToolbar)) << "read last, and no mark of the menu";
     const std::optional<std::string> before = sandbox.Read();
-    Choose(app, ids::toolHover, 0);
-    Choose(app, ids::mnuViewToolbar, 0);
+    for (const int command :
+         {ids::toolHover, ids::hoverDelayHalfSecond, ids::mnuViewToolbar, ids::toolInject, ids::toolToggleMask,
+          ids::toolBeep, ids::toolKeepPassword, ids::mnuKeyboardLayoutLastSaved})
+        Choose(app, command, 0);
+    Ask(app.Control(ids::sldHoverDelay), WM_KEYDOWN, VK_HOME);
     Ask(app.Control(ids::sldTransparency), WM_KEYDOWN, VK_HOME);
     EXPECT_EQ(sandbox.Read(), before);
 }
@@ -335,6 +387,7 @@ TEST(Commands, ProtectiveLayerFollowsItsTable) {
 }
 
 TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
+    const BrowserStandIn browser;
     const Sandbox sandbox;
     const App app(sandbox);
     app.Command(ids::mnuHelpAbout);
@@ -345,6 +398,12 @@ TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
         versionShown = versionShown || TextOf(child).starts_with(L"Version ");
     EXPECT_TRUE(versionShown);
     EXPECT_FALSE(IsWindowEnabled(app.Main()));
+    Pointer pointer;
+    for (const auto& [link, address] : {std::pair{ids::aboutHomepage, homepage}, {ids::aboutDonate, donations}}) {
+        const RECT place = BoundsOf(GetDlgItem(about, link));
+        pointer.Click({place.left + 9, place.top + 7});
+        EXPECT_TRUE(WaitFor([&, wanted = address] { return BrowserStandIn::HasOpened(wanted); })) << address;
+    }
     EXPECT_EQ(app.Close(), 0U);
 }
 

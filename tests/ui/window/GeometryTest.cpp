@@ -2,11 +2,14 @@
 #include "driver/App.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
+#include "settings/OptionValues.h"
 #include "ui/Commands.h"
 #include "ui/ids.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace vextrel::driver {
 namespace {
@@ -69,15 +72,22 @@ TEST(Geometry, LayerFollowsEveryChangeOfTheWindow) {
     EXPECT_EQ(Height(BoundsOf(app.Main())), Height(before));
     expectInPlace("showing the toolbar");
 
-    const RECT suggested{90, 80, 90 + 840, 80 + 500};
-    const RemoteMemory memory(app.Running(), sizeof suggested);
-    memory.Write(&suggested, sizeof suggested);
-    Ask(app.Main(), WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(memory.Address()));
-    EXPECT_TRUE(WaitFor([&] {
-        const RECT now = BoundsOf(app.Main());
-        return EqualRect(&now, &suggested) != FALSE;
-    }));
-    expectInPlace("another DPI");
+    for (const int dpi : {144, 192, 96}) {
+        SCOPED_TRACE(dpi);
+        const RECT suggested{90, 80, 90 + 640 * dpi / 96, 80 + 400 * dpi / 96};
+        const RemoteMemory memory(app.Running(), sizeof suggested);
+        memory.Write(&suggested, sizeof suggested);
+        Ask(app.Main(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(memory.Address()));
+        EXPECT_TRUE(WaitFor([&] {
+            const RECT now = BoundsOf(app.Main());
+            return EqualRect(&now, &suggested) != FALSE;
+        }));
+        expectInPlace("another DPI");
+        // Pictures of 16, 24 and 32 pixels with their margins; text, which the bar's height follows; lengths in twips.
+        EXPECT_EQ(HIWORD(Ask(app.Control(ids::tbToolbar), TB_GETBUTTONSIZE)), 22 * dpi / 96);
+        EXPECT_EQ(Height(BoundsOf(app.Control(ids::StatusBar1))), 22 * dpi / 96);
+        EXPECT_EQ(Height(BoundsOf(app.Control(ids::sldHoverDelay))), 20 * dpi / 96);
+    }
 
     SetWindowPos(app.Main(), nullptr, 9000, 9000, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     Ask(app.Main(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
@@ -158,14 +168,56 @@ TEST(Geometry, KeepOnTopReassertsItselfOncePerChangeOfTheForeground) {
     Await("the other program is in front", [&] { return GetForegroundWindow() == other; });
     EXPECT_TRUE(WaitFor([&] { return UpperOf(app.Main(), other) == app.Main(); }));
 
-    SetWindowPos(other, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    EXPECT_FALSE(WaitFor([&] { return UpperOf(app.Main(), other) == app.Main(); }, Milliseconds(1000)));
+    EXPECT_EQ(GetForegroundWindow(), other);
+    const auto raiseOther = [&] {
+        SetWindowPos(other, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    };
+    const auto tick = [&] { Ask(app.Main(), WM_TIMER, 1); }; // of tmrCheckActiveWindow, without the wait for it
+    const auto staysBelow = [&] {
+        tick();
+        return UpperOf(app.Main(), other) == other;
+    };
+    raiseOther();
+    EXPECT_TRUE(staysBelow()) << "the foreground has not changed since";
+
+    // During a drag, and while a menu is open, it waits.
+    target.KeepClearOf(BoundsOf(app.Main()));
+    app.Activate();
+    app.ClickPassword(pointer, L"a");
+    for (const bool drag : {true, false}) {
+        SCOPED_TRACE(drag ? "drag" : "menu");
+        app.Activate();
+        tick();
+        if (drag)
+            pointer.Pull(CentreOf(app.PasswordBox()), {5, 5});
+        else
+            PostMessageW(app.Main(), WM_SYSCOMMAND, SC_KEYMENU, 'v');
+        Await("the hint of the drag, or the menu", [&] {
+            const auto forms = app.Running().Windows(formClass, L"");
+            return app.Running().Window(L"#32768") || std::any_of(forms.begin(), forms.end(), [](HWND form) {
+                       return GetDlgItem(form, ids::dragNoteHeader) != nullptr;
+                   });
+        });
+        SetForegroundWindow(other);
+        Await("the other program is in front again", [&] { return GetForegroundWindow() == other; });
+        raiseOther();
+        EXPECT_TRUE(staysBelow());
+        if (drag) {
+            // With the foreground the drag has lost the pointer: it learns of a release above the program's own window.
+            pointer.MoveTo(CentreOf(app.Control(ids::StatusBar1)), 3, Milliseconds(40));
+            pointer.Release();
+        } else
+            Ask(app.Main(), WM_CANCELMODE);
+        EXPECT_TRUE(WaitFor([&] { return UpperOf(app.Main(), other) == app.Main(); }));
+    }
 
     Ask(app.Main(), WM_COMMAND, ids::mnuFileKeepOnTop);
     app.Activate();
+    tick();
     SetForegroundWindow(other);
-    SetWindowPos(other, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    EXPECT_FALSE(WaitFor([&] { return UpperOf(app.Main(), other) == app.Main(); }, Milliseconds(1000)));
+    Await("the other program is in front again", [&] { return GetForegroundWindow() == other; });
+    raiseOther();
+    EXPECT_TRUE(staysBelow());
 }
 
 TEST(Geometry, KeyboardReachesMenusAndControlsAndEveryControlHasItsName) {
@@ -183,6 +235,38 @@ TEST(Geometry, KeyboardReachesMenusAndControlsAndEveryControlHasItsName) {
         EXPECT_TRUE(WaitFor([&] { return focused() == id; })) << focused() << " instead of " << id;
         Keys::Stroke(VK_TAB);
     }
+    // On the toolbar: arrows, Home and End lead to a button, Space and Enter press it, Down opens its menu.
+    const auto pressed = [&](int tool) { return (app.ToolState(tool) & TBSTATE_CHECKED) != 0; };
+    const auto marked = [&](int tool) {
+        const auto index = Ask(app.Control(ids::tbToolbar), TB_COMMANDTOINDEX, static_cast<WPARAM>(tool));
+        return Ask(app.Control(ids::tbToolbar), TB_GETHOTITEM) == index;
+    };
+    Keys::Stroke(VK_TAB);
+    Keys::Stroke(VK_TAB);
+    EXPECT_TRUE(WaitFor([&] { return focused() == ids::tbToolbar && marked(ids::toolStandard); }));
+    const struct {
+        std::vector<WORD> keys;
+        int tool;
+        bool pressed;
+    } presses[] = {
+        {{VK_RIGHT, VK_RIGHT, VK_RIGHT, VK_SPACE}, ids::toolInject, true},
+        {{VK_RETURN}, ids::toolInject, false},
+        {{VK_END, VK_RIGHT, VK_LEFT, VK_LEFT, VK_RETURN}, ids::toolKeepOnTop, false},
+        {{VK_SPACE}, ids::toolKeepOnTop, true},
+        {{VK_HOME, VK_LEFT, VK_RIGHT, VK_SPACE}, ids::toolHover, true},
+    };
+    for (const auto& row : presses) {
+        for (const WORD key : row.keys)
+            Keys::Stroke(key);
+        EXPECT_TRUE(WaitFor([&] { return pressed(row.tool) == row.pressed; })) << row.tool;
+        EXPECT_TRUE(marked(row.tool)) << row.tool;
+    }
+    Keys::Stroke(VK_DOWN);
+    Await("the drop-down opens", [&] { return app.Running().Window(L"#32768") != nullptr; });
+    Keys::Stroke(VK_DOWN);
+    Keys::Stroke(VK_RETURN);
+    EXPECT_TRUE(WaitFor([&] { return sandbox.Setting(settings::hoverTimerInterval) == L"500"; }));
+    EXPECT_EQ(focused(), ids::tbToolbar);
     Keys::Stroke('V', {VK_MENU});
     Await("the menu opens", [&] { return app.Running().Window(L"#32768") != nullptr; });
     Keys::Stroke('T');
