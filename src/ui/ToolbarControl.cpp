@@ -91,13 +91,14 @@ constexpr int firstGapId = 2190;
 
 void ToolbarControl::Create(HWND parent, KeyboardEvents* const& events) {
     events_ = &events;
-    const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
-                        CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
+    const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
+                        TBSTYLE_TOOLTIPS | CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
     Attach(::CreateWindowExW(WS_EX_NOPARENTNOTIFY, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent,
                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids::tbToolbar)), ::GetModuleHandleW(nullptr),
                              nullptr));
     ::SendMessageW(Handle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    // Mixed: a button's text is its tool tip and what assistive programs read, and is not drawn.
+    // Mixed, which a list alone can be: a button's text is its tool tip and what assistive programs read, and is not
+    // drawn.
     ::SendMessageW(Handle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
     AddButtons();
 }
