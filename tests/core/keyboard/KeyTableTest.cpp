@@ -1,6 +1,6 @@
 #include "keyboard/KeyTable.h"
 
-#include "base/Error.h"
+#include "Throws.h"
 
 #include <gtest/gtest.h>
 
@@ -37,12 +37,7 @@ TEST(KeyTable, SlotsRunThroughTheRowsAndLieOnButtonsOfTheirOwn) {
 TEST(KeyTable, ThereAreFortyNineSlots) {
     KeyCaptions captions;
     EXPECT_EQ(captions.At(48), KeyCaption{});
-    try {
-        captions.At(49).lower = L"x";
-        ADD_FAILURE();
-    } catch (const Error& error) {
-        EXPECT_EQ(error.Number(), 9);
-    }
+    EXPECT_TRUE(Throws(ErrorNumber{9}, [&] { captions.At(49).lower = L"x"; }));
 }
 
 TEST(KeyTable, TheEnglishLayoutSetsBothCasesAndNothingElse) {

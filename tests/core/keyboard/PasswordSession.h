@@ -335,8 +335,8 @@ class Comparison {
 /// Chooses an action that is possible in the session. @param pick gives a number from 0 up to below its argument.
 template <typename Pick>
 Action ChooseAction(const Session& s, Pick pick) {
-    static const std::wstring captions[] = {L"a",     L"b", L"a",  L"&&", L"",
-                                            L"space", L" ", L"\\", L"ij", L"\xD83D\xDE00"};
+    static const std::wstring captions[] = {L"a",     L"b",     L"a",  L"&&", L"",
+                                            L"space", L"Space", L"\\", L"ij", L"\xD83D\xDE00"};
     static const std::wstring pastes[] = {L"",     L"a",      L"ba",   L"\t",         L"a\tb",
                                           L"\r\n", L"b\r\na", L"aaaa", L"\x7Fq\x9Fr", L"\r\n\r\n"};
     constexpr int editing[] = {keys::backspace, keys::backspace, keys::tab, keys::enter};

@@ -17,57 +17,32 @@ bool IsZeroBehindItsEnd(SecretText& text) {
 
 TEST(SecretText, NothingIsLeftBehindItsEnd) {
     const struct {
-        const char* name;
-        void (*change)(SecretText&);
+        TextRange range;
+        const wchar_t* piece;
         const wchar_t* result;
-    } rows[] = {
-        {"a shorter piece",
-         [](SecretText& t) {
-             t.Replace({1, 3}, L"x");
-         },
-         L"sxet"},
-        {"a longer piece",
-         [](SecretText& t) {
-             t.Replace({1, 1}, L"xyz");
-         },
-         L"sxyzcret"},
-        {"a piece at the end",
-         [](SecretText& t) {
-             t.Replace({4, 2}, L"");
-         },
-         L"secr"},
-        {"more than there is",
-         [](SecretText& t) {
-             t.Replace({4, ~std::size_t{0}}, L"u");
-         },
-         L"secru"},
-        {"behind the end",
-         [](SecretText& t) {
-             t.Replace({~std::size_t{0}, 2}, L"s");
-         },
-         L"secrets"},
-        {"a shorter text", [](SecretText& t) { t.Assign(L"ab"); }, L"ab"},
-        {"a part of its own",
-         [](SecretText& t) {
-             t.Assign(t.View({2, 3}));
-         },
-         L"cre"},
-        {"nothing", [](SecretText& t) { t.Clear(); }, L""},
-        {"a size", [](SecretText& t) { t.SetSize(3); }, L"sec"},
-        {"a system call that wrote more than it said",
-         [](SecretText& t) {
-             std::fill_n(t.Buffer(), 500, L'#');
-             t.SetSize(1);
-         },
-         L"#"},
-    };
-    for (const auto& row : rows) {
+    } pieces[] = {{{1, 3}, L"x", L"sxet"},
+                  {{1, 1}, L"xyz", L"sxyzcret"},
+                  {{4, 2}, L"", L"secr"},
+                  {{4, ~std::size_t{0}}, L"u", L"secru"},
+                  {{~std::size_t{0}, 2}, L"s", L"secrets"}};
+    for (const auto& [range, piece, result] : pieces) {
         SecretText text;
         text.Assign(L"secret");
-        row.change(text);
-        EXPECT_TRUE(text.View() == row.result) << row.name;
-        EXPECT_TRUE(IsZeroBehindItsEnd(text)) << row.name;
+        text.Replace(range, piece);
+        EXPECT_TRUE(text.View() == result && IsZeroBehindItsEnd(text)) << testing::PrintToString(std::wstring(result));
     }
+    SecretText text;
+    const auto holds = [&text](const wchar_t* content) { return text.View() == content && IsZeroBehindItsEnd(text); };
+    text.Assign(L"secret");
+    text.Assign(text.View({2, 3}));
+    EXPECT_TRUE(holds(L"cre"));
+    text.SetSize(2);
+    EXPECT_TRUE(holds(L"cr"));
+    std::fill_n(text.Buffer(), 500, L'#'); // a system call that wrote more than it said
+    text.SetSize(1);
+    EXPECT_TRUE(holds(L"#"));
+    text.Clear();
+    EXPECT_TRUE(holds(L""));
 }
 
 TEST(SecretText, APartIsCutAtTheEnd) {

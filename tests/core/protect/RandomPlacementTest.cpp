@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -19,23 +20,14 @@ PlacementInput FullHd() {
     return input;
 }
 
-double Correlation(const std::vector<double>& a, const std::vector<double>& b) {
+double Covariance(const std::vector<double>& a, const std::vector<double>& b) {
     const auto n = static_cast<double>(a.size());
-    double meanA = 0;
-    double meanB = 0;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        meanA += a[i] / n;
-        meanB += b[i] / n;
-    }
-    double ab = 0;
-    double aa = 0;
-    double bb = 0;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        ab += (a[i] - meanA) * (b[i] - meanB);
-        aa += (a[i] - meanA) * (a[i] - meanA);
-        bb += (b[i] - meanB) * (b[i] - meanB);
-    }
-    return ab / std::sqrt(aa * bb);
+    const auto mean = [n](const std::vector<double>& x) { return std::accumulate(x.begin(), x.end(), 0.0) / n; };
+    return std::inner_product(a.begin(), a.end(), b.begin(), 0.0) / n - mean(a) * mean(b);
+}
+
+double Correlation(const std::vector<double>& a, const std::vector<double>& b) {
+    return Covariance(a, b) / std::sqrt(Covariance(a, a) * Covariance(b, b));
 }
 
 TEST(RandomPlacement, SizesAndPlacesFollowTheFormula) {

@@ -6,23 +6,10 @@
 
 #include <functional>
 #include <set>
+#include <utility>
 
 namespace vextrel {
 namespace {
-
-/// Every combination of what check marks and pressed buttons depend on.
-void ForEachSnapshot(const std::function<void(const CommandSnapshot&)>& visit) {
-    for (int bits = 0; bits < 1 << 9; ++bits) {
-        for (const InputMode mode : {InputMode::Standard, InputMode::Hover, InputMode::HiddenMouseAndHover}) {
-            for (const LayoutMark layout :
-                 {LayoutMark::None, LayoutMark::Default, LayoutMark::English, LayoutMark::LastSaved}) {
-                const auto bit = [bits](int n) { return (bits >> n & 1) != 0; };
-                visit({mode, bit(0) ? DragDropMode::Inject : DragDropMode::DragDrop, bit(1), bit(2), bit(3), bit(4),
-                       bit(5), bit(6), bit(7), layout, bit(8)});
-            }
-        }
-    }
-}
 
 TEST(Commands, EveryMarkAndPressedButtonShowsItsOption) {
     using S = CommandSnapshot;
@@ -48,18 +35,21 @@ TEST(Commands, EveryMarkAndPressedButtonShowsItsOption) {
         {ids::mnuKeyboardLayoutLastSaved, 0, [](const S& s) { return s.layout == LayoutMark::LastSaved; }},
     };
     std::set<int> marked;
-    ForEachSnapshot([&](const S& snapshot) {
+    for (int n = 0; n < 12 << 8; ++n) { // every combination
+        const auto bit = [n](int which) { return (n / 12 >> which & 1) != 0; };
+        const S snapshot{
+            InputMode(1 + n % 3), DragDropMode(bit(0)), bit(1), bit(2), bit(3), bit(4), bit(5), bit(6), bit(7),
+            LayoutMark(n / 3 % 4)};
         for (const auto& row : rows) {
             for (const int id : {row.menuId, row.toolId}) {
                 ASSERT_EQ(id != 0 && StateOfCommand(id, snapshot).checked, id != 0 && row.checked(snapshot)) << id;
                 marked.insert(id);
             }
         }
-        for (const int id : {ids::mnuFileExit, ids::mnuKeyboardLayoutImport, ids::mnuHelpAbout, ids::toolDvorak,
-                             ids::toolScrambleAll, ids::toolRefresh, ids::toolClear, 0, 99999}) {
-            ASSERT_FALSE(StateOfCommand(id, snapshot).checked) << id;
+        for (int id = 0; id < 2200; ++id) {
+            ASSERT_TRUE(marked.contains(id) || !StateOfCommand(id, snapshot).checked) << id;
         }
-    });
+    }
     for (const ToolButton& button : ToolButtons()) {
         EXPECT_EQ(button.style != ToolButtonStyle::Plain, marked.contains(button.id)) << button.id;
     }
@@ -71,8 +61,8 @@ TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbIt) {
                                 ids::mnuKeyboardLayoutEnglish,
                                 ids::mnuKeyboardLayoutLastSaved,
                                 ids::mnuKeyboardLayoutImport,
-                                ids::mnuKeyboardCreateNewLayoutFile,
                                 ids::toolToggleMask,
+                                ids::mnuKeyboardCreateNewLayoutFile,
                                 ids::toolRefresh,
                                 ids::toolClear};
     CommandSnapshot running;
@@ -83,71 +73,80 @@ TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbIt) {
     }
 }
 
-TEST(Commands, TheTablesNameEveryCommandOnceAndInOrder) {
-    const std::pair<const wchar_t*, std::vector<int>> expected[] = {
-        {L"&File", {2001, 2002}},
-        {L"&Mouse Mode", {2011, 2012, 2013}},
-        {L"&View", {2021, 2022, 0, 2023}},
-        {L"&Options", {2031, 2032, 0, 2033, 2034, 0, 2035}},
-        {L"&Keyboard Layout", {2041, 2042, 2043, 0, 2044, 2045}},
-        {L"Help", {2051, 2052, 0, 2053}},
+TEST(Commands, MenusAndButtonsStandInTheirOrderWithTheirWords) {
+    const wchar_t* const menus[] = {
+        L"&File: Keep on &Top, E&xit",
+        L"&Mouse Mode: 1. Standard, 2. Hover Entry, 3. Hidden Mouse and Hover Entry",
+        L"&View: &Toolbar, Protective Layer, -, &Password Mask",
+        L"&Options: &Beep on Hover Entry, &Keep Password after Drag Drop, -, Drag and Drop Mode, Injection Mode, -, "
+        L"Save setting changes in the vxrconfig.ini file",
+        L"&Keyboard Layout: Default Language Layout, English Layout, Load Last Imported Layout, -, Import a Layout..., "
+        L"Save current layout...",
+        L"Help: Visit Vextrel homepage, Donate..., -, About Vextrel",
     };
-    ASSERT_EQ(MenuBar().size(), std::size(expected));
-    for (std::size_t i = 0; i < std::size(expected); ++i) {
-        const Menu& menu = MenuBar()[i];
-        EXPECT_STREQ(menu.caption, expected[i].first);
-        std::vector<int> found;
-        for (const MenuItem& item : menu.items) {
-            EXPECT_EQ(item.id == 0, item.caption == nullptr);
-            found.push_back(item.id);
+    ASSERT_EQ(MenuBar().size(), std::size(menus));
+    int last = 0;
+    for (std::size_t i = 0; i < std::size(menus); ++i) {
+        std::wstring words = MenuBar()[i].caption;
+        for (const MenuItem& item : MenuBar()[i].items) {
+            words += (&item == MenuBar()[i].items.data() ? L": " : L", ") + std::wstring(item.id ? item.caption : L"-");
+            EXPECT_TRUE(item.id == 0 || item.id > std::exchange(last, item.id)) << "numbers ascend; " << item.id;
         }
-        EXPECT_EQ(found, expected[i].second) << i;
+        EXPECT_EQ(words, menus[i]);
     }
-
-    ASSERT_EQ(ToolButtons().size(), 15u);
-    for (std::size_t i = 0; i < 15; ++i) {
-        const int id = ToolButtons()[i].id;
-        EXPECT_EQ(id, 2101 + static_cast<int>(i));
-        EXPECT_EQ(ToolButtons()[i].startsGroup, id == ids::toolInject || id == ids::toolScrambleOnScreen ||
-                                                    id == ids::toolToggleMask || id == ids::toolKeepOnTop);
+    std::wstring keys;
+    std::wstring tips;
+    for (const ToolButton& tool : ToolButtons()) {
+        EXPECT_EQ(tool.id, ids::toolStandard + (&tool - ToolButtons().data()));
+        keys += (tool.startsGroup ? L"| " : L"") + std::wstring(tool.key) + L" ";
+        tips += std::wstring(tool.toolTip) + L"\n";
     }
-    for (std::size_t i = 0; i < HoverDelayMenu().size(); ++i) {
-        EXPECT_EQ(HoverDelayMenu()[i].id, 2121 + static_cast<int>(i));
-        EXPECT_EQ(HoverDelayMenu()[i].delayMs, 500 * (static_cast<int>(i) + 1));
+    EXPECT_EQ(keys, L"Standard Hover HideMouse | Inject | ScrambleOnScreen ScrambleAll Dvorak Unscramble | ToggleMask "
+                    L"Beep KeepPassword Obsfucate | KeepOnTop Refresh Clear ");
+    EXPECT_EQ(tips, L"Standard Entry\nHover Entry\nHidden Mouse and Hover Entry\nInjection Mode: try it if drag-drop "
+                    L"doesn't work\nScramble JUST the on-screen keys\nScramble the on-screen keys AND keyboard input\n"
+                    L"Use Dvorak layout for on-screen keys AND keyboard\nUnscramble on-screen keys and keyboard input\n"
+                    L"Show/hide the password masking\nBeep on Hover Entry\nKeep Password After Drag Drop\nHide "
+                    L"password in amongst random characters\nKeep On Top\nResize Vextrel\nClear text/password\n");
+    std::wstring delays;
+    for (const HoverDelayItem& item : HoverDelayMenu()) {
+        delays +=
+            item.caption + std::to_wstring(item.delayMs) + L" " + std::to_wstring(item.id - ids::toolClear) + L"\n";
     }
+    EXPECT_EQ(delays, L"Half Second Delay500 6\nOne Second Delay1000 7\nOne and a Half Second Delay1500 8\n"
+                      L"Two Second Delay2000 9\n");
 }
 
 TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
+    using enum LayoutMark;
+    constexpr auto drag = DragDropMode::DragDrop;
+    constexpr auto inject = DragDropMode::Inject;
     const struct {
         InputMode mode;
         int intervalMs;
         DragDropMode transfer;
         LayoutMark layout;
         bool imported;
-        const wchar_t *first, *second, *third;
+        const wchar_t *texts, *brief;
     } rows[] = {
-        {InputMode::Standard, 1500, DragDropMode::DragDrop, LayoutMark::English, false, L"Standard entry",
-         L"Drag and drop", L"English layout"},
-        {InputMode::Hover, 1500, DragDropMode::Inject, LayoutMark::Default, true, L"Hover entry, 1.5 s", L"Injection",
-         L"Default layout"},
-        {InputMode::HiddenMouseAndHover, 500, DragDropMode::Inject, LayoutMark::LastSaved, true, L"Hidden mouse, 0.5 s",
-         L"Injection", L"Last imported layout"},
-        {InputMode::Hover, 2000, DragDropMode::DragDrop, LayoutMark::None, true, L"Hover entry, 2.0 s",
-         L"Drag and drop", L"Imported layout"},
-        {InputMode::Hover, 32767, DragDropMode::DragDrop, LayoutMark::None, false, L"Hover entry, 32.767 s",
-         L"Drag and drop", L"English layout"},
-        {InputMode::Hover, 1, DragDropMode::DragDrop, LayoutMark::None, false, L"Hover entry, 0.001 s",
-         L"Drag and drop", L"English layout"},
+        {InputMode::Standard, 1500, drag, English, false, L"Standard entry|Drag and drop|English layout",
+         L"Standard|Drag|English"},
+        {InputMode::Hover, 1500, inject, Default, true, L"Hover entry, 1.5 s|Injection|Default layout",
+         L"Hover, 1.5 s|Injection|Default"},
+        {InputMode::HiddenMouseAndHover, 500, inject, LastSaved, true,
+         L"Hidden mouse, 0.5 s|Injection|Last imported layout", L"Hidden mouse, 0.5 s|Injection|Last imported"},
+        {InputMode::Hover, 32767, drag, None, true, L"Hover entry, 32.767 s|Drag and drop|Imported layout",
+         L"Hover, 32.767 s|Drag|Imported"},
+        {InputMode::Hover, 1, drag, None, false, L"Hover entry, 0.001 s|Drag and drop|English layout",
+         L"Hover, 0.001 s|Drag|English"},
+        {InputMode::Hover, 2000, drag, None, false, L"Hover entry, 2.0 s|Drag and drop|English layout",
+         L"Hover, 2.0 s|Drag|English"},
     };
     for (const auto& row : rows) {
-        CommandSnapshot snapshot;
-        snapshot.inputMode = row.mode;
-        snapshot.dragDropMode = row.transfer;
-        snapshot.layout = row.layout;
-        const StatusTexts texts = StatusBarTexts(snapshot, row.intervalMs, row.imported);
-        EXPECT_EQ(texts.inputMode, row.first);
-        EXPECT_EQ(texts.transferMode, row.second);
-        EXPECT_EQ(texts.layout, row.third);
+        const auto [first, second, third] = StatusBarTexts(
+            {.inputMode = row.mode, .dragDropMode = row.transfer, .layout = row.layout}, row.intervalMs, row.imported);
+        EXPECT_EQ(first + L"|" + second + L"|" + third, row.texts);
+        EXPECT_EQ(BriefStatus(first) + L"|" + BriefStatus(second) + L"|" + BriefStatus(third), row.brief);
     }
 }
 

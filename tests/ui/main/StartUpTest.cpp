@@ -110,57 +110,6 @@ TEST(StartUp, WithoutASettingsFileTakesTheDefaults) {
     EXPECT_TRUE(KeyWitness::SeesPrintScreen());
 }
 
-TEST(StartUp, RewritesWhatItRecognisesEvenIfSavingIsOff) {
-    struct Row {
-        const wchar_t* key;
-        const wchar_t* before;
-        const wchar_t* after;
-    };
-    const Row rows[] = {
-        {L"Save Settings in INI", L"False", L"False"},
-        {L"Keyboard Layout", L"english", L"english"},
-        {L"MouseMode", L"hover entry mode", L"hover entry mode"},
-        {L"Drag Drop Mode", L"Inject", L"Inject"},
-        {L"View Password Mask", L"False", L"False"},
-        {L"Beep on Hover", L"true", L"true"},
-        {L"Keep Password after Drag Drop", L"True", L"True"},
-        {L"Transparency", L"200.5", L"200"},
-        {L"Hover Timer Interval", L"0", L"2000"},
-        {L"Toolbar Visible", L"maybe", L"maybe"},
-        {L"View Toolbar", L"", L""},
-    };
-    const Sandbox sandbox;
-    for (const Row& row : rows)
-        if (*row.before)
-            sandbox.SetSetting(row.key, row.before);
-    const App app(sandbox);
-    Await("the last number is rewritten", [&] { return sandbox.Setting(L"Hover Timer Interval") == L"2000"; });
-    EXPECT_TRUE(app.Visible(ids::txtText));
-    EXPECT_TRUE(app.Checked(ids::mnuOptionsInjectMode));
-    EXPECT_TRUE(app.Checked(ids::mnuOptionsKeepPasswordAfterDragDrop));
-    EXPECT_FALSE(app.Checked(ids::mnuOptionsBeepOnHover));
-    EXPECT_EQ(AlphaOf(app.Main()), 200);
-    // From here on the switch holds.
-    app.Command(ids::mnuOptionsBeepOnHover);
-    Await("the option has changed", [&] { return app.Checked(ids::mnuOptionsBeepOnHover); });
-    app.Command(ids::mnuViewPasswordMask);
-    Await("the mask is on", [&] { return app.Visible(ids::txtPassword); });
-    EXPECT_EQ(app.Close(), 0U);
-    for (const Row& row : rows)
-        EXPECT_EQ(sandbox.Setting(row.key), row.after) << Narrow(row.key);
-}
-
-TEST(StartUp, PlacesTheWindowAnewEachTime) {
-    const Sandbox sandbox;
-    RECT places[3]{};
-    for (RECT& place : places) {
-        const App app(sandbox);
-        place = BoundsOf(app.Main());
-        EXPECT_EQ(app.Close(), 0U);
-    }
-    EXPECT_FALSE(EqualRect(&places[0], &places[1]) && EqualRect(&places[1], &places[2]));
-}
-
 TEST(StartUp, WithoutHooksLeavesPrintScreenAloneAndShowsTheLayer) {
     const KeyWitness witness;
     const Sandbox sandbox({}, L"vextrel_unhooked.exe");

@@ -7,12 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <map>
 
 namespace vextrel::driver {
 namespace {
-
-using Writes = std::map<std::wstring, std::wstring>;
 
 constexpr const wchar_t* persistentKeys[] = {
     settings::saveSettings, settings::viewToolbar,        settings::keyboardLayout, settings::mouseMode,
@@ -28,11 +25,12 @@ void MarkSettings(const Sandbox& sandbox) {
     sandbox.Write(bytes);
 }
 
-Writes WritesSinceMark(const Sandbox& sandbox) {
-    Writes writes;
+/// As "Key=value", one behind the other.
+std::wstring WritesSinceMark(const Sandbox& sandbox) {
+    std::wstring writes;
     for (const wchar_t* key : persistentKeys)
         if (const std::wstring value = sandbox.Setting(key); value != L"?")
-            writes[key] = value;
+            writes += (writes.empty() ? L"" : L"; ") + std::wstring(key) + L"=" + value;
     return writes;
 }
 
@@ -104,19 +102,26 @@ class BrowserStandIn {
 constexpr std::string_view homepage = "https://vextrel.example/vextrel-v3/";
 constexpr std::string_view donations = "https://vextrel.example/donate/";
 
+int AlphaOf(HWND window) {
+    BYTE alpha = 0;
+    DWORD flags = 0;
+    return GetLayeredWindowAttributes(window, nullptr, &alpha, &flags) ? alpha : -1;
+}
+
 bool IsTopmost(const App& app) {
     return (GetWindowLongPtrW(app.Main(), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
 }
 
 struct Step {
     int command;
-    int answer; ///< the button of the question that comes up; 0: none comes
-    Writes writes;
-    void (*change)(CommandSnapshot&); ///< what becomes different; null: nothing
+    const wchar_t* writes;
+    void (*change)(CommandSnapshot&) = nullptr; ///< what becomes different
     bool (*effect)(const App&) = nullptr;
+    int answer = 0; ///< the button of the question that comes up; 0: none comes
 };
 
 TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
+    using namespace ids;
     using S = CommandSnapshot;
     constexpr auto standard = [](S& s) { s.inputMode = InputMode::Standard; };
     constexpr auto hover = [](S& s) { s.inputMode = InputMode::Hover; };
@@ -129,101 +134,78 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
     constexpr auto top = [](S& s) { s.keepOnTop = !s.keepOnTop; };
     constexpr auto toolbar = [](S& s) { s.toolbarShown = !s.toolbarShown; };
     constexpr auto save = [](S& s) { s.saveSettings = !s.saveSettings; };
-    constexpr auto labelShown = [](const App& app) { return app.Visible(ids::lblHoverDelay); };
-    constexpr auto labelHidden = [](const App& app) { return !app.Visible(ids::lblHoverDelay); };
-    const Writes standardMode{{settings::mouseMode, L"Standard Mode"}};
-    const Writes hoverMode{{settings::mouseMode, L"Hover Entry Mode"}};
-    const Writes hiddenMode{{settings::mouseMode, L"Hover Entry and Hide Mouse"}};
-    const auto delay = [](const wchar_t* ms) { return Writes{{settings::hoverTimerInterval, ms}}; };
-    const Writes none;
+    constexpr auto lastSaved = [](S& s) { s.layout = LayoutMark::LastSaved; };
+    constexpr auto english = [](S& s) { s.layout = LayoutMark::English; };
+    constexpr auto systems = [](S& s) { s.layout = LayoutMark::Default; };
+    constexpr auto labelShown = [](const App& app) { return app.Visible(lblHoverDelay); };
+    constexpr auto labelHidden = [](const App& app) { return !app.Visible(lblHoverDelay); };
+    constexpr auto barShown = [](const App& app) { return app.Visible(tbToolbar); };
+    constexpr auto barHidden = [](const App& app) { return !app.Visible(tbToolbar); };
+    constexpr auto inClear = [](const App& app) { return app.Visible(txtText) && !app.Visible(txtPassword); };
+    constexpr auto masked = [](const App& app) { return !app.Visible(txtText) && app.Visible(txtPassword); };
+    constexpr auto inOrder = [](const App& app) { return app.Text(firstKey + 16) == L"q"; };
+    constexpr auto notTopmost = [](const App& app) { return !IsTopmost(app); };
+    constexpr auto sliderAtEnd = [](const App& app) { return Ask(app.Control(sldHoverDelay), TBM_GETPOS) == 2000; };
+    constexpr auto oneAsterisk = [](const App& app) { return app.Text(txtPassword) == L"*"; };
+    constexpr auto empty = [](const App& app) { return app.Text(txtPassword).empty(); };
+    constexpr auto homepageOpens = [](const App&) { return BrowserStandIn::HasOpened(homepage); };
+    constexpr auto donationsOpen = [](const App&) { return BrowserStandIn::HasOpened(donations); };
 
     const std::vector<Step> steps{
-        {ids::mnuModeStandard, 0, none, nullptr, labelHidden},
-        {ids::mnuModeHover, 0, hoverMode, hover, labelShown},
-        {ids::mnuModeHover, 0, none, nullptr},
-        {ids::toolHover, 0, none, nullptr},
-        {ids::toolHideMouse, IDCANCEL, none, nullptr, labelShown},
-        {ids::mnuModeHiddenMouseAndHover, IDOK, hiddenMode, hidden, labelShown},
-        {ids::mnuModeHiddenMouseAndHover, 0, none, nullptr},
-        {ids::toolStandard, 0, standardMode, standard, labelHidden},
-        {ids::hoverDelayHalfSecond, 0,
-         Writes{{settings::mouseMode, L"Hover Entry Mode"}, {settings::hoverTimerInterval, L"500"}}, hover, labelShown},
-        {ids::hoverDelayOneSecond, 0, delay(L"1000"), nullptr},
-        {ids::hoverDelayOneAndAHalfSeconds, 0, delay(L"1500"), nullptr},
-        {ids::hoverDelayTwoSeconds, 0, delay(L"2000"), nullptr,
-         [](const App& app) { return Ask(app.Control(ids::sldHoverDelay), TBM_GETPOS) == 2000; }},
-        {ids::mnuModeStandard, 0, standardMode, standard, labelHidden},
-        {ids::toolHover, 0, hoverMode, hover},
-        {ids::toolHideMouse, IDOK, hiddenMode, hidden},
-        {ids::mnuModeStandard, 0, standardMode, standard},
+        {mnuModeStandard, L"", nullptr, labelHidden},
+        {mnuModeHover, L"MouseMode=Hover Entry Mode", hover, labelShown},
+        {mnuModeHover, L""},
+        {toolHover, L""},
+        {toolHideMouse, L"", nullptr, labelShown, IDCANCEL},
+        {mnuModeHiddenMouseAndHover, L"MouseMode=Hover Entry and Hide Mouse", hidden, labelShown, IDOK},
+        {mnuModeHiddenMouseAndHover, L""},
+        {toolStandard, L"MouseMode=Standard Mode", standard, labelHidden},
+        {hoverDelayHalfSecond, L"MouseMode=Hover Entry Mode; Hover Timer Interval=500", hover, labelShown},
+        {hoverDelayOneSecond, L"Hover Timer Interval=1000"},
+        {hoverDelayOneAndAHalfSeconds, L"Hover Timer Interval=1500"},
+        {hoverDelayTwoSeconds, L"Hover Timer Interval=2000", nullptr, sliderAtEnd},
+        {mnuModeStandard, L"MouseMode=Standard Mode", standard, labelHidden},
+        {toolHover, L"MouseMode=Hover Entry Mode", hover},
+        {toolHideMouse, L"MouseMode=Hover Entry and Hide Mouse", hidden, nullptr, IDOK},
+        {mnuModeStandard, L"MouseMode=Standard Mode", standard},
 
-        {ids::toolInject, 0, {{settings::dragDropMode, L"Inject"}}, inject},
-        {ids::mnuOptionsDragDrop, 0, {{settings::dragDropMode, L"Drag Drop"}}, dragDrop},
-        {ids::mnuOptionsInjectMode, 0, {{settings::dragDropMode, L"Inject"}}, inject},
-        {ids::toolInject, 0, {{settings::dragDropMode, L"Drag Drop"}}, dragDrop},
+        {toolInject, L"Drag Drop Mode=Inject", inject},
+        {mnuOptionsDragDrop, L"Drag Drop Mode=Drag Drop", dragDrop},
+        {mnuOptionsInjectMode, L"Drag Drop Mode=Inject", inject},
+        {toolInject, L"Drag Drop Mode=Drag Drop", dragDrop},
+        {mnuViewPasswordMask, L"View Password Mask=False", mask, inClear},
+        {toolToggleMask, L"View Password Mask=True", mask, masked},
+        {mnuOptionsBeepOnHover, L"Beep on Hover=True", beep},
+        {toolBeep, L"Beep on Hover=False", beep},
+        {mnuOptionsKeepPasswordAfterDragDrop, L"Keep Password after Drag Drop=True", keep},
+        {toolKeepPassword, L"Keep Password after Drag Drop=False", keep},
+        {mnuFileKeepOnTop, L"", top, notTopmost},
+        {toolKeepOnTop, L"", top, IsTopmost},
+        {mnuViewToolbar, L"View Toolbar=False", toolbar, barHidden},
+        {mnuViewToolbar, L"View Toolbar=True", toolbar, barShown},
+        {toolScrambleOnScreen, L"", nullptr, inOrder},
+        {toolScrambleAll, L"", nullptr, inOrder},
+        {toolDvorak, L"", nullptr, inOrder},
+        {toolUnscramble, L"", nullptr, inOrder},
+        {toolObsfucate, L"", nullptr, oneAsterisk},
+        {toolRefresh, L"", nullptr, oneAsterisk},
+        {toolClear, L"", nullptr, empty},
+        {mnuKeyboardLayoutLastSaved, L"Keyboard Layout=Config", lastSaved},
+        {mnuKeyboardLayoutEnglish, L"Keyboard Layout=English", english},
+        {mnuKeyboardLayoutDefault, L"Keyboard Layout=Default", systems, inOrder},
+        {mnuKeyboardLayoutImport, L"", nullptr, nullptr, IDCANCEL},
+        {mnuKeyboardCreateNewLayoutFile, L"", nullptr, nullptr, IDCANCEL},
+        {mnuHelpVisitHomepage, L"", nullptr, homepageOpens},
+        {mnuHelpDonate, L"", nullptr, donationsOpen},
 
-        {ids::mnuViewPasswordMask,
-         0,
-         {{settings::viewPasswordMask, L"False"}},
-         mask,
-         [](const App& app) { return app.Visible(ids::txtText) && !app.Visible(ids::txtPassword); }},
-        {ids::toolToggleMask,
-         0,
-         {{settings::viewPasswordMask, L"True"}},
-         mask,
-         [](const App& app) { return !app.Visible(ids::txtText) && app.Visible(ids::txtPassword); }},
-        {ids::mnuOptionsBeepOnHover, 0, {{settings::beepOnHover, L"True"}}, beep},
-        {ids::toolBeep, 0, {{settings::beepOnHover, L"False"}}, beep},
-        {ids::mnuOptionsKeepPasswordAfterDragDrop, 0, {{settings::keepPassword, L"True"}}, keep},
-        {ids::toolKeepPassword, 0, {{settings::keepPassword, L"False"}}, keep},
-        {ids::mnuFileKeepOnTop, 0, none, top, [](const App& app) { return !IsTopmost(app); }},
-        {ids::toolKeepOnTop, 0, none, top, IsTopmost},
-        {ids::mnuViewToolbar,
-         0,
-         {{settings::viewToolbar, L"False"}},
-         toolbar,
-         [](const App& app) { return !app.Visible(ids::tbToolbar); }},
-        {ids::mnuViewToolbar,
-         0,
-         {{settings::viewToolbar, L"True"}},
-         toolbar,
-         [](const App& app) { return app.Visible(ids::tbToolbar); }},
-
-        {ids::toolScrambleOnScreen, 0, none, nullptr, [](const App& app) { return app.FindKey(L"q") != nullptr; }},
-        {ids::toolScrambleAll, 0, none, nullptr, [](const App& app) { return app.FindKey(L"q") != nullptr; }},
-        {ids::toolDvorak, 0, none, nullptr, [](const App& app) { return app.Text(ids::firstKey + 16) == L"q"; }},
-        {ids::toolUnscramble, 0, none, nullptr},
-        {ids::toolObsfucate, 0, none, nullptr, [](const App& app) { return app.Text(ids::txtPassword) == L"*"; }},
-        {ids::toolRefresh, 0, none, nullptr},
-        {ids::toolClear, 0, none, nullptr, [](const App& app) { return app.Text(ids::txtPassword).empty(); }},
-
-        {ids::mnuKeyboardLayoutLastSaved,
-         0,
-         {{settings::keyboardLayout, L"Config"}},
-         [](S& s) { s.layout = LayoutMark::LastSaved; }},
-        {ids::mnuKeyboardLayoutEnglish,
-         0,
-         {{settings::keyboardLayout, L"English"}},
-         [](S& s) { s.layout = LayoutMark::English; }},
-        {ids::mnuKeyboardLayoutDefault,
-         0,
-         {{settings::keyboardLayout, L"Default"}},
-         [](S& s) { s.layout = LayoutMark::Default; },
-         [](const App& app) { return app.Text(ids::firstKey + 16) == L"q"; }},
-        {ids::mnuKeyboardLayoutImport, IDCANCEL, none, nullptr},
-        {ids::mnuKeyboardCreateNewLayoutFile, IDCANCEL, none, nullptr},
-
-        {ids::mnuHelpVisitHomepage, 0, none, nullptr, [](const App&) { return BrowserStandIn::HasOpened(homepage); }},
-        {ids::mnuHelpDonate, 0, none, nullptr, [](const App&) { return BrowserStandIn::HasOpened(donations); }},
-
-        {ids::mnuOptionsSaveSettingsInINI, IDNO, none, save},
-        {ids::toolBeep, 0, none, beep},
-        {ids::toolInject, 0, none, inject},
-        {ids::hoverDelayOneSecond, 0, none, hover},
-        {ids::mnuOptionsSaveSettingsInINI, 0, {{settings::saveSettings, L"True"}}, save},
-        {ids::toolInject, 0, {{settings::dragDropMode, L"Drag Drop"}}, dragDrop},
-        {ids::mnuOptionsSaveSettingsInINI, IDYES, {{settings::saveSettings, L"False"}}, save},
-        {ids::mnuViewPasswordMask, 0, none, mask},
+        {mnuOptionsSaveSettingsInINI, L"", save, nullptr, IDNO},
+        {toolBeep, L"", beep},
+        {toolInject, L"", inject},
+        {hoverDelayOneSecond, L"", hover},
+        {mnuOptionsSaveSettingsInINI, L"Save Settings in INI=True", save},
+        {toolInject, L"Drag Drop Mode=Drag Drop", dragDrop},
+        {mnuOptionsSaveSettingsInINI, L"Save Settings in INI=False", save, nullptr, IDYES},
+        {mnuViewPasswordMask, L"", mask},
     };
 
     const BrowserStandIn browser;
@@ -282,25 +264,40 @@ TEST(Commands, WhatTheySetIsThereAfterARestart) {
 }
 
 TEST(Commands, OnlyTheStartWritesWhileSavingIsOff) {
+    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*> rows[] = {
+        // key, before the start, after it
+        {L"Save Settings in INI", L"False", L"False"},
+        {L"Keyboard Layout", L"english", L"english"},
+        {L"MouseMode", L"hover entry mode", L"hover entry mode"},
+        {L"Drag Drop Mode", L"Inject", L"Inject"},
+        {L"View Password Mask", L"False", L"False"},
+        {L"Beep on Hover", L"true", L"true"},
+        {L"Keep Password after Drag Drop", L"True", L"True"},
+        {L"Transparency", L"200.5", L"200"},
+        {L"Hover Timer Interval", L"0", L"2000"},
+        {L"Toolbar Visible", L"False", L"False"},
+    };
     const Sandbox sandbox;
-    sandbox.Write(
-        "[Settings]\r\nSave Settings in INI=False\r\nMouseMode=hover entry mode\r\nToolbar Visible=False\r\n");
+    for (const auto& [key, before, after] : rows)
+        sandbox.SetSetting(key, before);
     const App app(sandbox);
-    CommandSnapshot state;
-    state.layout = LayoutMark::English;
-    state.saveSettings = false;
-    AwaitState(app, state);
-    EXPECT_EQ(sandbox.Setting(settings::transparency), L"252");
-    EXPECT_EQ(sandbox.Setting(settings::mouseMode), L"hover entry mode");
+    AwaitState(app, {.dragDropMode = DragDropMode::Inject,
+                     .textIsMasked = false,
+                     .keepPassword = true,
+                     .saveSettings = false,
+                     .layout = LayoutMark::English});
     EXPECT_FALSE(app.Visible(ids::tbToolbar)) << "read last, and no mark of the menu";
-    const std::optional<std::string> before = sandbox.Read();
+    EXPECT_EQ(AlphaOf(app.Main()), 200);
     for (const int command :
          {ids::toolHover, ids::hoverDelayHalfSecond, ids::mnuViewToolbar, ids::toolInject, ids::toolToggleMask,
           ids::toolBeep, ids::toolKeepPassword, ids::mnuKeyboardLayoutLastSaved})
         Choose(app, command, 0);
     Ask(app.Control(ids::sldHoverDelay), WM_KEYDOWN, VK_HOME);
     Ask(app.Control(ids::sldTransparency), WM_KEYDOWN, VK_HOME);
-    EXPECT_EQ(sandbox.Read(), before);
+    EXPECT_EQ(app.Close(), 0U);
+    for (const auto& [key, before, after] : rows)
+        EXPECT_EQ(sandbox.Setting(key), after) << Narrow(key);
+    EXPECT_EQ(sandbox.Setting(settings::viewToolbar), L"");
 }
 
 TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
@@ -309,12 +306,7 @@ TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
     const App app(sandbox);
     const HWND hover = app.Control(ids::sldHoverDelay);
     const HWND opacity = app.Control(ids::sldTransparency);
-    const auto alpha = [&] {
-        BYTE value = 0;
-        DWORD flags = 0;
-        GetLayeredWindowAttributes(app.Main(), nullptr, &value, &flags);
-        return int{value};
-    };
+    const auto alpha = [&] { return AlphaOf(app.Main()); };
     EXPECT_EQ(Ask(hover, TBM_GETPOS), 500) << "the nearer end";
     EXPECT_EQ(Ask(opacity, TBM_GETPOS), 51) << "the nearest position";
     EXPECT_EQ(alpha(), 131);
@@ -350,12 +342,7 @@ TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
 TEST(Commands, ProtectiveLayerFollowsItsTable) {
     const Sandbox sandbox;
     const App app(sandbox);
-    const auto alpha = [&] {
-        BYTE value = 0;
-        DWORD flags = 0;
-        GetLayeredWindowAttributes(app.Layer(), nullptr, &value, &flags);
-        return int{value};
-    };
+    const auto alpha = [&] { return AlphaOf(app.Layer()); };
     constexpr const wchar_t* cancel = nullptr;
     const struct {
         int whileAsked; ///< -1: nothing is asked
