@@ -5,110 +5,75 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <sstream>
 
 namespace vextrel {
 namespace {
 
-using Order = HoverEntry::TimerOrder;
-
-/// Keys with captions, and the hover entry that watches them.
-class HoverEntryTest : public testing::Test {
-  protected:
-    static constexpr int a = 31;
-    static constexpr int b = 48;
-    static constexpr int deadKey = 1;
-
-    Order Move(int button) { return hover_.MoveOverKey(button, captions_[button], Current()); }
-
-    /// A tick and, if it enters a key, what the entry does to the captions.
-    std::optional<int> Tick(const std::map<int, std::wstring>& refreshed = {}) {
-        const std::optional<int> entered = hover_.Tick(Current());
-        if (entered) {
-            Refresh(refreshed);
-            hover_.Entered(Current());
+/// A session with hover entry, told in words: the letter of a key for the pointer's move onto it, "tick", "on", "off",
+/// "leave" for the background, "forget" for the key it was on; "aA" for a's caption becoming A, and "tick:aA,bB" where
+/// the entry of a key changes captions. Answers with the timer's order or the key that a tick enters.
+std::string Play(const std::string& script) {
+    const std::map<char, int> keyOf{{'a', 31}, {'b', 48}, {'d', 1}, {'l', keys::leftShift}, {'r', keys::rightShift}};
+    std::map<int, std::wstring> captions{
+        {31, L"a"}, {48, L"b"}, {1, L""}, {keys::leftShift, L"shft"}, {keys::rightShift, L"shft"}};
+    HoverEntry hover;
+    const auto current = [&] { return hover.CurrentButton() ? captions[*hover.CurrentButton()] : std::wstring(); };
+    const auto refresh = [&](const std::string& changes) {
+        const std::wstring before = current();
+        for (std::size_t i = 0; i + 1 < changes.size(); i += 3) {
+            const auto caption = static_cast<wchar_t>(changes[i + 1]);
+            captions[keyOf.at(changes[i])] = std::wstring(caption == L'_' ? 0 : 1, caption);
         }
-        return entered;
-    }
-
-    void Refresh(const std::map<int, std::wstring>& refreshed) {
-        const std::wstring before = Current();
-        for (const auto& [button, caption] : refreshed) {
-            captions_[button] = caption;
+        hover.CaptionRefreshed(before, current());
+    };
+    std::string answers;
+    const auto order = [&](HoverEntry::TimerOrder given) {
+        using enum HoverEntry::TimerOrder;
+        answers += given == Leave ? " leave" : given == Run ? " run" : given == Restart ? " restart" : " stop";
+    };
+    std::istringstream words(script);
+    for (std::string word; words >> word;) {
+        if (word.starts_with("tick")) {
+            const std::optional<int> entered = hover.Tick(current());
+            answers += " -";
+            for (const auto& [letter, key] : keyOf)
+                answers.back() = entered == key ? letter : answers.back();
+            if (entered) {
+                refresh(word.substr(std::min<std::size_t>(word.size(), 5)));
+                hover.Entered(current());
+            }
+        } else if (word == "on" || word == "off") {
+            order(hover.SetEnabled(word == "on"));
+        } else if (word == "leave") {
+            order(hover.LeaveKeys());
+            EXPECT_TRUE(hover.IsEnabled()) << "paused, not off";
+        } else if (word == "forget") {
+            hover.ClearCurrentButton();
+        } else if (word.size() == 1) {
+            order(hover.MoveOverKey(keyOf.at(word[0]), captions[keyOf.at(word[0])], current()));
+        } else {
+            refresh(word);
         }
-        hover_.CaptionRefreshed(before, Current());
     }
-
-    std::wstring Current() { return hover_.CurrentButton() ? captions_[*hover_.CurrentButton()] : std::wstring(); }
-
-    HoverEntry hover_;
-    std::map<int, std::wstring> captions_{
-        {a, L"a"}, {b, L"b"}, {deadKey, L""}, {keys::leftShift, L"shft"}, {keys::rightShift, L"shft"}};
-};
-
-TEST_F(HoverEntryTest, SwitchedOffItOnlyRemembersTheKey) {
-    EXPECT_EQ(Tick(), std::nullopt);
-    EXPECT_EQ(Move(a), Order::Leave);
-    EXPECT_EQ(hover_.CurrentButton(), a);
-    EXPECT_EQ(Tick(), std::nullopt);
-    EXPECT_EQ(hover_.SetEnabled(true), Order::Run);
-    EXPECT_EQ(Tick(), a);
-    EXPECT_EQ(hover_.SetEnabled(false), Order::Stop);
+    return answers;
 }
 
-TEST_F(HoverEntryTest, AKeyIsEnteredOncePerArrival) {
-    static_cast<void>(hover_.SetEnabled(true));
-    EXPECT_EQ(Tick(), std::nullopt) << "no key yet";
-    EXPECT_EQ(Move(a), Order::Restart);
-    EXPECT_EQ(Move(a), Order::Run) << "a trembling hand delays nothing";
-    EXPECT_EQ(Tick(), a);
-    EXPECT_EQ(Move(a), Order::Run);
-    EXPECT_EQ(Tick(), std::nullopt);
-
-    EXPECT_EQ(Move(b), Order::Restart);
-    EXPECT_EQ(Move(a), Order::Restart);
-    EXPECT_EQ(Tick(), a);
-
-    EXPECT_EQ(hover_.LeaveKeys(), Order::Stop);
-    EXPECT_TRUE(hover_.IsEnabled()) << "paused, not off";
-    EXPECT_EQ(Move(a), Order::Run);
-    EXPECT_EQ(Tick(), std::nullopt) << "the background is no other key";
-
-    hover_.ClearCurrentButton();
-    EXPECT_EQ(Tick(), std::nullopt);
-    EXPECT_EQ(Move(a), Order::Restart);
-    EXPECT_EQ(Tick(), std::nullopt);
+TEST(HoverEntry, AKeyIsEnteredOncePerArrival) {
+    EXPECT_EQ(Play("tick a tick on tick off"), " - leave - run a stop") << "switched off, it only remembers the key";
+    EXPECT_EQ(Play("on tick a a tick a tick b a tick"), " run - restart run a run - restart restart a")
+        << "a trembling hand delays nothing";
+    EXPECT_EQ(Play("on a tick leave a tick forget tick a tick"), " run restart a stop run - - restart -")
+        << "the background is no other key";
 }
 
-TEST_F(HoverEntryTest, KeysAreToldApartByTheirCaption) {
-    static_cast<void>(hover_.SetEnabled(true));
-    EXPECT_EQ(Move(keys::leftShift), Order::Restart);
-    EXPECT_EQ(Tick({{a, L"A"}, {b, L"B"}}), keys::leftShift);
-    EXPECT_EQ(Move(keys::rightShift), Order::Run);
-    EXPECT_EQ(Tick(), std::nullopt) << "the other Shift key counts as the same";
-
-    EXPECT_EQ(Move(a), Order::Restart);
-    EXPECT_EQ(Tick({{a, L"a"}, {b, L"b"}}), a) << "the entry releases Shift";
-    EXPECT_EQ(Move(a), Order::Run);
-    EXPECT_EQ(Tick(), std::nullopt);
-
-    EXPECT_EQ(Move(deadKey), Order::Restart);
-    EXPECT_EQ(Tick(), std::nullopt) << "no caption, no entry";
-}
-
-TEST_F(HoverEntryTest, ACaptionThatChangesUnderARestingPointerIsNoArrival) {
-    static_cast<void>(hover_.SetEnabled(true));
-    static_cast<void>(Move(a));
-    Refresh({{a, L"A"}});
-    EXPECT_EQ(Tick(), a) << "not entered before the change, so entered after it";
-    for (const wchar_t* caption : {L"a", L"", L"A"}) {
-        Refresh({{a, caption}});
-        EXPECT_EQ(Tick(), std::nullopt);
-        EXPECT_EQ(Move(a), Order::Run);
-        EXPECT_EQ(Tick(), std::nullopt);
-    }
-    static_cast<void>(Move(deadKey));
-    Refresh({{deadKey, L"~"}});
-    EXPECT_EQ(Tick(), deadKey);
+TEST(HoverEntry, KeysAreToldApartByTheirCaption) {
+    EXPECT_EQ(Play("on l tick:aA,bB r tick"), " run restart l run -") << "the other Shift key counts as the same";
+    EXPECT_EQ(Play("on l tick:aA,bB a tick:aa,bb a tick"), " run restart l restart a run -") << "Shift is released";
+    EXPECT_EQ(Play("on d tick d~ tick"), " run restart - d") << "no caption, no entry";
+    EXPECT_EQ(Play("on a aA tick aa tick a tick a_ tick a tick aA tick a tick"),
+              " run restart a - run - - run - - run -")
+        << "a caption that changes under a resting pointer is no arrival";
 }
 
 } // namespace

@@ -34,15 +34,10 @@ TEST(LayoutFile, EntriesAreWrittenInTheFilesOrder) {
     ASSERT_EQ(entries.size(), 99U);
     const std::pair<std::size_t, LayoutEntry> rows[] = {
         {0, {L"Row 1 Lower Case", L"Key 1", L""}},
-        {12, {L"Row 1 Lower Case", L"Key 13", L"l12"}},
         {13, {L"Row 2 Lower Case", L"Key 1", L"l13"}},
-        {36, {L"Row 3 Lower Case", L"Key 11", L"l36"}},
-        {37, {L"Row 4 Lower Case", L"Key 1", L"l37"}},
+        {46, {L"Row 4 Lower Case", L"Key 10", L"l46"}},
         {47, {L"Row 1 Upper Case", L"Key 1", L"u0"}},
-        {72, {L"Row 2 Upper Case", L"Key 13", L"u25"}},
-        {73, {L"Row 3 Upper Case", L"Key 1", L"u26"}},
-        {85, {L"Row 4 Upper Case", L"Key 2", L"u38"}},
-        {93, {L"Row 4 Upper Case", L"Key 10", L"u46"}},
+        {83, {L"Row 3 Upper Case", L"Key 11", L"u36"}},
         {94, {L"Action Keyboard Button Text", L"Backspace", L"a0"}},
         {95, {L"Action Keyboard Button Text", L"Tab", L" a1 "}},
         {96, {L"Action Keyboard Button Text", L"Caps Lock", L"a2"}},
