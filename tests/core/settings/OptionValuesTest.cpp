@@ -109,16 +109,12 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
         bool asks; // and marks
         std::optional<std::int32_t> answer;
         std::int16_t after;
-    } uses[] =
-        {
-            {100, true, cancel, 0},                      // nothing was ever typed
-            {5, false, {}, 5},        {100, true, 1, 1}, // too little to be remembered
-            {5, false, {}, 5},        {100, true, 200, 200}, {5, false, {}, 5},
-            {200, true, cancel, 200}, {5, false, {}, 5},     {200, true, 300, 300}, // the range is not enforced
-            {5, false, {}, 5},        {300, true, -7, -7},   {5, false, {}, 5},
-            {100, true, 40000, 100},                     // no 16 bits: the layer stays as it is,
-            {5, false, {}, 5},        {5, false, {}, 5}, // now as well
-        };
+    } uses[] = {{100, true, cancel, 0}, {5, false, {}, 5}, // nothing was ever typed
+                {100, true, 1, 1},      {5, false, {}, 5}, // too little to be remembered
+                {100, true, 200, 200},  {5, false, {}, 5},     {200, true, cancel, 200},
+                {5, false, {}, 5},      {200, true, 300, 300}, {5, false, {}, 5}, // the range is not enforced
+                {300, true, -7, -7},    {5, false, {}, 5},     {100, true, 40000, 100},
+                {5, false, {}, 5},      {5, false, {}, 5}}; // no 16 bits: the layer stays as it is
     LayerCommandState state;
     std::int16_t opacity = 5;
     for (const auto& use : uses) {
