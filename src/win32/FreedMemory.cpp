@@ -40,8 +40,7 @@ template <typename Use>
 void ForEachFreeBlock(HANDLE heap, Use use) {
     PROCESS_HEAP_ENTRY entry{};
     while (::HeapWalk(heap, &entry) != FALSE) {
-        constexpr WORD notFree =
-            PROCESS_HEAP_ENTRY_BUSY | PROCESS_HEAP_REGION | PROCESS_HEAP_UNCOMMITTED_RANGE;
+        constexpr WORD notFree = PROCESS_HEAP_ENTRY_BUSY | PROCESS_HEAP_REGION | PROCESS_HEAP_UNCOMMITTED_RANGE;
         if ((entry.wFlags & notFree) == 0) {
             // What a free block needs for itself is more than what a taken one does.
             use(entry.cbData + std::max<SIZE_T>(entry.cbOverhead, headerOfTaken) - headerOfTaken);
@@ -74,7 +73,8 @@ void OverwriteFreedMemory() noexcept {
     // Linked through their own first bytes: a list of them would need memory, too.
     void* taken = nullptr;
     const auto take = [&](SIZE_T size) {
-        if (void* block = ::HeapAlloc(heap, HEAP_ZERO_MEMORY, std::max(size, SIZE_T{sizeof(void*)})); block != nullptr) {
+        if (void* block = ::HeapAlloc(heap, HEAP_ZERO_MEMORY, std::max(size, SIZE_T{sizeof(void*)}));
+            block != nullptr) {
             *static_cast<void**>(block) = taken;
             taken = block;
         }

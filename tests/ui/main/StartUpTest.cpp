@@ -33,15 +33,19 @@ class KeyWitness {
 
     /// Presses Print Screen and then a key that nobody swallows; whether the first one came.
     static bool SeesPrintScreen() {
-        // A thread that has long not looked for messages is taken for hung, and its hook is passed over.
-        Pump();
-        printScreens_ = 0;
-        marks_ = 0;
-        Keys::Stroke(VK_SNAPSHOT);
-        Keys::Stroke(VK_F24);
+        // A thread that has long not looked for messages is taken for hung, and its hook is passed over: ask again.
         Await("the second key comes", [] {
             Pump();
-            return marks_ == 2;
+            printScreens_ = 0;
+            marks_ = 0;
+            Keys::Stroke(VK_SNAPSHOT);
+            Keys::Stroke(VK_F24);
+            return WaitFor(
+                [] {
+                    Pump();
+                    return marks_ == 2;
+                },
+                Milliseconds(3000));
         });
         return printScreens_ > 0;
     }
