@@ -1,17 +1,17 @@
 #include "keyboard/Keyboard.h"
 
 #include "base/Wipe.h"
+#include "keyboard/Clipboard.h"
+#include "keyboard/HoverBeep.h"
 #include "keyboard/KeyPress.h"
 #include "keyboard/PhysicalInput.h"
 #include "keyboard/SlotTable.h"
 #include "ui/CommandHandlers.h"
 #include "ui/LayerQuestion.h"
 #include "ui/frmAbout.h"
-#include "win32/Clipboard.h"
 #include "win32/EventGuard.h"
 #include "win32/Messages.h"
 #include "win32/ScreenCapture.h"
-#include "win32/Sound.h"
 #include "win32/WindowStyle.h"
 
 #include <utility>

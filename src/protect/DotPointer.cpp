@@ -1,6 +1,6 @@
 #include "protect/DotPointer.h"
 
-#include "ui/resources.h"
+#include "win32/resources.h"
 
 namespace vextrel {
 

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "transfer/TextDataObject.h"
+#include "win32/ComObject.h"
 #include "win32/ComPtr.h"
 
 #include <oleidl.h>
-
-#include <atomic>
 
 namespace vextrel {
 
@@ -15,31 +14,25 @@ namespace vextrel {
 /// OLE asks every window that the pointer comes to, and would wait without an end for one that hangs. A drag that hands
 /// nothing over by dropping is therefore kept away from such a window: it rests while the pointer is there, and ends
 /// when the button goes up.
-class DropSource final : public IDropSource {
+class DropSource final : public ComObject<IDropSource> {
   public:
-    /// Born with one reference, the caller's. @param keepFromHung the drag is kept away from windows that hang.
+    /// @param keepFromHung the drag is kept away from windows that hang.
     DropSource(TextDataObject& data, bool keepFromHung) noexcept
         : data_(&data)
         , keepFromHung_(keepFromHung) {
         data.AddRef();
     }
-    DropSource(const DropSource&) = delete;
-    DropSource& operator=(const DropSource&) = delete;
 
     /// Whether the user pressed Escape.
     [[nodiscard]] bool WasEscaped() const noexcept { return escaped_; }
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override;
-    ULONG STDMETHODCALLTYPE AddRef() noexcept override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() noexcept override;
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escapePressed, DWORD keyState) noexcept override;
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) noexcept override { return DRAGDROP_S_USEDEFAULTCURSORS; }
 
   private:
-    ~DropSource() = default;
+    ~DropSource() override = default;
     [[nodiscard]] HRESULT RestOverHungWindow() noexcept;
 
-    std::atomic<ULONG> references_{1};
     ComPtr<TextDataObject> data_;
     bool keepFromHung_;
     bool escaped_ = false;

@@ -5,27 +5,6 @@
 
 namespace vextrel {
 
-HRESULT FormatEnumerator::QueryInterface(REFIID id, void** object) noexcept {
-    if (object == nullptr) {
-        return E_POINTER;
-    }
-    if (id != IID_IUnknown && id != IID_IEnumFORMATETC) {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    *object = static_cast<IEnumFORMATETC*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG FormatEnumerator::Release() noexcept {
-    const ULONG left = --references_;
-    if (left == 0) {
-        delete this;
-    }
-    return left;
-}
-
 HRESULT FormatEnumerator::Next(ULONG count, FORMATETC* formats, ULONG* fetched) noexcept {
     if (formats == nullptr || (fetched == nullptr && count != 1)) {
         return E_INVALIDARG;

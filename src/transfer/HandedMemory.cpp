@@ -26,25 +26,4 @@ HandedMemory::~HandedMemory() {
     ::GlobalFree(memory_);
 }
 
-HRESULT HandedMemory::QueryInterface(REFIID id, void** object) noexcept {
-    if (object == nullptr) {
-        return E_POINTER;
-    }
-    if (id != IID_IUnknown) {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    *object = static_cast<IUnknown*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG HandedMemory::Release() noexcept {
-    const ULONG left = --references_;
-    if (left == 0) {
-        delete this;
-    }
-    return left;
-}
-
 } // namespace vextrel

@@ -68,31 +68,6 @@ void TextDataObject::DiscardAll() noexcept {
     }
 }
 
-HRESULT TextDataObject::QueryInterface(REFIID id, void** object) noexcept {
-    if (object == nullptr) {
-        return E_POINTER;
-    }
-    if (id != IID_IUnknown && id != IID_IDataObject) {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    *object = static_cast<IDataObject*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG TextDataObject::AddRef() noexcept {
-    return ++references_;
-}
-
-ULONG TextDataObject::Release() noexcept {
-    const ULONG left = --references_;
-    if (left == 0) {
-        delete this;
-    }
-    return left;
-}
-
 HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
     if (format == nullptr || medium == nullptr) {
         return E_POINTER;

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "keyboard/SecretText.h"
-#include "win32/Windows.h"
+#include "win32/ComObject.h"
 
 #include <objidl.h>
 
-#include <atomic>
 #include <string_view>
 
 namespace vextrel {
@@ -14,12 +13,9 @@ namespace vextrel {
 /// only once it has been opened, so that a window which the pointer merely crosses learns nothing; before that the text
 /// is empty. It owns its characters and is counted by reference, since some targets read it only after the drag has
 /// returned; the last reference wipes them.
-class TextDataObject final : public IDataObject {
+class TextDataObject final : public ComObject<IDataObject> {
   public:
-    /// Born with one reference, the caller's.
     TextDataObject();
-    TextDataObject(const TextDataObject&) = delete;
-    TextDataObject& operator=(const TextDataObject&) = delete;
 
     /// What the object carries from now on; the empty text is text, too.
     void SetText(std::wstring_view text) { text_.Assign(text); }
@@ -29,10 +25,6 @@ class TextDataObject final : public IDataObject {
     void Discard() noexcept { text_.Clear(); }
     /// Discards what any object of the program carries, whoever still holds it.
     static void DiscardAll() noexcept;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override;
-    ULONG STDMETHODCALLTYPE AddRef() noexcept override;
-    ULONG STDMETHODCALLTYPE Release() noexcept override;
 
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override;
     HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC* format, STGMEDIUM* medium) noexcept override;
@@ -46,9 +38,8 @@ class TextDataObject final : public IDataObject {
     HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA** connections) noexcept override;
 
   private:
-    ~TextDataObject();
+    ~TextDataObject() override;
 
-    std::atomic<ULONG> references_{1};
     SecretText text_;
     bool open_ = false;
 };

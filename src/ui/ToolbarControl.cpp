@@ -2,9 +2,9 @@
 
 #include "ui/SystemLook.h"
 #include "ui/ids.h"
-#include "ui/resources.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
+#include "win32/resources.h"
 
 #include <algorithm>
 #include <optional>

@@ -3,7 +3,7 @@
 #include "app/version.h"
 #include "ui/WebLinks.h"
 #include "ui/ids.h"
-#include "ui/resources.h"
+#include "win32/resources.h"
 
 namespace vextrel {
 

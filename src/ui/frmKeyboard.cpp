@@ -5,10 +5,10 @@
 #include "ui/StatusBar.h"
 #include "ui/ids.h"
 #include "ui/mKBFormMoveSubclass.h"
-#include "ui/resources.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"
+#include "win32/resources.h"
 
 #include <algorithm>
 

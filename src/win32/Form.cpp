@@ -1,9 +1,9 @@
 #include "win32/Form.h"
 
-#include "ui/resources.h"
 #include "win32/EventGuard.h"
 #include "win32/ScreenCapture.h"
 #include "win32/Text.h"
+#include "win32/resources.h"
 
 #include <algorithm>
 

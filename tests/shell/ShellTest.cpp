@@ -13,8 +13,8 @@
 #include "transfer/mCharToKeyboardString.h"
 #include "ui/cOpenSave.h"
 #include "win32/ComPtr.h"
-#include "win32/Text.h"
 #include "win32/FreedMemory.h"
+#include "win32/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // what it does. What this needs, any program of that shape needs.
 
 #include "floor/Contract.h"
-#include "ui/resources.h"
+#include "win32/resources.h"
 
 #include <commctrl.h>
 #include <ole2.h>

@@ -1,4 +1,4 @@
-#include "win32/Sound.h"
+#include "keyboard/HoverBeep.h"
 
 #include "settings/mINIManagement.h"
 #include "win32/SystemLibrary.h"

@@ -1,4 +1,4 @@
-#include "win32/Clipboard.h"
+#include "keyboard/Clipboard.h"
 
 #include <algorithm>
 #include <string_view>

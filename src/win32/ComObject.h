@@ -1,0 +1,47 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+#include <unknwn.h>
+
+#include <atomic>
+
+namespace vextrel {
+
+/// A COM object of one interface. Born with one reference, its maker's; the last one that is released destroys it.
+template <typename Interface>
+class ComObject : public Interface {
+  public:
+    ComObject(const ComObject&) = delete;
+    ComObject& operator=(const ComObject&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept final {
+        if (object == nullptr) {
+            return E_POINTER;
+        }
+        if (id != __uuidof(IUnknown) && id != __uuidof(Interface)) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        *object = static_cast<Interface*>(this);
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() noexcept final { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() noexcept final {
+        const ULONG left = --references_;
+        if (left == 0) {
+            delete this;
+        }
+        return left;
+    }
+
+  protected:
+    ComObject() = default;
+    virtual ~ComObject() = default;
+
+  private:
+    std::atomic<ULONG> references_{1};
+};
+
+} // namespace vextrel
