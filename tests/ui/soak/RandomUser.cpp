@@ -577,7 +577,13 @@ void RandomUser::Drag(bool takesAway) {
     Await("the box lies under the pointer", [this] { return WindowFromPoint(Pointer::Place()) == Box(); });
     pointer_.Press();
     LONG shift = 0;
-    Await("a drag begins and reaches the target", [&] {
+    Await("a drag begins and reaches the target", [&, polls = 0]() mutable {
+        if (Hint() == nullptr && ++polls % 50 == 0) { // the display has lost the press
+            ++tally_["press once more"];
+            pointer_.Release();
+            pointer_.MoveTo(CentreOf(Box()));
+            pointer_.Press();
+        }
         shift = 1 - shift;
         pointer_.MoveTo({to.x + shift, to.y}, 2, Milliseconds(20));
         return HintFollows(to) && (injects || target_.Entries() > entries);
