@@ -122,11 +122,30 @@ TEST_F(Errors, OfNoHandlerEndTheProgram) {
         EXPECT_EQ(Acknowledge(), row.handler + std::wstring(L"\r\n13: Type mismatch"));
     }
 
-    // One guard runs every command, under the name that stands in the command's row.
     const std::pair<int, const wchar_t*> commands[] = {
-        {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click"}, {ids::mnuViewToolbar, L"mnuViewToolbar_Click"},
-        {ids::mnuFileExit, L"mnuFileExit_Click"},           {ids::mnuHelpAbout, L"mnuHelpAbout_Click"},
-        {ids::toolClear, L"tbToolbar_ButtonClick"},         {ids::hoverDelayOneSecond, L"tbToolbar_ButtonMenuClick"},
+        {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click"},
+        {ids::mnuFileExit, L"mnuFileExit_Click"},
+        {ids::mnuModeStandard, L"mnuModeStandard_Click"},
+        {ids::mnuModeHover, L"mnuModeHover_Click"},
+        {ids::mnuModeHiddenMouseAndHover, L"mnuModeHiddenMouseAndHover_Click"},
+        {ids::mnuViewToolbar, L"mnuViewToolbar_Click"},
+        {ids::mnuViewProtectiveLayer, L"mnuViewProtectiveLayer_Click"},
+        {ids::mnuViewPasswordMask, L"mnuViewPasswordMask_Click"},
+        {ids::mnuOptionsBeepOnHover, L"mnuOptionsBeepOnHover_Click"},
+        {ids::mnuOptionsKeepPasswordAfterDragDrop, L"mnuOptionsKeepPasswordAfterDragDrop_Click"},
+        {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click"},
+        {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click"},
+        {ids::mnuOptionsSaveSettingsInINI, L"mnuOptionsSaveSettingsInINI_Click"},
+        {ids::mnuKeyboardLayoutDefault, L"mnuKeyboardLayoutDefault_Click"},
+        {ids::mnuKeyboardLayoutEnglish, L"mnuKeyboardLayoutEnglish_Click"},
+        {ids::mnuKeyboardLayoutLastSaved, L"mnuKeyboardLayoutLastSaved_Click"},
+        {ids::mnuKeyboardLayoutImport, L"mnuKeyboardLayoutImport_Click"},
+        {ids::mnuKeyboardCreateNewLayoutFile, L"mnuKeyboardCreateNewLayoutFile_Click"},
+        {ids::mnuHelpVisitHomepage, L"mnuHelpVisitHomepage_Click"},
+        {ids::mnuHelpDonate, L"mnuHelpDonate_Click"},
+        {ids::mnuHelpAbout, L"mnuHelpAbout_Click"},
+        {ids::toolClear, L"tbToolbar_ButtonClick"},
+        {ids::hoverDelayOneSecond, L"tbToolbar_ButtonMenuClick"},
     };
     for (const auto& [id, handler] : commands) {
         app_.Order(handler);
