@@ -140,6 +140,7 @@ TEST(Faults, WithoutRoomForGraphicsEverythingStillWorksAndIsSeen) {
     // Now the system itself has no room either, and may draw nothing at all.
     SetGraphics(app, Fault::NoGraphics);
     pointer.Click(key);
+    Await("the key is entered", [&] { return app.Text(ids::txtPassword) == L"*" && TextOf(key) == L"q"; });
     app.ClickPassword(pointer, L"a");
     EXPECT_EQ(app.Text(ids::txtPassword), L"**");
     app.Command(ids::mnuHelpAbout);
