@@ -615,7 +615,8 @@ void RandomUser::Drag(bool takesAway) {
         // Where the field or the code page cannot have a character, an injection's length alone is compared.
         const bool shown = CanBeShown(carried);
         const auto arrived = [&] { return shown ? came() == carried : !injects || came().size() == carried.size(); };
-        if (!WaitFor(arrived)) {
+        // The rounds of an injection's wait take as long as the machine makes them.
+        if (!WaitFor(arrived, Milliseconds(60000))) {
             throw Failure("not what was carried: " + Words(came()) + " instead of " + Words(carried));
         }
     }

@@ -108,14 +108,18 @@ TEST(Injection, BringsEveryCharacterOfTheCodePageWhileMessagesRun) {
 
     test.Drop(CentreOf(target.Field(target::editField)));
     int answersDuringTheWait = 0;
-    Await("the first character", [&] {
-        Ask(test.app->Main(), WM_NULL);
-        const bool started = !target.TypedCharacters().empty();
-        answersDuringTheWait += started ? 0 : 1;
-        return started;
-    });
+    Await(
+        "the first character",
+        [&] {
+            Ask(test.app->Main(), WM_NULL);
+            const bool started = !target.TypedCharacters().empty();
+            answersDuringTheWait += started ? 0 : 1;
+            return started;
+        },
+        injectionLimit);
     EXPECT_GT(answersDuringTheWait, 1);
-    Await("all characters", [&] { return target.TypedCharacters().size() >= password.size(); });
+    Await(
+        "all characters", [&] { return target.TypedCharacters().size() >= password.size(); }, injectionLimit);
     EXPECT_EQ(target.TypedCharacters(), password);
     const auto withoutControls = [](std::wstring text) {
         std::erase_if(text, [](wchar_t c) { return c < L' ' || c == 127; });
@@ -136,7 +140,7 @@ TEST(Injection, CarriesTabsLineBreaksAndSelections) {
     const auto injects = [&](const std::wstring& text) {
         typed += text;
         test.Drop(field);
-        static_cast<void>(WaitFor([&] { return target.TypedCharacters().size() >= typed.size(); }));
+        static_cast<void>(WaitFor([&] { return target.TypedCharacters().size() >= typed.size(); }, injectionLimit));
         ASSERT_EQ(target.TypedCharacters(), typed) << Narrow(test.Notice());
     };
     // The tab key writes into the plain box alone, until the mask goes on.
