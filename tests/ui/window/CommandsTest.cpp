@@ -222,6 +222,8 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
         const Step& step = steps[number];
         SCOPED_TRACE(testing::Message() << "step " << number << ", command " << step.command);
         MarkSettings(sandbox);
+        if (step.command == mnuKeyboardLayoutDefault)
+            app.Activate(); // the capture types into it
         Choose(app, step.command, step.answer);
         const CommandSnapshot before = state;
         if (step.change)
