@@ -57,10 +57,12 @@ std::optional<std::string> Sandbox::Read(const std::wstring& name) const {
 }
 
 void Sandbox::Write(const std::string& bytes, const std::wstring& name) const {
-    std::ofstream file(folder_ / name, std::ios::binary | std::ios::trunc);
-    file << bytes;
-    if (!file.flush())
-        throw Failure("could not write " + Narrow(name));
+    // The program may just be reading the file.
+    Await("writing " + Narrow(name), [&] {
+        std::ofstream file(folder_ / name, std::ios::binary | std::ios::trunc);
+        file << bytes;
+        return static_cast<bool>(file.flush());
+    });
 }
 
 std::wstring Sandbox::Setting(const std::wstring& key, const std::wstring& section) const {

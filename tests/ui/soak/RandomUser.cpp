@@ -11,8 +11,6 @@ namespace vextrel::driver {
 
 namespace {
 
-using session::Action;
-
 /// A key that does nothing and is not shown: its pushed state marks how far posted messages have been taken.
 constexpr int fenceKey = 56;
 
@@ -123,6 +121,11 @@ RandomUser::RandomUser(unsigned seed)
 }
 
 void RandomUser::Act() {
+    if (IsIconic(app_.Main()) != FALSE) { // the window manager's answer to an earlier request, come late
+        ++tally_["restored once more"];
+        Post(app_.Main(), WM_SYSCOMMAND, SC_RESTORE);
+        MakeReady();
+    }
     std::size_t all = 0;
     for (const Kind& kind : kinds) {
         all += kind.weight;
