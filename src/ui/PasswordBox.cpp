@@ -27,12 +27,6 @@ bool IsDown(int virtualKey) noexcept {
     return ::GetKeyState(virtualKey) < 0;
 }
 
-/// The primary button as the user sees it, swapped buttons considered.
-bool IsPrimaryButtonDown() noexcept {
-    const int button = ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
-    return ::GetAsyncKeyState(button) < 0;
-}
-
 } // namespace
 
 void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, KeyboardEvents* const& events) {
@@ -140,7 +134,9 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case EM_UNDO: return OnClipboard(message, wParam, lParam);
     // The balloon that warns of Caps Lock tells whoever watches that a password is being entered.
     case EM_SHOWBALLOONTIP: return TRUE;
-    case WM_LBUTTONDOWN: return OnButtonDown(wParam, lParam);
+    // The second press of two may begin a drag as well.
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK: return OnButtonDown(message, wParam, lParam);
     case WM_MOUSEMOVE: return OnMouseMove(wParam, lParam);
     case WM_LBUTTONUP: return OnButtonUp(wParam, lParam);
     case WM_CAPTURECHANGED: gesture_.Cancel(); return ToControl(message, wParam, lParam);
@@ -233,20 +229,21 @@ bool PasswordBox::IsOnSelection(LPARAM point) const {
     return character >= selection.start && character < selection.start + selection.length;
 }
 
-LRESULT PasswordBox::OnButtonDown(WPARAM wParam, LPARAM lParam) {
+LRESULT PasswordBox::OnButtonDown(UINT message, WPARAM wParam, LPARAM lParam) {
     selectionBeforePress_ = Selection();
     pressPoint_ = lParam;
     RECT area{};
     ::GetClientRect(Handle(), &area);
+    const bool onSelection = message == WM_LBUTTONDOWN && IsOnSelection(lParam);
     const auto verdict =
-        gesture_.Press({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, IsOnSelection(lParam), {area.right, area.bottom},
+        gesture_.Press({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, onSelection, {area.right, area.bottom},
                        {::GetSystemMetrics(SM_CXDRAG), ::GetSystemMetrics(SM_CYDRAG)});
     if (verdict == DragGesture::Verdict::Hold) {
         ::SetFocus(Handle());
         ::SetCapture(Handle());
         return 0;
     }
-    return ToControl(WM_LBUTTONDOWN, wParam, lParam);
+    return ToControl(message, wParam, lParam);
 }
 
 LRESULT PasswordBox::OnMouseMove(WPARAM wParam, LPARAM lParam) {
@@ -277,9 +274,7 @@ void PasswordBox::StartDrag() {
         ::ReleaseCapture();
     }
     Select(selectionBeforePress_);
-    if (IsPrimaryButtonDown()) {
-        (*events_)->DragPassword();
-    }
+    (*events_)->DragPassword();
 }
 
 } // namespace vextrel

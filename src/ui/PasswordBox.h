@@ -43,7 +43,7 @@ class PasswordBox final : public SubclassedControl {
     LRESULT OnGetDialogCode(WPARAM wParam, LPARAM lParam) noexcept;
     LRESULT OnClipboard(UINT message, WPARAM wParam, LPARAM lParam);
     void OnContextMenu(POINT screen);
-    LRESULT OnButtonDown(WPARAM wParam, LPARAM lParam);
+    LRESULT OnButtonDown(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMouseMove(WPARAM wParam, LPARAM lParam);
     LRESULT OnButtonUp(WPARAM wParam, LPARAM lParam);
     [[nodiscard]] bool IsOnSelection(LPARAM point) const;

@@ -23,6 +23,34 @@ void RemoteMemory::Read(void* to, std::size_t bytes) const {
     Check(ReadProcessMemory(process_, address_, to, bytes, nullptr) != FALSE, "ReadProcessMemory");
 }
 
+namespace {
+
+BOOL CALLBACK FindUnpainted(HWND window, LPARAM found) {
+    const bool unpainted = IsWindowVisible(window) != FALSE && GetUpdateRect(window, nullptr, FALSE) != FALSE;
+    *reinterpret_cast<bool*>(found) = unpainted;
+    return unpainted ? FALSE : TRUE;
+}
+
+/// Wine makes a thread of the process itself create a new one, in the middle of whatever it does. That must not be
+/// anything that holds a lock which this needs, painting for example.
+void AwaitRest(const Process& process) {
+    Await("the program has nothing to do", [&] {
+        bool unpainted = false;
+        for (const HWND window : process.Windows(L"VextrelForm")) {
+            Ask(window, WM_NULL);
+            if (FindUnpainted(window, reinterpret_cast<LPARAM>(&unpainted)) != FALSE) {
+                EnumChildWindows(window, FindUnpainted, reinterpret_cast<LPARAM>(&unpainted));
+            }
+            if (unpainted) {
+                return false;
+            }
+        }
+        return true;
+    });
+}
+
+} // namespace
+
 DWORD CallInside(const Process& process, const char* functionOfUser32, std::array<UINT_PTR, 3> arguments) {
     struct Call {
         std::array<unsigned char, 32> code;
@@ -47,6 +75,7 @@ DWORD CallInside(const Process& process, const char* functionOfUser32, std::arra
     call.function = std::bit_cast<UINT_PTR>(function);
     const RemoteMemory memory(process, sizeof call, true);
     memory.Write(&call, sizeof call);
+    AwaitRest(process);
     const HANDLE thread =
         CreateRemoteThread(process.Handle(), nullptr, 0, std::bit_cast<LPTHREAD_START_ROUTINE>(memory.Address()),
                            memory.Address(), 0, nullptr);

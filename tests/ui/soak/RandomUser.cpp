@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <cstring>
+#include <numeric>
 #include <sstream>
 
 namespace vextrel::driver {
@@ -122,7 +123,7 @@ RandomUser::RandomUser(unsigned seed)
 
 void RandomUser::Act() {
     if (IsIconic(app_.Main()) != FALSE) { // the window manager's answer to an earlier request, come late
-        ++tally_["restored once more"];
+        Note("restored once more");
         Post(app_.Main(), WM_SYSCOMMAND, SC_RESTORE);
         MakeReady();
     }
@@ -136,9 +137,21 @@ void RandomUser::Act() {
         drawn -= chosen->weight;
         ++chosen;
     }
-    ++tally_[chosen->name];
+    Note(chosen->name);
     (this->*chosen->act)();
     AwaitModel(chosen->name);
+}
+
+void RandomUser::Remember(const std::string& what) {
+    recent_.push_back(what);
+    if (recent_.size() > 10) {
+        recent_.pop_front();
+    }
+}
+
+void RandomUser::Note(const std::string& what) {
+    ++tally_[what];
+    Remember(what);
 }
 
 std::string RandomUser::Tally() const {
@@ -279,7 +292,10 @@ bool RandomUser::Agrees() const {
 
 void RandomUser::AwaitModel(const char* after) const {
     if (!WaitFor([this] { return Agrees(); })) {
-        throw Failure(std::string(after) + ": " + Difference());
+        throw Failure(
+            std::string(after) + ": " + Difference() + ", after" +
+            std::accumulate(recent_.begin(), recent_.end(), std::string(),
+                            [](const std::string& all, const std::string& one) { return all + " | " + one; }));
     }
 }
 
@@ -313,7 +329,7 @@ void RandomUser::EditPassword() {
     if (action.kind != Action::Kind::Carry) {
         EditByMessage(action);
     } else if (Pick(12) == 0 && !model_.s.password.empty()) {
-        ++tally_["drag"];
+        Note("drag");
         Drag(action.takesAway);
     } else {
         TypeByMessage(static_cast<wchar_t>(L' ' + Pick(95)));
@@ -321,6 +337,8 @@ void RandomUser::EditPassword() {
 }
 
 void RandomUser::EditByMessage(const Action& action) {
+    static constexpr std::array names{"key", "select", "delete", "paste", "switch mask", "carry"};
+    Remember(names.at(static_cast<std::size_t>(action.kind)));
     switch (action.kind) {
     case Action::Kind::Press: PressByMessage(action.button); break;
     case Action::Kind::Select:
@@ -401,8 +419,8 @@ void RandomUser::ClickForReal() {
     pointer_.Click(Key(button));
     model_.Press(button, caption);
     if (!WaitFor([this] { return Agrees(); }, Milliseconds(3000))) {
-        ++tally_["real click once more"]; // lost between the display and Wine; if it was merely late, now it is one too
-                                          // many
+        Note("real click once more"); // lost between the display and Wine; if it was merely late, now it is one too
+                                      // many
         pointer_.Click(Key(button));
     }
 }
@@ -580,13 +598,7 @@ void RandomUser::Drag(bool takesAway) {
     Await("the box lies under the pointer", [this] { return WindowFromPoint(Pointer::Place()) == Box(); });
     pointer_.Press();
     LONG shift = 0;
-    Await("a drag begins and reaches the target", [&, polls = 0]() mutable {
-        if (Hint() == nullptr && ++polls % 50 == 0) { // the display has lost the press
-            ++tally_["press once more"];
-            pointer_.Release();
-            pointer_.MoveTo(CentreOf(Box()));
-            pointer_.Press();
-        }
+    Await("a drag begins and reaches the target", [&] {
         shift = 1 - shift;
         pointer_.MoveTo({to.x + shift, to.y}, 2, Milliseconds(20));
         return HintFollows(to) && (injects || target_.Entries() > entries);
@@ -605,7 +617,7 @@ void RandomUser::Drag(bool takesAway) {
                   return true;
               }
               if (++polls % 100 == 0) { // Wine has lost it, as the target was just being asked
-                  ++tally_["release once more"];
+                  Note("release once more");
                   escapes ? Keys::Stroke(VK_ESCAPE) : SendButton(MOUSEEVENTF_LEFTUP);
               }
               return false;

@@ -7,6 +7,7 @@
 #include "protections/Session.h"
 
 #include <array>
+#include <deque>
 #include <map>
 #include <random>
 
@@ -41,6 +42,9 @@ class RandomUser {
     struct PreparedSandbox : Sandbox {
         explicit PreparedSandbox(const Layout& saved);
     };
+
+    void Remember(const std::string& what);
+    void Note(const std::string& what);
 
     // What the user does.
     void EditPassword();
@@ -104,6 +108,7 @@ class RandomUser {
     std::wstring lastHovered_;
     int flashed_ = 0;
     std::map<std::string, int> tally_;
+    std::deque<std::string> recent_; ///< the last actions, for whoever asks what led to a failure
     bool fence_ = false;
 
     const Target target_{L"--topmost"}; // first, so that the program is in the foreground
