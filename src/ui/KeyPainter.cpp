@@ -4,6 +4,7 @@
 #include "ui/SystemLook.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vextrel {
 
@@ -105,6 +106,42 @@ void PaintInto(HDC context, const RECT& area, const KeyLook& look, FontCache& fo
     PaintCaption(context, face, look, colours.text, fonts);
 }
 
+/// What a key is painted on before it is shown. Kept from one key to the next: to make it takes as long as to paint.
+class Canvas {
+  public:
+    /// @return a context of at least this size to paint on, or null when the system has no room for one.
+    HDC Get(HDC like, int width, int height) noexcept {
+        if (width > width_ || height > height_) {
+            MakeAnew(like, std::max(width, width_), std::max(height, height_));
+        }
+        return context_.Get();
+    }
+
+  private:
+    void MakeAnew(HDC like, int width, int height) noexcept {
+        width_ = height_ = 0;
+        context_.Reset(); // lets go of the bitmap that it draws on
+        bitmap_.Reset(::CreateCompatibleBitmap(like, width, height));
+        UniqueMemoryContext context(::CreateCompatibleDC(like));
+        if (bitmap_ && context && ::SelectObject(context.Get(), bitmap_.Get()) != nullptr) {
+            context_ = std::move(context);
+            width_ = width;
+            height_ = height;
+        }
+    }
+
+    UniqueBitmap bitmap_;
+    UniqueMemoryContext context_;
+    int width_ = 0;
+    int height_ = 0;
+};
+
+/// Keys are painted one after another, on one thread.
+Canvas& TheCanvas() noexcept {
+    static Canvas canvas;
+    return canvas;
+}
+
 } // namespace
 
 void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts) {
@@ -113,16 +150,14 @@ void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fon
     if (width <= 0 || height <= 0) {
         return;
     }
-    const UniqueMemoryContext memory(::CreateCompatibleDC(context));
-    const UniqueBitmap bitmap(::CreateCompatibleBitmap(context, width, height));
-    if (!memory || !bitmap) {
+    const HDC canvas = TheCanvas().Get(context, width, height);
+    if (canvas == nullptr) {
         // A key that flickers is better than one that is not seen.
         PaintInto(context, area, look, fonts);
         return;
     }
-    const SelectScope selected(memory.Get(), bitmap.Get());
-    PaintInto(memory.Get(), {0, 0, width, height}, look, fonts);
-    ::BitBlt(context, area.left, area.top, width, height, memory.Get(), 0, 0, SRCCOPY);
+    PaintInto(canvas, {0, 0, width, height}, look, fonts);
+    ::BitBlt(context, area.left, area.top, width, height, canvas, 0, 0, SRCCOPY);
 }
 
 std::wstring TextShownOnKey(std::wstring_view caption) {

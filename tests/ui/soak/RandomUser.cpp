@@ -587,6 +587,9 @@ void RandomUser::Drag(bool takesAway) {
     const bool injects = toggled_[ids::toolInject];
     const bool escapes = Pick(5) == 0;
     MakeReady();
+    // Escape goes up over the box or not; either way Shift then follows the physical keys.
+    Ask(Box(), WM_KEYUP, VK_ESCAPE, 1);
+    model_.s.modifiers.shiftIsDown = false;
     for (const int id : {target::dropField, target::editField, target::charRecord, target::keyRecord}) {
         Ask(target_.Field(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
     }
