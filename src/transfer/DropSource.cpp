@@ -8,6 +8,9 @@ namespace {
 constexpr UINT answerLimitMs = 200;
 constexpr DWORD restMs = 20;
 
+/// How often in a row the button is seen up, an answer limit and a rest apart, before it counts as up.
+constexpr int timesSeenUp = 2;
+
 HWND WindowUnderPointer() noexcept {
     POINT pointer{};
     ::GetCursorPos(&pointer);
@@ -67,14 +70,17 @@ HRESULT DropSource::QueryContinueDrag(BOOL escapePressed, DWORD keyState) noexce
 }
 
 HRESULT DropSource::RestOverHungWindow() noexcept {
-    for (;;) {
+    // The button's state may be some 50 ms old (under Wine it is): believed too early that it has gone up, the password
+    // would go to whatever the pointer merely crosses.
+    for (int seenUp = 0;;) {
         const HWND window = WindowUnderPointer();
         if (window == answering_ || Answers(window)) {
             answering_ = window;
             return S_OK;
         }
         escaped_ = !PumpOwnWindows();
-        if (escaped_ || !PrimaryButtonIsDown()) {
+        seenUp = PrimaryButtonIsDown() ? 0 : seenUp + 1;
+        if (escaped_ || seenUp == timesSeenUp) {
             return DRAGDROP_S_CANCEL;
         }
         ::MsgWaitForMultipleObjectsEx(0, nullptr, restMs, QS_ALLINPUT, 0);
