@@ -58,6 +58,12 @@ inline bool IsNoBreak(wchar_t c) {
     return c != L'\t' && c != L'\r' && c != L'\n';
 }
 
+/// What a paste brings into the masked box: the clipboard is read as far as a password could reach, and only then
+/// cleaned. Where nothing is left, it is no paste.
+inline std::wstring PastedText(const std::wstring& clipboard) {
+    return Keep(Left(clipboard, SecretText::capacity), [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); });
+}
+
 /// The plain model: texts before and behind the selection, put together anew.
 struct Model {
     Session s;
@@ -149,9 +155,7 @@ struct Model {
     }
 
     void PasteMasked(const std::wstring& text) {
-        // The clipboard is read as far as a password could reach, and only then cleaned. A paste of nothing is none.
-        const auto isText = [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); };
-        if (const std::wstring clean = Keep(Left(text, SecretText::capacity), isText); !clean.empty()) {
+        if (const std::wstring clean = PastedText(text); !clean.empty()) {
             Enter(clean);
         }
     }
@@ -277,7 +281,8 @@ struct Action {
 
     /// Whether caret and selection are added up in 16 bits for it, whatever it then does with them.
     [[nodiscard]] bool ReadsSelection(bool masked) const {
-        return kind == Kind::Press || kind == Kind::Carry || (kind == Kind::Paste && masked);
+        return kind == Kind::Press || kind == Kind::Carry ||
+               (kind == Kind::Paste && masked && !PastedText(text).empty());
     }
 };
 
