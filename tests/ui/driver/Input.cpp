@@ -2,6 +2,8 @@
 
 #include "driver/Process.h"
 
+#include <cstring>
+
 namespace vextrel::driver {
 
 namespace {
@@ -143,6 +145,17 @@ void Keys::Type(std::wstring_view text) {
         SendKey(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE);
         SendKey(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
     }
+}
+
+void SetClipboard(const std::wstring& text) {
+    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
+    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    std::memcpy(GlobalLock(memory), text.c_str(), bytes);
+    GlobalUnlock(memory);
+    Await("the clipboard opens", [] { return OpenClipboard(nullptr) != FALSE; });
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, memory);
+    CloseClipboard();
 }
 
 } // namespace vextrel::driver

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <initializer_list>
+#include <string>
 #include <string_view>
 
 namespace vextrel::driver {
@@ -48,5 +49,8 @@ class Keys {
     /// Characters as they are, whatever keys the layout has for them.
     static void Type(std::wstring_view text);
 };
+
+/// Puts a text on the clipboard, in place of what is there.
+void SetClipboard(const std::wstring& text);
 
 } // namespace vextrel::driver

@@ -5,21 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-
 namespace vextrel::driver {
 namespace {
-
-void SetClipboard(const std::wstring& text) {
-    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-    const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    std::memcpy(GlobalLock(memory), text.c_str(), bytes);
-    GlobalUnlock(memory);
-    Await("the clipboard opens", [] { return OpenClipboard(nullptr) != FALSE; });
-    EmptyClipboard();
-    SetClipboardData(CF_UNICODETEXT, memory);
-    CloseClipboard();
-}
 
 void Ctrl(char letter) {
     Keys::Stroke(static_cast<WORD>(letter), {VK_CONTROL});

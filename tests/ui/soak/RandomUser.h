@@ -66,7 +66,14 @@ class RandomUser {
     void PasteByMessage(const std::wstring& text);
     void TypeByMessage(wchar_t character);
     void DeleteByMessage();
+    /// To the other program, or for an injection there, or given up by Escape; done once more if the pointer was not
+    /// where it was put.
     void Drag(bool takesAway);
+    /// @return whether it ended over the other program.
+    bool DragOnce(bool takesAway, bool escapes);
+    void PullToTarget(bool injects);
+    void AwaitArrival(const std::wstring& carried, bool injected);
+    void Select(std::size_t caret, std::size_t count);
     void ClickLayerOfNoSize();
     void Clear();
 
@@ -97,6 +104,8 @@ class RandomUser {
     [[nodiscard]] bool CaptionsAgree() const;
     void AwaitCaptions(const char* after) const;
     [[nodiscard]] std::string Difference() const;
+    /// Readable, with the codes of what cannot be read.
+    [[nodiscard]] static std::string Words(const std::wstring& text);
 
     Layout english_;
     Layout saved_;
