@@ -1,11 +1,93 @@
 #include "protect/HitTest.h"
 
+#include "base/Geometry.h"
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 namespace vextrel {
 namespace {
+
+// The rule once more, in another way: each key as the interval that it owns, asked one after the other. Nothing is
+// floored, so that a slip in the columns' arithmetic shows.
+
+struct Interval {
+    int key;
+    double begins;
+    double ends;
+};
+
+/// Keys of equal width side by side.
+void AddColumns(std::vector<Interval>& row, int firstKey, int count, double left, double width) {
+    for (int column = 0; column < count; ++column) {
+        row.push_back({firstKey + column, left + column * width, left + (column + 1) * width});
+    }
+}
+
+std::vector<std::vector<Interval>> KeysOfLayer(double width) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double unit = std::nearbyint(width / 15); // halves to even
+    const auto edge = [unit](double units) {
+        const volatile float rounded = static_cast<float>(units * unit);
+        return static_cast<double>(rounded);
+    };
+    const auto above = [infinity](double x) { return std::nextafter(x, infinity); };
+    std::vector<std::vector<Interval>> rows(5);
+    AddColumns(rows[0], 1, 13, 0, width / 15);
+    rows[0].push_back({15, 13 * (width / 15), 15 * (width / 15)});
+    const struct {
+        double left, right;
+        int columns, leftKey, rightKey, firstKey;
+    } framed[] = {{1.4, 13.4, 12, 16, 65, 17}, {1.8, 12.8, 11, 30, 29, 31}, {2.2, 12.2, 10, 42, 53, 43}};
+    for (std::size_t i = 0; i < std::size(framed); ++i) {
+        const auto& f = framed[i];
+        // The outer keys come first, since a point on two keys is theirs.
+        rows[i + 1] = {{f.leftKey, -infinity, above(edge(f.left))}, {f.rightKey, edge(f.right), infinity}};
+        const double middle = std::nearbyint(width - (15 - f.columns) * unit);
+        AddColumns(rows[i + 1], f.firstKey, f.columns, edge(f.left), middle / f.columns);
+    }
+    rows[4] = {{57, edge(3.8), above(edge(9.8))}};
+    return rows;
+}
+
+int KeyAt(const std::vector<Interval>& row, double x) {
+    const auto key =
+        std::find_if(row.begin(), row.end(), [x](const Interval& i) { return x >= i.begins && x < i.ends; });
+    return key == row.end() ? 0 : key->key;
+}
+
+void ExpectRule(double width, double height, double step, double yStep) {
+    const std::vector<std::vector<Interval>> rows = KeysOfLayer(width);
+    for (double y = -yStep; y <= height + yStep; y += yStep) {
+        const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto& r) {
+            const auto index = static_cast<double>(&r - rows.data());
+            return y >= index * (height / 5) && y < (index + 1) * (height / 5);
+        });
+        for (double x = -step; x <= width + step; x += step) {
+            ASSERT_EQ(KeyUnderPoint(x, y, width, height).value_or(0), row == rows.end() ? 0 : KeyAt(*row, x))
+                << x << ", " << y << " of " << width << " x " << height;
+        }
+    }
+}
+
+TEST(HitTest, EveryPixelOfManyLayersIsTheKeysOfTheRule) {
+    const struct {
+        int dpi, unit, keyHeight; // pixels
+    } layers[] = {{96, 16, 16},  {96, 21, 19},  {96, 61, 40},  {120, 27, 28},
+                  {144, 32, 30}, {144, 61, 33}, {168, 43, 39}, {192, 61, 41}};
+    for (const auto& layer : layers) {
+        const double pixel = TwipsPerPixel(layer.dpi);
+        ExpectRule(15 * layer.unit * pixel, 5 * layer.keyHeight * pixel, pixel, pixel);
+    }
+    // Widths that are no multiple of a unit, among them some whose fifteenth is a half; every half twip.
+    for (const double width : {5497.5, 6007.0, 7222.5, 7237.5, 9999.99, 14401.0}) {
+        ExpectRule(width, 1500, 0.5, 150);
+    }
+}
 
 TEST(HitTest, EdgesBelongToTheOuterKeys) {
     // In a layer of 15 x 5 units of 320 the rows' outer keys end at 1.4 and 13.4, 1.8 and 12.8, 2.2 and 12.2 units, and

@@ -37,9 +37,7 @@ void RandomUser::EditByMessage(const Action& action) {
     Remember(names.at(static_cast<std::size_t>(action.kind)));
     switch (action.kind) {
     case Action::Kind::Press: PressByMessage(action.button); break;
-    case Action::Kind::Select:
-        Select(action.caret, action.selected);
-        break;
+    case Action::Kind::Select: Select(action.caret, action.selected); break;
     case Action::Kind::Delete: DeleteByMessage(); break;
     case Action::Kind::Paste: PasteByMessage(action.text); break;
     case Action::Kind::SwitchMask:
