@@ -149,6 +149,7 @@ bool RandomUser::DragOnce(bool takesAway, bool escapes) {
         Ask(target_.Field(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
     }
     const int drops = target_.Drops();
+    Command(ids::toolScrambleAll); // does nothing but take back what the status bar says of an earlier injection
     PullToTarget(injects);
     if (escapes) {
         Keys::Stroke(VK_ESCAPE);
@@ -173,12 +174,14 @@ bool RandomUser::DragOnce(bool takesAway, bool escapes) {
         model_.Carry(false);
         return true;
     }
-    if (injects ? TextOf(app_.Control(ids::StatusBar1)) == L"Nothing injected here"
-                : !WaitFor([&] { return target_.Drops() == drops + 1; })) {
+    session::Model handedOver = model_;
+    const std::wstring carried = handedOver.Carry(takesAway);
+    const bool taken = injects || WaitFor([&] { return target_.Drops() == drops + 1; });
+    if (!taken || !Arrives(carried, injects)) {
         model_.Carry(false);
         return false;
     }
-    AwaitArrival(model_.Carry(takesAway), injects);
+    model_ = handedOver;
     return true;
 }
 
@@ -196,15 +199,17 @@ void RandomUser::PullToTarget(bool injects) {
     });
 }
 
-void RandomUser::AwaitArrival(const std::wstring& carried, bool injected) {
+bool RandomUser::Arrives(const std::wstring& carried, bool injected) {
     const auto came = [&] { return injected ? target_.TypedCharacters() : target_.Text(); };
     // Where the field or the code page cannot have a character, an injection's length alone is compared.
     const bool shown = CanBeShown(carried);
     const auto arrived = [&] { return shown ? came() == carried : !injected || came().size() == carried.size(); };
+    const auto refused = [&] { return TextOf(app_.Control(ids::StatusBar1)) == L"Nothing injected here"; };
     // The rounds of an injection's wait take as long as the machine makes them.
-    if (!WaitFor(arrived, Milliseconds(60000))) {
+    if (!WaitFor([&] { return arrived() || (injected && refused()); }, Milliseconds(60000))) {
         throw Failure("not what was carried: " + Words(came()) + " instead of " + Words(carried));
     }
+    return arrived();
 }
 
 } // namespace vextrel::driver

@@ -72,7 +72,8 @@ class RandomUser {
     /// @return whether it ended over the other program.
     bool DragOnce(bool takesAway, bool escapes);
     void PullToTarget(bool injects);
-    void AwaitArrival(const std::wstring& carried, bool injected);
+    /// @return false if the program says that the injection ended over itself.
+    [[nodiscard]] bool Arrives(const std::wstring& carried, bool injected);
     void Select(std::size_t caret, std::size_t count);
     void ClickLayerOfNoSize();
     void Clear();
