@@ -24,7 +24,6 @@ void KeyButton::SetCaption(const std::wstring& caption) {
     if (caption != caption_) {
         caption_ = caption;
         ::SetWindowTextW(Handle(), caption.c_str());
-        ::InvalidateRect(Handle(), nullptr, FALSE);
     }
 }
 
