@@ -4,6 +4,7 @@
 
 #include "layouts/CaptureRules.h"
 #include "ui/mKBFormMoveSubclass.h"
+#include "win32/WindowStyle.h"
 
 namespace vextrel {
 
@@ -58,6 +59,8 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
 
 void Keyboard::LoadWindows() {
     form_.Load();
+    // Translucent before it is shown: to become so afterwards costs painting everything once more.
+    SetLayeredTransparency(form_.Handle(), AlphaForKeyboard(options_.KeyboardTransparency()));
     formCover_.Load(form_.Handle());
     operations_.SetWindows(form_.Handle(), formCover_.Handle());
     form_.SetController(this);

@@ -139,10 +139,11 @@ void frmKeyboard::LayOut() {
     RECT client{};
     ::GetClientRect(Handle(), &client);
 
+    // Nothing is drawn or copied on the way: all is painted anew at the end.
+    constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_NOREDRAW | SWP_NOCOPYBITS;
     HDWP positions = ::BeginDeferWindowPos(keyButtonCount + 8);
     const auto place = [&positions](HWND window, const Rect& to) {
-        positions = ::DeferWindowPos(positions, window, nullptr, to.left, to.top, to.Width(), to.Height(),
-                                     SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+        positions = ::DeferWindowPos(positions, window, nullptr, to.left, to.top, to.Width(), to.Height(), flags);
     };
     place(toolbar_.Handle(), {0, 0, client.right, input.toolbarHeightPx});
     place(txtPassword_.Handle(), layout_.passwordBox);
