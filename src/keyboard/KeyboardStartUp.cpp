@@ -40,7 +40,7 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
                 .operations = operations}) {
     program_.SettingsFilePath = store_.GetSettingsPath(false);
     LoadWindows();
-    protection_.TakeWidestHeight();
+    protection_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
     ApplyEarlySettings();
     password_.SetTextIsMasked(true);
     hover_.SetTimerEnabled(false);

@@ -84,14 +84,6 @@ RECT Protection::FormMove() noexcept {
     return firstKey;
 }
 
-void Protection::TakeWidestHeight() {
-    const HWND window = form_.Handle();
-    const RECT screen = MonitorOf(window).rcMonitor;
-    ::SetWindowPos(window, nullptr, 0, 0, (screen.right - screen.left) / 2, screen.bottom - screen.top,
-                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    FitHeight();
-}
-
 void Protection::RandomiseFormSizeAndPlacement() {
     const HWND window = form_.Handle();
     const int dpi = form_.Dpi();

@@ -30,8 +30,6 @@ class Protection {
     /// Lets the layer follow the main window. @return the first key's rectangle on the screen, in pixels.
     RECT FormMove() noexcept;
 
-    /// Makes the main window as high as the widest keyboard: what the first random place's lower margin counts with.
-    void TakeWidestHeight();
     /// Gives the main window a random size and place, and lays it out.
     void RandomiseFormSizeAndPlacement();
     /// Sets the window's height for the present width; what is in it is laid out when it is shown or resized then.

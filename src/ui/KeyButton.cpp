@@ -57,6 +57,8 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_PRINTCLIENT: Paint(reinterpret_cast<HDC>(wParam)); return 0;
     case WM_ERASEBKGND: return 1;
+    // Nothing surrounds it. To find that out by itself takes the system longer than to move it.
+    case WM_NCCALCSIZE: return 0;
     case WM_ENABLE: ::InvalidateRect(Handle(), nullptr, FALSE); return 0;
     case WM_SETTEXT:
         // From outside, too: what a key enters is what it shows.

@@ -41,10 +41,15 @@ void frmKeyboard::SetController(KeyboardEvents* controller) noexcept {
 }
 
 void frmKeyboard::Load() {
-    // A place holder's size; the window is given its own before it is shown.
-    Form::Load(
-        {.title = L"Vextrel", .style = mainWindowStyle, .exStyle = mainWindowExStyle, .widthPx = 640, .heightPx = 320});
     CreateMenuBar();
+    // As wide as random sizing ever makes it; the height is a place holder. The window gets its size before it is
+    // shown.
+    Form::Load({.title = L"Vextrel",
+                .style = mainWindowStyle,
+                .exStyle = mainWindowExStyle,
+                .menu = menuBar_.Get(),
+                .widthPx = ::GetSystemMetrics(SM_CXSCREEN) / 2,
+                .heightPx = 320});
     CreateControls();
     ApplyDpi();
     mKBFormMoveSubclass::InstallHook(Handle());

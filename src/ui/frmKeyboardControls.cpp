@@ -17,7 +17,6 @@ void frmKeyboard::CreateMenuBar() {
         }
         ::AppendMenuW(menuBar_.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(items), menu.caption);
     }
-    ::SetMenu(Handle(), menuBar_.Get());
 }
 
 HWND frmKeyboard::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, int id) {

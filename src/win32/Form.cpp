@@ -64,7 +64,7 @@ void Form::Load(const CreateArgs& args) {
     LoadedForms().reserve(LoadedForms().size() + 1);
     const HWND window =
         ::CreateWindowExW(args.exStyle, className, args.title, args.style, args.leftPx, args.topPx, args.widthPx,
-                          args.heightPx, args.owner, nullptr, ::GetModuleHandleW(nullptr), this);
+                          args.heightPx, args.owner, args.menu, ::GetModuleHandleW(nullptr), this);
     if (window == nullptr) {
         ThrowLastError();
     }

@@ -37,6 +37,7 @@ class Form {
         DWORD style = WS_OVERLAPPEDWINDOW;
         DWORD exStyle = 0;
         HWND owner = nullptr;
+        HMENU menu = nullptr; ///< goes with the window once there is one
         int leftPx = CW_USEDEFAULT;
         int topPx = CW_USEDEFAULT;
         int widthPx = CW_USEDEFAULT;
