@@ -240,8 +240,10 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
 TEST(Commands, WhatTheySetIsThereAfterARestart) {
     const Sandbox sandbox;
     CommandSnapshot state;
+    RECT firstPlace{};
     {
         const App app(sandbox);
+        firstPlace = BoundsOf(app.Main());
         for (const int command :
              {ids::hoverDelayOneAndAHalfSeconds, ids::toolInject, ids::toolToggleMask, ids::toolBeep,
               ids::toolKeepPassword, ids::mnuViewToolbar, ids::mnuKeyboardLayoutLastSaved})
@@ -263,6 +265,8 @@ TEST(Commands, WhatTheySetIsThereAfterARestart) {
     EXPECT_EQ(Ask(app.Control(ids::sldHoverDelay), TBM_GETPOS), 1500);
     EXPECT_EQ(Ask(app.Control(ids::sldTransparency), TBM_GETPOS), 20);
     EXPECT_EQ(sandbox.Read(), saved) << "a start writes back what it read";
+    const RECT place = BoundsOf(app.Main());
+    EXPECT_FALSE(EqualRect(&place, &firstPlace)) << "each start has a place of its own";
 }
 
 TEST(Commands, OnlyTheStartWritesWhileSavingIsOff) {
