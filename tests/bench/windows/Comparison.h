@@ -24,6 +24,9 @@ void CompareClicks(const Extent& extent);
 void CompareOperations(const Extent& extent);
 void CompareInjection(const Extent& extent);
 
+/// Says how often a key was seen with a picture that is neither its old nor its new one while captions changed.
+void LookForFlicker(const Extent& extent);
+
 /// Says which DLLs only one of the two has, if any.
 void CompareDlls();
 

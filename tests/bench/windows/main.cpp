@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
         bench::CompareClicks(extent);
         bench::CompareOperations(extent);
         bench::CompareInjection(extent);
+        bench::LookForFlicker(extent);
         return 0;
     } catch (const std::exception& error) {
         std::printf("not measured: %s\n", error.what());
