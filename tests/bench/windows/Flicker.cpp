@@ -63,8 +63,8 @@ class Eye {
 };
 
 struct Seen {
-    int looks = 0;   ///< at a key while the captions changed
-    int changes = 0; ///< of them, keys that showed something else than before
+    int looks = 0;    ///< at a key while the captions changed
+    int changes = 0;  ///< of them, keys that showed something else than before
     int flickers = 0; ///< of them, keys that showed neither what they had shown nor what they then stayed with
 };
 
