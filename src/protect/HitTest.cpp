@@ -3,8 +3,6 @@
 #include "base/Numbers.h"
 #include "keyboard/KeyTable.h"
 
-#include <cmath>
-
 namespace vextrel {
 
 namespace {
@@ -22,8 +20,8 @@ constexpr FramedRow secondRow{1.4, 13.4, keys::tab, 65, 12, 17};
 constexpr FramedRow thirdRow{1.8, 12.8, keys::capsLock, keys::enter, 11, 31};
 constexpr FramedRow fourthRow{2.2, 12.2, keys::leftShift, keys::rightShift, 10, 43};
 
-constexpr double unitsPerRow = 15;
-constexpr double rowCount = 5;
+constexpr int unitsPerRow = 15;
+constexpr int rowCount = 5;
 constexpr double spaceBegins = 3.8;
 constexpr double spaceEnds = 9.8;
 
@@ -36,13 +34,16 @@ double WholeTwips(double twips) noexcept {
     return static_cast<double>(RoundHalfEven(twips));
 }
 
+/// Which of the equal parts of a length holds the place, counted from 0; nothing outside the length.
+std::optional<int> PartAt(double place, double length, int parts) noexcept {
+    const double part = place / (length / parts);
+    return part >= 0 && part < parts ? std::optional(static_cast<int>(part)) : std::nullopt;
+}
+
 std::optional<int> KeyInFirstRow(double x, double width) noexcept {
-    const double column = std::floor(x / (width / unitsPerRow)) + 1;
-    if (column >= 1 && column <= 13) {
-        return static_cast<int>(column);
-    }
+    const std::optional<int> column = PartAt(x, width, unitsPerRow);
     // Backspace is two units wide; the hidden key that stands before it is never reached.
-    return column == 14 || column == 15 ? std::optional(keys::backspace) : std::nullopt;
+    return column && *column >= 13 ? keys::backspace : column ? std::optional(*column + 1) : std::nullopt;
 }
 
 std::optional<int> KeyInFramedRow(const FramedRow& row, double x, double width, double unit) noexcept {
@@ -54,11 +55,8 @@ std::optional<int> KeyInFramedRow(const FramedRow& row, double x, double width, 
         return row.rightKey;
     }
     const double middleWidth = WholeTwips(width - (unitsPerRow - row.middleUnits) * unit);
-    const double column = std::floor((x - leftKeyEnds) / (middleWidth / row.middleUnits)) + 1;
-    if (column >= 1 && column <= row.middleUnits) {
-        return row.firstMiddleKey + static_cast<int>(column) - 1;
-    }
-    return std::nullopt;
+    const std::optional<int> column = PartAt(x - leftKeyEnds, middleWidth, row.middleUnits);
+    return column ? std::optional(row.firstMiddleKey + *column) : std::nullopt;
 }
 
 } // namespace
@@ -67,24 +65,24 @@ std::optional<int> KeyUnderPoint(double xTwips, double yTwips, double widthTwips
     if (!(widthTwips > 0 && heightTwips > 0)) {
         return std::nullopt;
     }
-    const double row = std::floor(yTwips / (heightTwips / rowCount)) + 1;
+    const std::optional<int> row = PartAt(yTwips, heightTwips, rowCount);
+    if (!row) {
+        return std::nullopt;
+    }
     const double unit = WholeTwips(widthTwips / unitsPerRow);
-    if (row == 1) {
+    switch (*row) {
+    case 0:
         return KeyInFirstRow(xTwips, widthTwips);
-    }
-    if (row == 2) {
+    case 1:
         return KeyInFramedRow(secondRow, xTwips, widthTwips, unit);
-    }
-    if (row == 3) {
+    case 2:
         return KeyInFramedRow(thirdRow, xTwips, widthTwips, unit);
-    }
-    if (row == 4) {
+    case 3:
         return KeyInFramedRow(fourthRow, xTwips, widthTwips, unit);
+    default:
+        return xTwips >= Edge(spaceBegins, unit) && xTwips <= Edge(spaceEnds, unit) ? std::optional(keys::space)
+                                                                                    : std::nullopt;
     }
-    if (row == 5 && xTwips >= Edge(spaceBegins, unit) && xTwips <= Edge(spaceEnds, unit)) {
-        return keys::space;
-    }
-    return std::nullopt;
 }
 
 } // namespace vextrel
