@@ -71,14 +71,10 @@ std::optional<int> KeyUnderPoint(double xTwips, double yTwips, double widthTwips
     }
     const double unit = WholeTwips(widthTwips / unitsPerRow);
     switch (*row) {
-    case 0:
-        return KeyInFirstRow(xTwips, widthTwips);
-    case 1:
-        return KeyInFramedRow(secondRow, xTwips, widthTwips, unit);
-    case 2:
-        return KeyInFramedRow(thirdRow, xTwips, widthTwips, unit);
-    case 3:
-        return KeyInFramedRow(fourthRow, xTwips, widthTwips, unit);
+    case 0: return KeyInFirstRow(xTwips, widthTwips);
+    case 1: return KeyInFramedRow(secondRow, xTwips, widthTwips, unit);
+    case 2: return KeyInFramedRow(thirdRow, xTwips, widthTwips, unit);
+    case 3: return KeyInFramedRow(fourthRow, xTwips, widthTwips, unit);
     default:
         return xTwips >= Edge(spaceBegins, unit) && xTwips <= Edge(spaceEnds, unit) ? std::optional(keys::space)
                                                                                     : std::nullopt;
