@@ -70,10 +70,19 @@ Hardening HardenUnlessSwitchedOff() noexcept {
     return HardenProcess();
 }
 
-int ServeEvents(HWND mainWindow) {
+/// Shift that was held when the focus left a password box comes up elsewhere; the keys follow it all the same.
+void FollowReleasedModifier(frmKeyboard& form, const MSG& message) noexcept {
+    const bool released = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
+    if (released && (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
+        GuardEvent(form.Handle(), L"Form_KeyUp", [&] { form.Controller().KeyUp(static_cast<UINT>(message.wParam)); });
+    }
+}
+
+int ServeEvents(frmKeyboard& form) {
     MSG message{};
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (!::IsDialogMessageW(mainWindow, &message)) {
+        FollowReleasedModifier(form, message);
+        if (!::IsDialogMessageW(form.Handle(), &message)) {
             ::TranslateMessage(&message);
             ::DispatchMessageW(&message);
         }
@@ -108,7 +117,7 @@ int Main(HINSTANCE instance) {
         Application application(program, store, operations, errors);
         const RunningScope running(application, store);
         application.Keyboard().SetHardening(hardening);
-        exitCode = ServeEvents(application.Keyboard().Form().Handle());
+        exitCode = ServeEvents(application.Keyboard().Form());
     });
     return exitCode;
 }

@@ -17,6 +17,7 @@ void KeyCaptionBoard::SetAltGrIsDown(bool down) {
 }
 
 void KeyCaptionBoard::Refresh(bool shuffle) {
+    const std::wstring hovered = hover_.CaptionOfCurrent();
     if (IsShuffledKeyboardType(keyboardType_)) {
         slots_.Rebuild(shuffle, [this] { return random_.Draw(); });
     }
@@ -27,6 +28,7 @@ void KeyCaptionBoard::Refresh(bool shuffle) {
     form_.Key(keys::capsLock).SetLit(modifiers_.capsLockIsDown);
     form_.Key(keys::leftShift).SetLit(modifiers_.shiftIsDown);
     form_.Key(keys::rightShift).SetLit(modifiers_.shiftIsDown);
+    hover_.CaptionRefreshed(hovered);
 }
 
 } // namespace vextrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "keyboard/Captions.h"
+#include "keyboard/HoverControl.h"
 #include "keyboard/KeyTable.h"
 #include "keyboard/SlotTable.h"
 #include "layouts/LayoutFile.h"
@@ -13,8 +14,9 @@ namespace vextrel {
 /// the keys.
 class KeyCaptionBoard {
   public:
-    explicit KeyCaptionBoard(frmKeyboard& form)
-        : form_(form) {}
+    KeyCaptionBoard(frmKeyboard& form, HoverControl& hover)
+        : form_(form)
+        , hover_(hover) {}
 
     [[nodiscard]] Layout& CurrentLayout() noexcept { return layout_; }
 
@@ -29,11 +31,13 @@ class KeyCaptionBoard {
     [[nodiscard]] std::int16_t KeyboardType() const noexcept { return keyboardType_; }
     void SetKeyboardType(std::int16_t type) noexcept { keyboardType_ = type; }
 
-    /// Shows the captions that layout and modifiers give. @param shuffle whether a shuffled arrangement is drawn anew.
+    /// Shows the captions that layout and modifiers give. For the pointer that rests on a key it is no arrival. @param
+    /// shuffle whether a shuffled arrangement is drawn anew.
     void Refresh(bool shuffle = false);
 
   private:
     frmKeyboard& form_;
+    HoverControl& hover_;
     Layout layout_;
     ModifierState modifiers_;
     std::int16_t keyboardType_ = standardKeyboardType;

@@ -41,19 +41,20 @@ bool IsToggled(int virtualKey) noexcept {
 } // namespace
 
 Keyboard::~Keyboard() {
+    LeaveWindows();
+}
+
+void Keyboard::LeaveWindows() noexcept {
     operations_.SetWindows(nullptr, nullptr);
     formCover_.SetController(nullptr, nullptr);
     form_.SetController(nullptr);
     formCover_.Unload();
 }
 
-void Keyboard::RefreshCaptions() {
-    captions_.Refresh();
-}
-
 void Keyboard::ClearText() {
     if (!operations_.IsTransferring()) {
         password_.ClearText();
+        TextDataObject::DiscardAll();
     }
 }
 
@@ -84,7 +85,7 @@ void Keyboard::EnterKey(int button) {
     captions_.SetCapsLockIsDown(outcome.modifiers.capsLockIsDown);
     captions_.SetShiftIsDown(outcome.modifiers.shiftIsDown);
     if (outcome.refreshCaptions) {
-        RefreshCaptions();
+        captions_.Refresh();
     }
     if (outcome.showLeftover) {
         ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
@@ -154,12 +155,10 @@ bool Keyboard::KeyPress(wchar_t code) {
 }
 
 void Keyboard::FollowPhysicalModifiers() {
-    const std::wstring before = hover_.CaptionOfCurrent();
     captions_.SetShiftIsDown(FoldedShift({.capsLockToggled = IsToggled(VK_CAPITAL),
                                           .shiftPressed = IsDownNow(VK_SHIFT),
                                           .rightShiftPressed = IsDownNow(VK_RSHIFT),
                                           .leftShiftPressed = IsDownNow(VK_LSHIFT)}));
-    hover_.CaptionRefreshed(before);
 }
 
 bool Keyboard::PlainBoxWillChange() {
@@ -209,8 +208,9 @@ void Keyboard::Command(int id) {
 }
 
 void Keyboard::HoverSliderMoved(int positionMs) {
+    // The slider may stand for an interval beside its steps; telling it again what it shows changes nothing.
     const int snapped = HoverSliderPosition(positionMs);
-    if (snapped != hover_.TimerInterval()) {
+    if (snapped != HoverSliderPosition(hover_.TimerInterval())) {
         options_.SetTimerInterval(snapped);
     } else {
         form_.SetHoverSlider(snapped);
@@ -245,8 +245,9 @@ void Keyboard::Rearrange() {
 
 std::vector<std::wstring> Keyboard::ProtectionsInForce() const {
     std::vector<std::wstring> lines;
-    lines.emplace_back(HooksDisabled ? L"Print Screen is not blocked" : L"Print Screen is blocked");
-    lines.emplace_back(L"Protective layer over the keys");
+    lines.emplace_back(printScreenBlocked_ ? L"Print Screen is blocked" : L"Print Screen is not blocked");
+    lines.emplace_back(protection_.LayerTakesClicks() ? L"Protective layer over the keys"
+                                                      : L"Protective layer invisible: clicks reach the keys");
     lines.emplace_back(options_.Snapshot().textIsMasked ? L"Password masked" : L"Password shown in clear");
     lines.emplace_back(protection_.MouseHidden() ? L"Pointer shown as a grey dot" : L"Pointer shown as usual");
     lines.emplace_back(CaptureLine(CaptureStateOf(form_.Handle())));

@@ -52,11 +52,15 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
 
     /// What the process was granted at its start; shown to who asks.
     void SetHardening(const Hardening& hardening) noexcept { hardening_ = hardening; }
+    void SetPrintScreenBlocked(bool blocked) noexcept { printScreenBlocked_ = blocked; }
 
     /// What ends the program's other windows when the main window is unloaded.
     void SetCloseProgram(std::function<void()> closeProgram) { closeProgram_ = std::move(closeProgram); }
 
   private:
+    void Start();
+    /// From here on no window reaches the controller.
+    void LeaveWindows() noexcept;
     void LoadWindows();
     void ApplyEarlySettings();
     void ApplyRemainingSettings();
@@ -100,7 +104,6 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
 
     void WipePassword() noexcept;
     void EnterKey(int button);
-    void RefreshCaptions();
     [[nodiscard]] std::vector<std::wstring> ProtectionsInForce() const;
     void FollowPhysicalModifiers();
     void EnterCharacter(wchar_t code);
@@ -111,10 +114,10 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     Operations& operations_;
     frmKeyboard form_;
     frmBlank formCover_;
+    HoverControl hover_;
     KeyCaptionBoard captions_;
     PasswordField password_;
     PasswordTransfer transfer_;
-    HoverControl hover_;
     Protection protection_;
     OptionProperties options_;
     LayoutSwitcher layouts_;
@@ -126,6 +129,7 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     int flashRoundsLeft_ = 0;
     HWND lastForeground_ = nullptr;
     Hardening hardening_;
+    bool printScreenBlocked_ = false;
     std::function<void()> closeProgram_;
 };
 

@@ -19,10 +19,10 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     : program_(program)
     , store_(store)
     , operations_(operations)
-    , captions_(form_)
+    , hover_(form_, formCover_)
+    , captions_(form_, hover_)
     , password_(form_)
     , transfer_(form_, password_, operations)
-    , hover_(form_, formCover_)
     , protection_(form_, formCover_, operations, program.DefaultCoverTransparency)
     , options_({.form = form_,
                 .store = store,
@@ -38,6 +38,15 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
                 .store = store,
                 .program = program,
                 .operations = operations}) {
+    try {
+        Start();
+    } catch (...) {
+        LeaveWindows();
+        throw;
+    }
+}
+
+void Keyboard::Start() {
     program_.SettingsFilePath = store_.GetSettingsPath(false);
     LoadWindows();
     protection_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
@@ -77,7 +86,7 @@ void Keyboard::ApplyEarlySettings() {
 void Keyboard::ApplyRemainingSettings() {
     layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
     layouts_.ReadActionCaptions();
-    RefreshCaptions();
+    captions_.Refresh();
 
     options_.SetInputMode(ParseInputMode(store_.ReadSetting(settings::mouseMode)));
     if (const auto mode = ParseDragDropMode(store_.ReadSetting(settings::dragDropMode))) {

@@ -12,6 +12,10 @@ constexpr bool IsTabOrLineBreak(wchar_t c) noexcept {
     return c == L'\t' || c == L'\r' || c == L'\n';
 }
 
+bool IsOnlyTabsAndLineBreaks(std::wstring_view text) noexcept {
+    return std::all_of(text.begin(), text.end(), IsTabOrLineBreak);
+}
+
 /// In one allocation, and wiped behind its end: what is kept may become a piece of the password.
 std::wstring WithoutTabsAndLineBreaks(std::wstring_view text) {
     std::wstring kept(text);
@@ -44,15 +48,16 @@ void DropControlCharacters(SecretText& text) noexcept {
 }
 
 std::optional<Splice> FollowPlainBox(std::wstring_view before, std::wstring_view after, std::size_t passwordLength) {
-    if (before == after) {
-        return std::nullopt;
-    }
     const std::size_t start = CommonStart(before, after);
     before.remove_prefix(start);
     after.remove_prefix(start);
     const std::size_t end = CommonEnd(before, after);
     before.remove_suffix(end);
     after.remove_suffix(end);
+    // The password has none of these.
+    if (IsOnlyTabsAndLineBreaks(before) && IsOnlyTabsAndLineBreaks(after)) {
+        return std::nullopt;
+    }
     return Splice{.range = TextRange{start, before.size()}.CutAt(passwordLength),
                   .text = WithoutTabsAndLineBreaks(after)};
 }

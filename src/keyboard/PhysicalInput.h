@@ -37,7 +37,7 @@ void DropControlCharacters(SecretText& text) noexcept;
 /// What the password goes through when the plain box changes its text by itself (paste, cut, undo, Delete, a character
 /// that was left to it): the same replacement at the same positions, clamped; tabs and line breaks stay out.
 /// @param before, after the box's text before and after the change.
-/// @return nothing when the texts are equal.
+/// @return nothing when the texts differ in tabs and line breaks alone, or not at all.
 [[nodiscard]] std::optional<Splice> FollowPlainBox(std::wstring_view before, std::wstring_view after,
                                                    std::size_t passwordLength);
 

@@ -8,8 +8,9 @@ namespace {
 
 HCURSOR LoadDot(int id) noexcept {
     // LR_SHARED: the system keeps one of each and frees it with the program.
-    return static_cast<HCURSOR>(
-        ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_CURSOR, 0, 0, LR_SHARED));
+    const HANDLE dot = ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_CURSOR, 0, 0, LR_SHARED);
+    // None at all would hide the pointer.
+    return dot != nullptr ? static_cast<HCURSOR>(dot) : ::LoadCursorW(nullptr, IDC_ARROW);
 }
 
 } // namespace

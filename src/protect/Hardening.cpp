@@ -164,7 +164,7 @@ std::vector<std::wstring> HardeningLines(const Hardening& hardening) {
         {hardening.systemFolderOnly, L"DLLs are taken from the system folder only",
          L"DLLs are searched as Windows does by default"},
         {hardening.endsOnCorruption, L"A damaged heap ends the program", L"A damaged heap does not end the program"},
-        {hardening.heapNotReported, L"No memory in error reports", L"Error reports may contain memory"},
+        {hardening.heapNotReported, L"No heap memory in error reports", L"Error reports may contain heap memory"},
     };
     std::vector<std::wstring> texts;
     for (const Line& line : lines) {

@@ -3,6 +3,7 @@
 #include "protect/DotPointer.h"
 #include "protect/RandomPlacement.h"
 #include "ui/ids.h"
+#include "win32/MouseButtons.h"
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"
 
@@ -28,15 +29,6 @@ MONITORINFO MonitorOf(HWND window) noexcept {
     return monitor;
 }
 
-bool IsAnyMouseButtonDown() noexcept {
-    for (const int button : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2}) {
-        if (::GetAsyncKeyState(button) < 0) {
-            return true;
-        }
-    }
-    return false;
-}
-
 /// What a control holds, as one text that can be compared: an edit's text, a slider's position, "False" for a button.
 /// Anything else matches nothing.
 bool HoldsText(HWND control, std::wstring_view text) {
@@ -58,14 +50,7 @@ bool HoldsText(HWND control, std::wstring_view text) {
 
 void Protection::SetCoverTransparency(std::int16_t value) noexcept {
     coverTransparency_ = value;
-    const std::optional<std::uint8_t> alpha = AlphaForLayer(value);
-    SetLayeredTransparency(cover_.Handle(), alpha);
-    coverIsInvisible_ = alpha ? *alpha == 0 : coverIsInvisible_;
-    ApplyClickThrough();
-}
-
-void Protection::ApplyClickThrough() noexcept {
-    SetClickThrough(cover_.Handle(), coverIsInvisible_ || asking_);
+    cover_.SetAlpha(AlphaForLayer(value));
 }
 
 void Protection::ResetFormCover() noexcept {
@@ -173,13 +158,8 @@ bool Protection::HideMouse() {
         SetPointerHidden(true);
         return true;
     }
-    // The question must be answerable where it lies over the layer.
-    asking_ = true;
-    ApplyClickThrough();
     const int answer = ShowMessageBox(operations_, hideMouseQuestion, hideMouseTitle, MB_OKCANCEL | MB_ICONQUESTION);
     SetPointerHidden(answer == IDOK);
-    asking_ = false;
-    ApplyClickThrough();
     return answer == IDOK;
 }
 

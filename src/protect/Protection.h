@@ -21,8 +21,7 @@ class Protection {
 
     /// The last value written, applied or not.
     [[nodiscard]] std::int16_t CoverTransparency() const noexcept { return coverTransparency_; }
-    /// Outside 0..255 the value is stored and nothing applied. At 0 clicks fall through to the keys, and the layer is
-    /// marked so that they do wherever the program runs.
+    /// Outside 0..255 the value is stored and nothing applied.
     void SetCoverTransparency(std::int16_t value) noexcept;
 
     /// Shows the layer and lays it over the keys.
@@ -49,6 +48,8 @@ class Protection {
     void AllowQuestions() noexcept { mayAsk_ = true; }
     /// @return false: the dot is no longer in force.
     bool ShowMouse() noexcept;
+    /// Whether the layer takes the clicks, or the keys beneath it do.
+    [[nodiscard]] bool LayerTakesClicks() const noexcept { return !cover_.IsInvisible(); }
     [[nodiscard]] bool MouseHidden() const noexcept { return mouseHidden_; }
     /// Whether the dot is what the pointer shows: in force, and the pointer came over the keys last.
     [[nodiscard]] bool ShowsDot() const noexcept { return mouseHidden_ && pointerOverKeys_; }
@@ -62,7 +63,6 @@ class Protection {
     /// The random top follows from the height before: a window that has grown may reach below the screen.
     void RaiseAboveLowerEdge() noexcept;
     void SetPointerHidden(bool hidden) noexcept;
-    void ApplyClickThrough() noexcept;
     void ComeBack(bool layerMarked);
     [[nodiscard]] bool FocusIsWanted() const;
 
@@ -72,8 +72,6 @@ class Protection {
     ClockRandom random_;
     std::int16_t defaultCoverTransparency_;
     std::int16_t coverTransparency_ = 0;
-    bool coverIsInvisible_ = false;
-    bool asking_ = false;
     bool mouseHidden_ = false;
     bool pointerOverKeys_ = true;
     bool away_ = false;

@@ -7,7 +7,9 @@
 #include "ui/ids.h"
 #include "ui/mKBFormMoveSubclass.h"
 #include "win32/EventGuard.h"
+#include "win32/MouseButtons.h"
 #include "win32/Text.h"
+#include "win32/WindowStyle.h"
 
 #include <imm.h>
 
@@ -69,6 +71,20 @@ void frmBlank::Show(bool show) noexcept {
     ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
 }
 
+void frmBlank::SetAlpha(std::optional<std::uint8_t> alpha) noexcept {
+    if (alpha) {
+        invisible_ = *alpha == 0;
+        SetLayeredTransparency(Handle(), alpha);
+        ApplyClickThrough();
+    }
+}
+
+void frmBlank::ApplyClickThrough() noexcept {
+    // Disabled, too: a modal window may come to lie beneath the layer where the system does not make what a topmost
+    // window owns topmost, and has to be clickable there.
+    SetClickThrough(Handle(), invisible_ || ::IsWindowEnabled(Handle()) == FALSE);
+}
+
 void frmBlank::RunHoverTimer(UINT intervalMs) noexcept {
     if (hoverIntervalMs_ != intervalMs) {
         RestartHoverTimer(intervalMs);
@@ -111,6 +127,7 @@ LRESULT frmBlank::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         const bool held = (wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) != 0;
         return guarded(L"Form_MouseMove", [&] { OnMouseMove(client, held); });
     }
+    case WM_ENABLE: OnEnabled(wParam != FALSE); return 0;
     case WM_CAPTURECHANGED: Push(std::nullopt); return 0;
     case WM_MOUSEACTIVATE: guarded(L"Form_MouseActivate", [&] { host_->BringToFront(); }); return MA_NOACTIVATE;
     case WM_SETCURSOR:
@@ -155,12 +172,20 @@ void frmBlank::Push(std::optional<int> key) noexcept {
     }
 }
 
+void frmBlank::OnEnabled(bool enabled) noexcept {
+    ApplyClickThrough();
+    // A dialog that ends on a press, as a file dialog does on a double click, leaves the release to what lies beneath.
+    pressedElsewhere_ = enabled && IsAnyMouseButtonDown();
+}
+
 void frmBlank::OnMouseDown(POINT client) {
+    pressedElsewhere_ = false;
     ::SetCapture(Handle());
     Push(KeyAt(client));
 }
 
 void frmBlank::OnMouseMove(POINT client, bool buttonHeld) {
+    pressedElsewhere_ = pressedElsewhere_ && buttonHeld;
     if (host_->CurrentInputMode() == InputMode::Standard && !buttonHeld) {
         return;
     }
@@ -176,7 +201,7 @@ void frmBlank::OnMouseMove(POINT client, bool buttonHeld) {
 }
 
 void frmBlank::OnMouseUp(POINT client) {
-    const std::optional<int> key = KeyAt(client);
+    const std::optional<int> key = std::exchange(pressedElsewhere_, false) ? std::nullopt : KeyAt(client);
     // Before the click, which may open a dialog: no key stays pushed beneath it. Giving up the capture comes back as
     // WM_CAPTURECHANGED and releases the remembered key.
     if (::GetCapture() == Handle()) {
@@ -190,6 +215,7 @@ void frmBlank::OnMouseUp(POINT client) {
 }
 
 void frmBlank::OnDoubleClick() {
+    pressedElsewhere_ = false;
     ::SetCapture(Handle());
     POINT pointer{};
     if (::GetCursorPos(&pointer) == FALSE) {
@@ -202,17 +228,25 @@ void frmBlank::OnDoubleClick() {
     }
 }
 
+bool frmBlank::IsUnderPointer(POINT pointer) const noexcept {
+    RECT area{};
+    // Hidden with the minimised window, the layer keeps its place.
+    if (!IsVisible() || ::GetWindowRect(Handle(), &area) == FALSE) {
+        return false;
+    }
+    // Edges included on all four sides.
+    return pointer.x >= area.left && pointer.x <= area.right && pointer.y >= area.top && pointer.y <= area.bottom;
+}
+
 void frmBlank::OnHoverTick() {
     if (!host_->IsHoverEntryEnabled()) {
         return;
     }
     POINT pointer{};
-    RECT area{};
-    if (::GetCursorPos(&pointer) == FALSE || ::GetWindowRect(Handle(), &area) == FALSE) {
+    if (::GetCursorPos(&pointer) == FALSE) {
         return;
     }
-    // Edges included on all four sides.
-    if (pointer.x >= area.left && pointer.x <= area.right && pointer.y >= area.top && pointer.y <= area.bottom) {
+    if (IsUnderPointer(pointer)) {
         events_->Timer();
         return;
     }

@@ -4,6 +4,7 @@
 #include "ui/KeyboardEvents.h"
 #include "win32/Form.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace vextrel {
@@ -26,6 +27,10 @@ class frmBlank final : public Form {
     /// Lays the layer over an area of the screen, in pixels, without activating it or moving it in the stack.
     void Place(const RECT& area) noexcept;
     void Show(bool show) noexcept;
+    /// The layer's opacity; nothing changes without one. At 0 clicks fall through to the keys, and the layer is marked
+    /// so that they do wherever the program runs.
+    void SetAlpha(std::optional<std::uint8_t> alpha) noexcept;
+    [[nodiscard]] bool IsInvisible() const noexcept { return invisible_; }
 
     // The hover timer. Setting an unchanged interval leaves a running countdown alone.
     void RunHoverTimer(UINT intervalMs) noexcept;
@@ -42,6 +47,9 @@ class frmBlank final : public Form {
     void OnMouseUp(POINT client);
     void OnDoubleClick();
     void OnHoverTick();
+    void OnEnabled(bool enabled) noexcept;
+    void ApplyClickThrough() noexcept;
+    [[nodiscard]] bool IsUnderPointer(POINT pointer) const noexcept;
     void Push(std::optional<int> key) noexcept;
     void SetKeyState(int key, bool pushed) const noexcept;
 
@@ -49,7 +57,9 @@ class frmBlank final : public Form {
     LayerHost* host_ = nullptr;
     HWND txtSetup_ = nullptr;
     std::optional<int> pressedKey_;
-    UINT hoverIntervalMs_ = 0; ///< 0: the timer is stopped
+    bool invisible_ = false;
+    bool pressedElsewhere_ = false; ///< a button that is down went down while the layer took no input
+    UINT hoverIntervalMs_ = 0;      ///< 0: the timer is stopped
 };
 
 } // namespace vextrel

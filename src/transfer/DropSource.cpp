@@ -1,5 +1,7 @@
 #include "transfer/DropSource.h"
 
+#include "win32/MouseButtons.h"
+
 namespace vextrel {
 
 namespace {
@@ -21,10 +23,6 @@ bool Answers(HWND window) noexcept {
     DWORD_PTR answer = 0;
     return window == nullptr || ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() ||
            ::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, answerLimitMs, &answer) != 0;
-}
-
-bool PrimaryButtonIsDown() noexcept {
-    return ::GetAsyncKeyState(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON) < 0;
 }
 
 /// Lets our windows paint and the hint follow, but keeps from OLE the messages that would make it ask the window under
@@ -59,12 +57,12 @@ bool PumpOwnWindows() noexcept {
 
 HRESULT DropSource::QueryContinueDrag(BOOL escapePressed, DWORD keyState) noexcept {
     if (escapePressed != FALSE) {
-        escaped_ = true;
         return DRAGDROP_S_CANCEL;
     }
     if ((keyState & MK_LBUTTON) != 0) {
         return keepFromHung_ ? RestOverHungWindow() : S_OK;
     }
+    released_ = true;
     data_->Open();
     return DRAGDROP_S_DROP;
 }
@@ -78,9 +76,12 @@ HRESULT DropSource::RestOverHungWindow() noexcept {
             answering_ = window;
             return S_OK;
         }
-        escaped_ = !PumpOwnWindows();
-        seenUp = PrimaryButtonIsDown() ? 0 : seenUp + 1;
-        if (escaped_ || seenUp == timesSeenUp) {
+        if (!PumpOwnWindows()) {
+            return DRAGDROP_S_CANCEL;
+        }
+        seenUp = IsPrimaryButtonDown() ? 0 : seenUp + 1;
+        if (seenUp == timesSeenUp) {
+            released_ = true;
             return DRAGDROP_S_CANCEL;
         }
         ::MsgWaitForMultipleObjectsEx(0, nullptr, restMs, QS_ALLINPUT, 0);

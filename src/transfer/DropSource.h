@@ -23,8 +23,8 @@ class DropSource final : public ComObject<IDropSource> {
         data.AddRef();
     }
 
-    /// Whether the user pressed Escape.
-    [[nodiscard]] bool WasEscaped() const noexcept { return escaped_; }
+    /// Whether the user has let go of the button. A drag may end without: by Escape, or by itself.
+    [[nodiscard]] bool WasReleased() const noexcept { return released_; }
 
     HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escapePressed, DWORD keyState) noexcept override;
     HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD) noexcept override { return DRAGDROP_S_USEDEFAULTCURSORS; }
@@ -35,7 +35,7 @@ class DropSource final : public ComObject<IDropSource> {
 
     ComPtr<TextDataObject> data_;
     bool keepFromHung_;
-    bool escaped_ = false;
+    bool released_ = false;
     HWND answering_ = nullptr; ///< the window that the pointer was over last and that answered
 };
 

@@ -16,11 +16,13 @@ class HandedMemory final : public ComObject<IUnknown> {
     [[nodiscard]] static HandedMemory* Create(std::size_t byteCount) noexcept;
 
     [[nodiscard]] HGLOBAL Get() const noexcept { return memory_; }
+    /// Wipes all that receivers have not released yet.
+    static void WipeAll() noexcept;
 
   private:
-    explicit HandedMemory(HGLOBAL memory) noexcept
-        : memory_(memory) {}
+    explicit HandedMemory(HGLOBAL memory);
     ~HandedMemory() override;
+    void Wipe() noexcept;
 
     HGLOBAL memory_;
 };

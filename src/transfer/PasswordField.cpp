@@ -82,13 +82,14 @@ void PasswordField::ClearText() {
 void PasswordField::HighlightText() {
     PasswordBox& masked = form_.txtPassword();
     const auto maskedLength = static_cast<std::int16_t>(masked.Length());
-    if (textIsMasked_) {
+    if (masked.IsShown()) {
         ::SetFocus(masked.Handle());
         masked.Select({0, maskedLength});
     } else {
-        ::SetFocus(form_.txtText().Handle());
+        PasswordBox& plain = form_.txtText();
+        ::SetFocus(plain.Handle());
         // The other, hidden box is measured: its asterisks from the last time it was shown. Deliberate.
-        form_.txtText().Select({maskedLength, 0});
+        plain.Select({maskedLength, plain.Selection().length});
     }
 }
 

@@ -26,8 +26,8 @@ class PasswordField {
 
     /// Empties masked box, plain box and password, in that order.
     void ClearText();
-    /// Focuses the visible box; selects everything in the masked one, puts the caret of the plain one behind as many
-    /// characters as the masked one holds.
+    /// Focuses the visible box; selects everything in the masked one, moves the selection of the plain one behind as
+    /// many characters as the masked one holds.
     void HighlightText();
     /// Puts into SelectedPassword what the visible box's selection stands for.
     void DetermineSelectedPassword();

@@ -62,7 +62,7 @@ void PasswordTransfer::Drag() {
     if (!dropped) {
         data->Discard();
     }
-    const bool mayInject = mode_ == DragDropMode::Inject && !source->WasEscaped();
+    const bool mayInject = mode_ == DragDropMode::Inject && source->WasReleased();
     GuardEvent(form_.Handle(), names.complete,
                [&] { CompleteDrag(dropped || mayInject ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver); });
     // However the end went, neither waits for the next drag.
@@ -99,7 +99,7 @@ void PasswordTransfer::CompleteDrag(TransferEnd end) {
 }
 
 TransferEnd PasswordTransfer::InjectAtPointer() {
-    const InjectionOutcome outcome = Inject(field_.SelectedPassword().View());
+    const InjectionOutcome outcome = Inject(field_.SelectedPassword());
     notice_ = NoticeOf(outcome);
     return outcome.kind == InjectionOutcome::Kind::Injected ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver;
 }

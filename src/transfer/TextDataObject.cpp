@@ -66,6 +66,7 @@ void TextDataObject::DiscardAll() noexcept {
     for (TextDataObject* object : Living()) {
         object->Discard();
     }
+    HandedMemory::WipeAll();
 }
 
 HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {

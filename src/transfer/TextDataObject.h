@@ -23,7 +23,7 @@ class TextDataObject final : public ComObject<IDataObject> {
     void Open() noexcept { open_ = true; }
     /// The drag is over and nobody took it: there is nothing to give any more.
     void Discard() noexcept { text_.Clear(); }
-    /// Discards what any object of the program carries, whoever still holds it.
+    /// Discards what any object of the program carries or has handed on, whoever still holds it.
     static void DiscardAll() noexcept;
 
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override;

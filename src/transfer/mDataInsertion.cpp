@@ -57,7 +57,25 @@ void WaitForReaction() noexcept {
     }
 }
 
+/// What Windows shows in place of a window that hangs. It takes what is posted and gives it to nobody.
+bool IsStandIn() {
+    return TargetClass() == L"Ghost";
+}
+
+InjectionOutcome PostUnits(HWND window, std::wstring_view password) noexcept {
+    for (const wchar_t unit : password) {
+        if (::PostMessageW(window, WM_CHAR, unit, 0) == FALSE) {
+            return {InjectionOutcome::Kind::Refused, ::GetLastError()};
+        }
+    }
+    return {InjectionOutcome::Kind::Injected};
+}
+
 InjectionOutcome Post(HWND window, std::wstring_view password) noexcept {
+    // Of the system's code pages this is the one of whose bytes no window puts characters together.
+    if (::GetACP() == CP_UTF8) {
+        return PostUnits(window, password);
+    }
     while (!password.empty()) {
         const AnsiCharacter character(password);
         for (const std::uint8_t byte : character) {
@@ -73,14 +91,19 @@ InjectionOutcome Post(HWND window, std::wstring_view password) noexcept {
 
 } // namespace
 
-InjectionOutcome Inject(std::wstring_view password) {
+InjectionOutcome Inject(const SecretText& password) {
     POINT place{};
-    ::GetCursorPos(&place);
+    if (::GetCursorPos(&place) == FALSE) {
+        return {InjectionOutcome::Kind::NoWindow};
+    }
     const HWND window = ::WindowFromPoint(place);
     if (window != nullptr) {
         RecordClass(window);
         if (IsOurs(window)) {
             return {InjectionOutcome::Kind::OwnWindow};
+        }
+        if (IsStandIn()) {
+            return {InjectionOutcome::Kind::Refused, ERROR_TIMEOUT};
         }
     }
     BringForward(window);
@@ -90,7 +113,7 @@ InjectionOutcome Inject(std::wstring_view password) {
         // A message to no window would land in our own queue, password and all.
         return {InjectionOutcome::Kind::NoWindow};
     }
-    return Post(window, password);
+    return Post(window, password.View());
 }
 
 const std::wstring& InjectionTargetClass() noexcept {

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "keyboard/SecretText.h"
+
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace vextrel {
 
@@ -10,7 +11,7 @@ namespace vextrel {
 struct InjectionOutcome {
     enum class Kind {
         Injected,  ///< every character was posted
-        NoWindow,  ///< there was no window under the pointer to post to
+        NoWindow,  ///< there was no window under the pointer to post to, or no pointer
         OwnWindow, ///< the pointer was over this program itself: nothing was clicked or posted
         Refused,   ///< Windows refused a character; those behind it were not posted
     };
@@ -23,8 +24,8 @@ struct InjectionOutcome {
 /// Brings the window under the pointer forward, clicks into it and posts the password to it character by character, as
 /// bytes of the ANSI code page. Messages are processed before the first character goes, so the caller runs it as an
 /// operation (ui/Operations.h). A target that does not answer is not waited for.
-/// @param password must stay as it is until the return, whatever messages are processed.
-[[nodiscard]] InjectionOutcome Inject(std::wstring_view password);
+/// @param password read when the messages have been processed, which may wipe it.
+[[nodiscard]] InjectionOutcome Inject(const SecretText& password);
 
 /// The class of the window that was found under the pointer last; for diagnosis.
 [[nodiscard]] const std::wstring& InjectionTargetClass() noexcept;

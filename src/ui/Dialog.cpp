@@ -93,9 +93,12 @@ int Dialog::RunModal(Operations& operations, HWND owner) {
     result_ = IDCANCEL;
     ended_ = false;
     lastFocus_ = nullptr;
-    const Operations::Scope modal(operations, Operations::Kind::Modal);
-    LoadOver(owner_);
-    ServeUntilEnded(operations);
+    {
+        // Ends before the window goes, for the layer's sake: what the system activates then must be enabled.
+        const Operations::Scope modal(operations, Operations::Kind::Modal);
+        LoadOver(owner_);
+        ServeUntilEnded(operations);
+    }
     Unload();
     return result_;
 }

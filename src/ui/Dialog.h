@@ -11,6 +11,9 @@ namespace vextrel {
 /// meanwhile, as is the protective layer.
 class Dialog : public Form {
   public:
+    Dialog() = default;
+    ~Dialog() override { Unload(); }
+
     /// Shows the dialog and returns when it has been ended. An owner that is no window stands for none.
     /// @return what End was given; IDCANCEL when the window was closed or went with its owner.
     int RunModal(Operations& operations, HWND owner);

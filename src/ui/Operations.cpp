@@ -2,18 +2,6 @@
 
 namespace vextrel {
 
-namespace {
-
-/// A layer that takes no input lets the mouse through: a modal window may come to lie beneath it where the system does
-/// not make what a topmost window owns topmost, too.
-void LetInputThrough(HWND layer, bool through) noexcept {
-    ::EnableWindow(layer, through ? FALSE : TRUE);
-    const LONG_PTR style = ::GetWindowLongPtrW(layer, GWL_EXSTYLE);
-    ::SetWindowLongPtrW(layer, GWL_EXSTYLE, through ? style | WS_EX_TRANSPARENT : style & ~WS_EX_TRANSPARENT);
-}
-
-} // namespace
-
 Operations::Scope::Scope(Operations& operations, Kind kind) noexcept
     : operations_(operations)
     , kind_(kind) {
@@ -50,11 +38,6 @@ void Operations::SetWindows(HWND mainWindow, HWND layer) noexcept {
     layer_ = layer;
 }
 
-HWND Operations::DialogOwner(HWND concerned) const noexcept {
-    const HWND root = ::GetAncestor(concerned, GA_ROOT);
-    return root == layer_ && layer_ != nullptr ? mainWindow_ : root;
-}
-
 bool Operations::RequestClose() noexcept {
     if (depth_ == 0) {
         return true;
@@ -66,13 +49,13 @@ bool Operations::RequestClose() noexcept {
 
 void Operations::DisableLayer() noexcept {
     if (layerDisabled_++ == 0 && layer_ != nullptr) {
-        LetInputThrough(layer_, true);
+        ::EnableWindow(layer_, FALSE);
     }
 }
 
 void Operations::EnableLayer() noexcept {
     if (--layerDisabled_ == 0 && layer_ != nullptr) {
-        LetInputThrough(layer_, false);
+        ::EnableWindow(layer_, TRUE);
     }
 }
 

@@ -36,9 +36,6 @@ class Operations {
     /// The windows that modality and closing act on; null while there are none.
     void SetWindows(HWND mainWindow, HWND layer) noexcept;
     [[nodiscard]] HWND MainWindow() const noexcept { return mainWindow_; }
-    /// The window that a dialog about another one belongs to: that one's own top-level window, the main window in place
-    /// of the layer.
-    [[nodiscard]] HWND DialogOwner(HWND concerned) const noexcept;
 
     [[nodiscard]] bool IsTransferring() const noexcept { return transfers_ > 0; }
     [[nodiscard]] bool IsModalOpen() const noexcept { return modals_ > 0; }

@@ -5,8 +5,11 @@
 #include "ui/BoxMenu.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
+#include "win32/handles.h"
 
 #include <imm.h>
+
+#include <algorithm>
 
 namespace vextrel {
 
@@ -38,10 +41,10 @@ void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, KeyboardEven
     Attach(::CreateWindowExW(WS_EX_CLIENTEDGE | WS_EX_NOPARENTNOTIFY, WC_EDITW, L"", style, 0, 0, 0, 0, parent,
                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr));
     ::SendMessageW(Handle(), EM_SETLIMITTEXT, SecretText::capacity, 0);
+    // An input method would keep and show what is composed, and put it into the box by ways of its own.
+    ::ImmAssociateContextEx(Handle(), nullptr, 0);
     if (!plain) {
         ::SendMessageW(Handle(), EM_SETPASSWORDCHAR, maskCharacter, 0);
-        // An input method would keep and show what is composed.
-        ::ImmAssociateContextEx(Handle(), nullptr, 0);
     }
 }
 
@@ -76,8 +79,14 @@ void PasswordBox::ReadText(SecretText& text) const {
     text.SetSize(static_cast<std::size_t>(length));
 }
 
+void PasswordBox::Send(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    const FlagScope sending(sending_);
+    ::SendMessageW(Handle(), message, wParam, lParam);
+    longest_ = std::max(longest_, Length());
+}
+
 void PasswordBox::SetText(const wchar_t* text) noexcept {
-    ::SendMessageW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    Send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
     ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
 }
 
@@ -85,15 +94,20 @@ void PasswordBox::Apply(const TextEdit& edit) noexcept {
     if (edit.box) {
         ::SendMessageW(Handle(), EM_SETSEL, edit.box->range.start, static_cast<LPARAM>(edit.box->range.End()));
         // Without undo: its buffer would keep what was removed.
-        ::SendMessageW(Handle(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(edit.box->text.c_str()));
+        Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(edit.box->text.c_str()));
         ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
     }
     Select({edit.caret, 0});
 }
 
 void PasswordBox::OverwriteAndEmpty() noexcept {
-    SetText(std::wstring(Length(), maskCharacter).c_str());
-    SetText(L"");
+    // Behind a text that has become shorter, the control keeps what was there.
+    SetText(std::wstring(std::max(longest_, Length()), maskCharacter).c_str());
+    // Deleted so that it can be undone: what was to be undone before is overwritten with it.
+    ::SendMessageW(Handle(), EM_SETSEL, 0, -1);
+    Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
+    ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
+    longest_ = 0;
 }
 
 LRESULT PasswordBox::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -104,15 +118,29 @@ LRESULT PasswordBox::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam
 }
 
 LRESULT PasswordBox::ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (view_ == PasswordBoxView::Masked) {
+    // A key may make the control send itself a message that stands for it: the outer of the two is followed.
+    if (view_ == PasswordBoxView::Masked || following_) {
         return ToControl(message, wParam, lParam);
     }
     if (!(*events_)->PlainBoxWillChange()) {
         return 0;
     }
-    const LRESULT result = ToControl(message, wParam, lParam);
+    longest_ = std::max(longest_, Length());
+    const LRESULT result = [&] {
+        const FlagScope following(following_);
+        return ToControl(message, wParam, lParam);
+    }();
+    longest_ = std::max(longest_, Length());
     (*events_)->PlainBoxHasChanged();
     return result;
+}
+
+LRESULT PasswordBox::OnTextSet(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (sending_) {
+        return ToControl(message, wParam, lParam);
+    }
+    // From outside, as assistive technology does. What the asterisks stand for nobody else can say.
+    return view_ == PasswordBoxView::Masked ? 0 : ToEditAndFollow(message, wParam, lParam);
 }
 
 LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -132,6 +160,8 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CLEAR:
     case WM_UNDO:
     case EM_UNDO: return OnClipboard(message, wParam, lParam);
+    case WM_SETTEXT:
+    case EM_REPLACESEL: return OnTextSet(message, wParam, lParam);
     // The balloon that warns of Caps Lock tells whoever watches that a password is being entered.
     case EM_SHOWBALLOONTIP: return TRUE;
     // The second press of two may begin a drag as well.
@@ -253,7 +283,14 @@ LRESULT PasswordBox::OnMouseMove(WPARAM wParam, LPARAM lParam) {
         return ToControl(WM_MOUSEMOVE, wParam, lParam);
     }
     switch (gesture_.Move({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
-    case DragGesture::Verdict::StartDrag: StartDrag(); return 0;
+    case DragGesture::Verdict::StartDrag:
+        // Button already up, the pointer may be anywhere by now: a drop would land there.
+        if (!IsReleaseWaiting()) {
+            StartDrag();
+        } else if (::GetCapture() == Handle()) {
+            ::ReleaseCapture();
+        }
+        return 0;
     case DragGesture::Verdict::Hold: return 0;
     default: return ToControl(WM_MOUSEMOVE, wParam, lParam);
     }
@@ -265,6 +302,11 @@ LRESULT PasswordBox::OnButtonUp(WPARAM wParam, LPARAM lParam) {
         ToControl(WM_LBUTTONDOWN, wParam | MK_LBUTTON, pressPoint_);
     }
     return ToControl(WM_LBUTTONUP, wParam, lParam);
+}
+
+bool PasswordBox::IsReleaseWaiting() const noexcept {
+    MSG release{};
+    return ::PeekMessageW(&release, Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD) != FALSE;
 }
 
 void PasswordBox::StartDrag() {

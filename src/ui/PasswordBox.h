@@ -38,6 +38,8 @@ class PasswordBox final : public SubclassedControl {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     /// The box acts by itself; in the plain view the password then follows.
     LRESULT ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnTextSet(UINT message, WPARAM wParam, LPARAM lParam);
+    void Send(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyDown(WPARAM wParam, LPARAM lParam);
     LRESULT OnGetDialogCode(WPARAM wParam, LPARAM lParam) noexcept;
@@ -47,6 +49,7 @@ class PasswordBox final : public SubclassedControl {
     LRESULT OnMouseMove(WPARAM wParam, LPARAM lParam);
     LRESULT OnButtonUp(WPARAM wParam, LPARAM lParam);
     [[nodiscard]] bool IsOnSelection(LPARAM point) const;
+    [[nodiscard]] bool IsReleaseWaiting() const noexcept;
     void StartDrag();
 
     PasswordBoxView view_ = PasswordBoxView::Masked;
@@ -54,6 +57,9 @@ class PasswordBox final : public SubclassedControl {
     DragGesture gesture_;
     BoxSelection selectionBeforePress_;
     LPARAM pressPoint_ = 0;
+    std::size_t longest_ = 0; ///< how many characters the control's memory may hold
+    bool sending_ = false;    ///< the change under way is our own
+    bool following_ = false;  ///< the box is acting by itself
 };
 
 } // namespace vextrel

@@ -92,6 +92,11 @@ PasswordBox& frmKeyboard::VisibleBox() noexcept {
     return txtPassword_.IsShown() ? txtPassword_ : txtText_;
 }
 
+HWND frmKeyboard::ActiveControl() const noexcept {
+    const HWND focus = ::GetFocus();
+    return ::IsChild(Handle(), focus) ? focus : activeControl_;
+}
+
 void frmKeyboard::FocusVisibleBox() noexcept {
     ::SetFocus(VisibleBox().Handle());
 }
@@ -288,7 +293,6 @@ LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE: OnSystemLookChanged(message, wParam, lParam); break;
     case WM_CLOSE: GuardEvent(Handle(), L"Form_QueryUnload", [&] { OnClose(); }); return 0;
-    case WM_DESTROY: ::PostQuitMessage(0); return 0;
     case WM_ENDSESSION:
         if (wParam != FALSE) {
             controller_->SessionEnding();
@@ -384,7 +388,8 @@ void frmKeyboard::OnDpiChanged(const RECT& suggested) {
 
 void frmKeyboard::OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
     ApplyDpi();
-    LayOut();
+    // Another font changes the rows' heights and so the keys' places.
+    GuardEvent(Handle(), L"Resize", [&] { controller_->FormResized(); });
     for (const HWND control : {toolbar_.Handle(), sldHoverDelay_, sldTransparency_, statusBar_}) {
         ::SendMessageW(control, message, wParam, lParam);
     }

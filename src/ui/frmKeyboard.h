@@ -58,8 +58,8 @@ class frmKeyboard final : public Form {
     void Refresh(const CommandSnapshot& snapshot, StatusTexts status);
     /// What the status bar's first pane says in place of the input mode; empty takes it back.
     void ShowNotice(std::wstring text);
-    /// The control that has, or had last, the keyboard focus.
-    [[nodiscard]] HWND ActiveControl() const noexcept { return activeControl_; }
+    /// The control that has the keyboard focus, else the box that had it last.
+    [[nodiscard]] HWND ActiveControl() const noexcept;
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -100,7 +100,7 @@ class frmKeyboard final : public Form {
     HWND lblTransparency_ = nullptr;
     HWND sldTransparency_ = nullptr;
     HWND statusBar_ = nullptr;
-    HWND activeControl_ = nullptr;
+    HWND activeControl_ = nullptr; ///< the box that had the focus last
     std::array<KeyButton, keyButtonCount> keys_;
     WindowLayout layout_;
     std::optional<CommandSnapshot> shownState_; ///< what the menu bar says; nothing at first

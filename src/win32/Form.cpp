@@ -19,7 +19,12 @@ std::vector<Form*>& LoadedForms() noexcept {
 } // namespace
 
 Form::~Form() {
-    Unload();
+    if (handle_ != nullptr) {
+        // What was derived from it is gone already, OnMessage with it.
+        ::SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
+        ::DestroyWindow(handle_);
+        Forget();
+    }
 }
 
 int Form::Dpi() const noexcept {

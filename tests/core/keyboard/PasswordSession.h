@@ -151,6 +151,9 @@ struct Model {
             ++end;
         }
         const std::wstring added = s.box.substr(same, s.box.size() - same - end);
+        if (Keep(added + old.substr(same, old.size() - same - end), IsNoBreak).empty()) {
+            return; // breaks alone: the password has none
+        }
         s.password = Left(s.password, same) + Keep(added, IsNoBreak) + From(s.password, old.size() - end);
     }
 

@@ -157,6 +157,18 @@ TEST_F(Traces, AfterThePlainViewAreNoneOnceTheMaskIsBackAndTheTextCleared) {
     EXPECT_EQ(Scan("after the plain view, closed").size(), 0U);
 }
 
+TEST_F(Traces, OfWhatWasDeletedInThePlainViewAreNoneOnceTheMaskIsBack) {
+    app_.Command(ids::mnuViewPasswordMask);
+    Await("the plain box is filled",
+          [&] { return Ask(app_.Control(ids::txtText), WM_GETTEXTLENGTH) == secretLength; });
+    Ask(app_.Control(ids::txtText), EM_SETSEL, 0, -1);
+    PostMessageW(app_.Control(ids::txtText), WM_KEYDOWN, VK_DELETE, 0);
+    Await("the plain box is empty", [&] { return Ask(app_.Control(ids::txtText), WM_GETTEXTLENGTH) == 0; });
+    app_.Command(ids::mnuViewPasswordMask);
+    Await("the masked box is shown", [&] { return app_.Visible(ids::txtPassword); });
+    EXPECT_EQ(Scan("deleted in the plain view, masked again").size(), 0U);
+}
+
 /// What assistive programs are told of the program's windows meanwhile.
 class Events {
   public:

@@ -34,7 +34,7 @@ std::string ShortSound() {
 
 TEST(HoverByPointer, EntersOncePerArrival) {
     const Sandbox sandbox;
-    sandbox.SetSetting(L"Beep on Hover", L"True");
+    sandbox.Write("[Settings]\r\nBeep on Hover=True\r\n[Row 2 Lower Case]\r\nKey 1=x\r\n");
     const Session app(sandbox);
     const HWND keys[] = {app.FindKey(L"q"), app.FindKey(L"w"), app.FindKey(L"e"), app.FindKey(L"r")};
     const POINT background = CentreOf(app.PasswordBox());
@@ -44,8 +44,8 @@ TEST(HoverByPointer, EntersOncePerArrival) {
     app.Command(ids::hoverDelayHalfSecond);
     Await("hover entry is on", [&] { return app.Checked(ids::mnuModeHover); });
 
-    // Once, not sooner than the delay, and not again: not by resting, not by Shift under the resting pointer, not after
-    // a visit to the background.
+    // Once, not sooner than the delay, and not again: not by resting, not by Shift or another layout under the resting
+    // pointer, not after a visit to the background.
     const auto start = Clock::now();
     pointer.MoveTo(CentreOf(keys[0]));
     app.AwaitText(L"q");
@@ -54,6 +54,11 @@ TEST(HoverByPointer, EntersOncePerArrival) {
     Await("the caption changes", [&] { return TextOf(keys[0]) == L"Q"; });
     EXPECT_FALSE(WaitFor([&] { return app.Shown() != L"q"; }, overHalfSecond));
     Keys::Up(VK_SHIFT);
+    app.Command(ids::mnuKeyboardLayoutLastSaved);
+    Await("the caption changes", [&] { return TextOf(keys[0]) == L"x"; });
+    EXPECT_FALSE(WaitFor([&] { return app.Shown() != L"q"; }, overHalfSecond));
+    app.Command(ids::mnuKeyboardLayoutEnglish);
+    Await("the caption changes back", [&] { return TextOf(keys[0]) == L"q"; });
     pointer.MoveTo(offTheKeys);
     pointer.MoveTo(CentreOf(keys[0]));
     EXPECT_FALSE(WaitFor([&] { return app.Shown() != L"q"; }, overHalfSecond));

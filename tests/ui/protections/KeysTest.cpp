@@ -90,6 +90,19 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     app.AwaitText(L"w");
     app.Activate();
 
+    // A press on a dialog that ends by it, as a file dialog does, enters nothing when it is released over a key.
+    app.Command(ids::mnuHelpAbout);
+    const HWND about = app.Running().AwaitWindow(formClass, L"About Vextrel");
+    pointer.MoveTo(CentreOf(q));
+    pointer.Press();
+    Keys::Stroke(VK_ESCAPE);
+    Await("the layer takes the mouse again", [&] { return !IsWindow(about) && IsWindowEnabled(app.Layer()); });
+    pointer.MoveTo({CentreOf(q).x + 2, CentreOf(q).y});
+    pointer.Release();
+    pointer.Click(w);
+    app.AwaitText(L"ww");
+    Keys::Stroke(VK_BACK);
+
     // Double clicks enter twice; clicks in the middle of the flash come in, and a new flash ends the older one.
     pointer.DoubleClick(CentreOf(q));
     pointer.Click(w);

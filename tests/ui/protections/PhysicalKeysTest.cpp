@@ -82,6 +82,16 @@ TEST(PhysicalKeys, TypeEditAndPasteInBothViews) {
         }
     }
 
+    // A text set from outside the password follows; the asterisks are no text to set.
+    for (const bool masked : {false, true}) {
+        app.Restart(masked);
+        Keys::Type(L"ab");
+        app.AwaitLength(2);
+        Ask(app.PasswordBox(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"pqr"));
+        EXPECT_EQ(app.Shown(), masked ? L"**" : L"pqr");
+        EXPECT_EQ(app.Password(), masked ? L"ab" : L"pqr");
+    }
+
     // Tabs and line breaks are in the plain box, not in the password: what a drag carries shows it.
     app.Restart(false);
     SetClipboard(L"x\tY\r\nZ");

@@ -325,13 +325,15 @@ TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
         int position;
         const wchar_t* written;
     } strokes[] = {
-        {hover, VK_RIGHT, 600, L"600"},  {hover, VK_NEXT, 1100, L"1100"}, {hover, VK_END, 2000, L"2000"},
-        {hover, VK_HOME, 500, L"500"},   {opacity, VK_LEFT, 50, L"128"},  {opacity, VK_END, 100, L"255"},
-        {opacity, VK_PRIOR, 90, L"230"}, {opacity, VK_HOME, 20, L"51"},
+        // Let go of where it stands, it tells what it was told.
+        {hover, 0, 500, L"137"},         {opacity, 0, 51, L"131"},       {hover, VK_RIGHT, 600, L"600"},
+        {hover, VK_NEXT, 1100, L"1100"}, {hover, VK_END, 2000, L"2000"}, {hover, VK_HOME, 500, L"500"},
+        {opacity, VK_LEFT, 50, L"128"},  {opacity, VK_END, 100, L"255"}, {opacity, VK_PRIOR, 90, L"230"},
+        {opacity, VK_HOME, 20, L"51"},
     };
     for (const auto& [slider, key, position, written] : strokes) {
         SCOPED_TRACE(testing::Message() << position << " by key " << key);
-        Ask(slider, WM_KEYDOWN, key);
+        Ask(slider, key != 0 ? WM_KEYDOWN : WM_KEYUP, key != 0 ? key : VK_HOME);
         EXPECT_EQ(Ask(slider, TBM_GETPOS), position);
         EXPECT_EQ(sandbox.Setting(slider == hover ? settings::hoverTimerInterval : settings::transparency), written);
         EXPECT_TRUE(slider == hover || std::to_wstring(alpha()) == written) << alpha();
