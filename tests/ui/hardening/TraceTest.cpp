@@ -159,8 +159,7 @@ TEST_F(Traces, AfterThePlainViewAreNoneOnceTheMaskIsBackAndTheTextCleared) {
 
 TEST_F(Traces, OfWhatWasDeletedInThePlainViewAreNoneOnceTheMaskIsBack) {
     app_.Command(ids::mnuViewPasswordMask);
-    Await("the plain box is filled",
-          [&] { return Ask(app_.Control(ids::txtText), WM_GETTEXTLENGTH) == secretLength; });
+    Await("the plain box is filled", [&] { return Ask(app_.Control(ids::txtText), WM_GETTEXTLENGTH) == secretLength; });
     Ask(app_.Control(ids::txtText), EM_SETSEL, 0, -1);
     PostMessageW(app_.Control(ids::txtText), WM_KEYDOWN, VK_DELETE, 0);
     Await("the plain box is empty", [&] { return Ask(app_.Control(ids::txtText), WM_GETTEXTLENGTH) == 0; });
