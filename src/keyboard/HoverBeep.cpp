@@ -2,7 +2,6 @@
 
 #include "settings/mINIManagement.h"
 #include "win32/SystemLibrary.h"
-#include "win32/Text.h"
 
 #include <mmsystem.h>
 
@@ -16,8 +15,8 @@ void PlayHoverBeep(const std::wstring& folder) {
     }
     // Not a static import: winmm.dll is none of those that the system always takes from its own folder.
     static const SystemLibrary multimedia(L"winmm.dll");
-    if (const auto play = multimedia.Find<decltype(&::sndPlaySoundA)>("sndPlaySoundA")) {
-        play(NarrowPath(file).c_str(), SND_SYNC);
+    if (const auto play = multimedia.Find<decltype(&::sndPlaySoundW)>("sndPlaySoundW")) {
+        play(file.c_str(), SND_SYNC);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "settings/OptionValues.h"
 #include "win32/Text.h"
 
+#include <algorithm>
 #include <array>
 
 namespace vextrel {
@@ -10,6 +11,14 @@ namespace vextrel {
 namespace {
 
 constexpr DWORD valueBufferSize = 255;
+
+// The wide profile calls, since only they reach a file whose path the code page cannot express; a short name for it
+// there need not be. What goes in and out passes through the code page all the same: it decides which characters
+// survive.
+
+std::wstring ThroughCodePage(std::wstring_view text) {
+    return Widen(Narrow(text));
+}
 
 } // namespace
 
@@ -30,10 +39,12 @@ std::wstring SettingsStore::ReadINIValue(const std::wstring& file, std::wstring_
     if (file.empty()) {
         return {};
     }
-    std::array<char, valueBufferSize> buffer{};
-    const DWORD length = ::GetPrivateProfileStringA(Narrow(section).c_str(), Narrow(key).c_str(), "", buffer.data(),
-                                                    valueBufferSize, NarrowPath(file).c_str());
-    return Widen({buffer.data(), length});
+    std::array<wchar_t, valueBufferSize> buffer{};
+    const DWORD length = ::GetPrivateProfileStringW(ThroughCodePage(section).c_str(), ThroughCodePage(key).c_str(), L"",
+                                                    buffer.data(), valueBufferSize, file.c_str());
+    std::string value = Narrow({buffer.data(), length});
+    value.resize(std::min<std::size_t>(value.size(), valueBufferSize - 1));
+    return Widen(value);
 }
 
 void SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view section, std::wstring_view key,
@@ -45,8 +56,8 @@ void SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view se
         program_.SettingsFilePath = GetSettingsPath(false);
     }
     const std::wstring& target = file.empty() ? program_.SettingsFilePath : file;
-    ::WritePrivateProfileStringA(Narrow(section).c_str(), Narrow(key).c_str(), Narrow(value).c_str(),
-                                 NarrowPath(target).c_str());
+    ::WritePrivateProfileStringW(ThroughCodePage(section).c_str(), ThroughCodePage(key).c_str(),
+                                 ThroughCodePage(value).c_str(), target.c_str());
 }
 
 std::wstring SettingsStore::ReadSetting(std::wstring_view key) const {

@@ -9,6 +9,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace vextrel {
@@ -40,6 +41,22 @@ std::vector<char> FileBuffer(const std::string& content, std::size_t size) {
     return buffer;
 }
 
+/// The name that the dialog has at first. It would not open with one that the code page cannot express: of such a name
+/// only what stands behind its folder is given, if that.
+std::string InitialName(const std::wstring& path) {
+    if (const std::optional<std::string> whole = NarrowPath(path)) {
+        return *whole;
+    }
+    const std::wstring folder(FolderOfPath(path));
+    const std::wstring name = path.substr(folder.size());
+    if (!CodePageExpresses(name)) {
+        return {};
+    }
+    // A pattern, or a file that does not exist yet: its folder may have a short form.
+    const std::optional<std::string> start = NarrowPath(folder);
+    return start ? *start + Narrow(name) : Narrow(name.substr(1));
+}
+
 /// Text up to its terminator, without blanks around.
 std::wstring Returned(const char* text) {
     return std::wstring(TrimBlanks(Widen(text)));
@@ -68,12 +85,12 @@ bool cOpenSave::Show(const char* dialog) {
     const std::string filter = Narrow(filter_);
     const std::string title = Narrow(DialogTitle);
     const std::string extension = Narrow(DefaultExt);
-    // The system looks at the initial folder first and may prefer the one used last to it; a folder that the name
-    // brings along has to win.
-    const std::wstring_view nameFolder = FolderOfPath(FileName);
-    const std::string folder = NarrowPath(nameFolder.empty() ? InitDir : std::wstring(nameFolder));
+    const std::string name = InitialName(FileName);
+    // A folder that the name brings along has to win, and the name alone tells it: since Windows 7 an initial folder
+    // that is the same as at the program's first dialog means the folder that the user was in last.
+    const std::string folder = FolderOfPath(Widen(name)).empty() ? NarrowPath(InitDir).value_or("") : "";
     const auto fileSize = static_cast<std::size_t>(std::max<std::int16_t>(MaxFileSize, 0));
-    std::vector<char> file = FileBuffer(NarrowPath(FileName), fileSize);
+    std::vector<char> file = FileBuffer(name, fileSize);
     std::vector<char> fileTitle(fileTitleSize, ' ');
     fileTitle.back() = '\0';
 
@@ -87,7 +104,7 @@ bool cOpenSave::Show(const char* dialog) {
     record.nMaxFile = static_cast<DWORD>(fileSize);
     record.lpstrFileTitle = fileTitle.data();
     record.nMaxFileTitle = static_cast<DWORD>(fileTitle.size());
-    record.lpstrInitialDir = folder.c_str();
+    record.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     record.lpstrTitle = title.empty() ? nullptr : title.c_str();
     record.Flags = flags;
     record.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();

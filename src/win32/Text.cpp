@@ -6,10 +6,6 @@ namespace vextrel {
 
 namespace {
 
-bool CodePageExpresses(std::wstring_view text) {
-    return Widen(Narrow(text)) == text;
-}
-
 std::wstring ShortPath(const std::wstring& path) {
     const DWORD size = ::GetShortPathNameW(path.c_str(), nullptr, 0);
     if (size == 0) {
@@ -38,18 +34,20 @@ std::wstring Widen(std::string_view text) {
     return result;
 }
 
-std::string NarrowPath(const std::wstring& path) {
+bool CodePageExpresses(std::wstring_view text) {
+    return Widen(Narrow(text)) == text;
+}
+
+std::optional<std::string> NarrowPath(const std::wstring& path) {
     if (CodePageExpresses(path)) {
         return Narrow(path);
     }
-    if (const std::wstring whole = ShortPath(path); !whole.empty()) {
-        return Narrow(whole);
+    // Where no short names are kept, this is the path unchanged.
+    const std::wstring shortPath = ShortPath(path);
+    if (shortPath.empty() || !CodePageExpresses(shortPath)) {
+        return std::nullopt;
     }
-    const auto separator = path.find_last_of(L'\\');
-    if (separator == std::wstring::npos) {
-        return Narrow(path);
-    }
-    return Narrow(ShortPath(path.substr(0, separator)) + path.substr(separator));
+    return Narrow(shortPath);
 }
 
 std::wstring SystemErrorText(DWORD code) {

@@ -2,6 +2,7 @@
 
 #include "win32/Windows.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,9 +14,11 @@ namespace vextrel {
 [[nodiscard]] std::string Narrow(std::wstring_view text);
 [[nodiscard]] std::wstring Widen(std::string_view text);
 
-/// A path for a call of the A form: the path itself if the code page expresses it, else its short form. A file that
-/// does not exist yet goes by its folder's short form.
-[[nodiscard]] std::string NarrowPath(const std::wstring& path);
+[[nodiscard]] bool CodePageExpresses(std::wstring_view text);
+
+/// A path for a call of the A form: the path itself if the code page expresses it, else its short form. That is not
+/// always to be had: for what does not exist, and on drives that keep no short names, there is none.
+[[nodiscard]] std::optional<std::string> NarrowPath(const std::wstring& path);
 
 /// The system's own text for an error code, without the line break at its end.
 [[nodiscard]] std::wstring SystemErrorText(DWORD code);

@@ -130,14 +130,21 @@ TEST(FileDialogs, LeaveTheCurrentFolderAndTellACancel) {
         return (dialogs.*show)();
     };
     for (const auto show : {&cOpenSave::ShowOpen, &cOpenSave::ShowSave, &cOpenSave::ChooseDirectory}) {
-        EXPECT_TRUE(answered(show, IDCANCEL));
-        EXPECT_EQ(dialogs.FileName, sandbox.Program());
-        EXPECT_EQ(dialogs.FileTitle, L"");
-        EXPECT_EQ(dialogs.Directory, L"kept");
+        for (const bool tell : {false, true}) {
+            dialogs.CancelError = tell;
+            EXPECT_EQ(answered(show, IDCANCEL), tell);
+            EXPECT_EQ(dialogs.FileName, sandbox.Program());
+            EXPECT_EQ(dialogs.FileTitle, L"");
+            EXPECT_EQ(dialogs.Directory, L"kept");
+        }
     }
     EXPECT_FALSE(answered(&cOpenSave::ShowOpen, IDOK));
     EXPECT_EQ(dialogs.FileName, sandbox.Program());
     EXPECT_EQ(dialogs.FileTitle, L"vextrel.exe");
+    dialogs.FileName = L"vextrel.exe";
+    dialogs.MaxFileSize = 20;
+    EXPECT_TRUE(answered(&cOpenSave::ShowOpen, IDOK)) << "too small for the path";
+    EXPECT_EQ(dialogs.FileName, L"vextrel.exe");
     EXPECT_FALSE(answered(&cOpenSave::ChooseDirectory, IDOK));
     EXPECT_TRUE(dialogs.DirExists(dialogs.Directory)) << Narrow(dialogs.Directory);
     EXPECT_EQ(std::filesystem::current_path(), before);
@@ -197,6 +204,10 @@ TEST(SettingsFile, CutsLongValuesAndLivesInAnyFolder) {
     mayWrite = false;
     store.WriteINIValue(program.SettingsFilePath, L"S", L"K", L"y");
     EXPECT_EQ(sandbox.Setting(L"K", L"S"), std::wstring(300, L'x'));
+    mayWrite = true;
+    sandbox.Write("\xFF\xFE"); // of UTF-16
+    store.WriteINIValue(program.SettingsFilePath, L"S", L"K", L"a\u4E2D");
+    EXPECT_EQ(sandbox.Setting(L"K", L"S"), L"a?") << "the code page decides in every file";
 }
 
 TEST(DataObject, OffersTextAloneAndGivesItAfterTheDropOnly) {

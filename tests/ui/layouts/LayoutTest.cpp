@@ -330,7 +330,7 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
         EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"Config");
         EXPECT_EQ(app.Close(), 0U);
     }
-    std::filesystem::remove_all(elsewhere);
+    std::filesystem::remove(elsewhere / L"mine.lng");
     const LayoutApp app(sandbox);
     EXPECT_EQ(app.KeyText(2, 1), L"\u00E9");
     EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"back");
@@ -338,8 +338,8 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
     EXPECT_EQ(app.Marks(), L"--L");
     EXPECT_EQ(app.LayoutPane(), L"Last imported layout");
 
-    const auto saved = sandbox.Folder() / L"saved.lng";
-    app.AnswerFileDialog(pointer, ids::mnuKeyboardCreateNewLayoutFile, L"Save As", saved);
+    // Without a folder, into the one that the dialog starts in: the program's own, not the one used last.
+    app.AnswerFileDialog(pointer, ids::mnuKeyboardCreateNewLayoutFile, L"Save As", L"saved.lng");
     Await("the file is complete", [&] {
         const auto bytes = sandbox.Read(L"saved.lng");
         return bytes && bytes->find("Key 1=\xE9") != std::string::npos && bytes->find("Shift=") != std::string::npos;
