@@ -37,15 +37,20 @@ class PressedKey {
     CaptureResult readiness_;
 };
 
+struct TapOutcome {
+    CaptureResult result;
+    bool wasPressed; ///< the system has the key, whether or not it arrived
+};
+
 /// Presses and releases a key and waits until that has arrived.
-CaptureResult Tap(CaptureDevice& device, std::uint8_t virtualKey) noexcept {
+TapOutcome Tap(CaptureDevice& device, std::uint8_t virtualKey) noexcept {
     PressedKey key(device, virtualKey);
     if (key.Readiness() != CaptureResult::Done) {
-        return key.Readiness();
+        return {key.Readiness(), false};
     }
     device.ProcessMessages();
     key.Release();
-    return device.AwaitRelease(virtualKey);
+    return {device.AwaitRelease(virtualKey), true};
 }
 
 /// Switches a toggled Caps Lock off and, at the end, on again. That one tap goes wherever the focus is by then: it
@@ -60,12 +65,16 @@ class CapsLockOff {
         // Layouts with a shift lock in its place, German for one, keep it on until Shift is pressed.
         for (const std::uint8_t key : {capsLockKey, shiftKey}) {
             if (result_ == CaptureResult::Done && device_.IsCapsLockToggled()) {
-                result_ = Tap(device_, key);
+                const TapOutcome tap = Tap(device_, key);
+                result_ = tap.result;
+                tapGotLost_ = tap.wasPressed && tap.result != CaptureResult::Done;
             }
         }
     }
     ~CapsLockOff() {
-        if (wasOn_ && !device_.IsCapsLockToggled()) {
+        // A tap that went elsewhere has switched it off, but this thread does not see that. (A hook that kept the tap
+        // from the system keeps this one, too.)
+        if (wasOn_ && (tapGotLost_ || !device_.IsCapsLockToggled())) {
             device_.PressDown(capsLockKey);
             device_.LetGo(capsLockKey);
             device_.ProcessMessages();
@@ -79,6 +88,7 @@ class CapsLockOff {
   private:
     CaptureDevice& device_;
     bool wasOn_ = false;
+    bool tapGotLost_ = false;
     CaptureResult result_ = CaptureResult::Done;
 };
 
@@ -88,7 +98,7 @@ CaptureResult PlainPress(CaptureDevice& device, std::uint8_t virtualKey, bool fo
         device.GiveFocus();
     }
     device.ProcessMessages();
-    const CaptureResult result = Tap(device, virtualKey);
+    const CaptureResult result = Tap(device, virtualKey).result;
     text = device.TakeText();
     device.ForgetDeadKey();
     return result;
@@ -101,7 +111,7 @@ CaptureResult ShiftedPress(CaptureDevice& device, std::uint8_t virtualKey, std::
     if (shift.Readiness() != CaptureResult::Done) {
         return shift.Readiness();
     }
-    const CaptureResult result = Tap(device, virtualKey);
+    const CaptureResult result = Tap(device, virtualKey).result;
     text = device.TakeText();
     device.ForgetDeadKey();
     if (result != CaptureResult::Done) {

@@ -56,18 +56,19 @@ class SystemKeyboard final : public CaptureDevice {
         return CaptureResult::Done;
     }
 
-    void PressDown(std::uint8_t virtualKey) noexcept override {
-        releasedKey_ = 0;
-        ::keybd_event(virtualKey, 0, 0, 0);
+    void PressDown(std::uint8_t virtualKey) noexcept override { ::keybd_event(virtualKey, 0, 0, 0); }
+    void LetGo(std::uint8_t virtualKey) noexcept override {
+        awaitedKey_ = virtualKey;
+        released_ = false;
+        ::keybd_event(virtualKey, 0, KEYEVENTF_KEYUP, 0);
     }
-    void LetGo(std::uint8_t virtualKey) noexcept override { ::keybd_event(virtualKey, 0, KEYEVENTF_KEYUP, 0); }
 
     CaptureResult AwaitRelease(std::uint8_t virtualKey) noexcept override {
         const ULONGLONG end = ::GetTickCount64() + answerLimitMs;
         for (;;) {
             // The characters of a press are posted, and posted messages come before the key's release.
             const bool programEnds = !PumpPendingMessages();
-            if (releasedKey_ == virtualKey) {
+            if (released_ && awaitedKey_ == virtualKey) {
                 return CaptureResult::Done;
             }
             if (programEnds || ::GetFocus() != box_ || ::GetForegroundWindow() != ::GetAncestor(box_, GA_ROOT)) {
@@ -112,13 +113,17 @@ class SystemKeyboard final : public CaptureDevice {
     static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                          DWORD_PTR self) noexcept {
         if (message == WM_KEYUP || message == WM_SYSKEYUP) {
-            reinterpret_cast<SystemKeyboard*>(self)->releasedKey_ = wParam;
+            reinterpret_cast<SystemKeyboard*>(self)->Released(wParam);
         }
         return ::DefSubclassProc(window, message, wParam, lParam);
     }
 
+    /// The user's own keys come and go in between.
+    void Released(WPARAM virtualKey) noexcept { released_ = released_ || virtualKey == awaitedKey_; }
+
     HWND box_;
-    WPARAM releasedKey_ = 0; ///< the last key whose release has come since a press
+    WPARAM awaitedKey_ = 0; ///< the key let go last
+    bool released_ = false; ///< whether its release has come
 };
 
 } // namespace
@@ -131,7 +136,13 @@ CaptureResult GetCommandButtonCaptions(std::uint8_t virtualKey, HWND setupBox, s
 
 CaptureResult LoadDefaultLayout(HWND setupBox, KeyCaptions& captions) {
     SystemKeyboard keyboard(setupBox);
-    return CaptureAllKeys(keyboard, captions);
+    const CaptureResult result = CaptureAllKeys(keyboard, captions);
+    if (result != CaptureResult::Done) {
+        // Keys may still be under way; the box that gets the focus next must not take them.
+        PumpPendingMessages();
+        DropPendingKeys();
+    }
+    return result;
 }
 
 } // namespace vextrel

@@ -21,4 +21,15 @@ inline bool PumpPendingMessages() noexcept {
     return true;
 }
 
+/// Takes the key messages that wait in this thread's queue out of it, unprocessed.
+inline void DropPendingKeys() noexcept {
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE) != FALSE) {
+        if (message.message == WM_QUIT) { // comes whatever is asked for
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+    }
+}
+
 } // namespace vextrel
