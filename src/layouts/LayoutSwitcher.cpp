@@ -88,8 +88,12 @@ void LayoutSwitcher::Import(bool dontRecord) {
 
 void LayoutSwitcher::CreateNewLayoutFile() {
     std::wstring file;
-    if (!parts_.operations.IsTransferring() && AskForFile(L"Save As", true, file)) {
-        WriteLayout(file);
+    if (parts_.operations.IsTransferring() || !AskForFile(L"Save As", true, file)) {
+        return;
+    }
+    WriteLayout(file);
+    if (!parts_.options.SaveSettingsInINI()) {
+        parts_.form.ShowNotice(L"Not written: saving is off");
     }
 }
 

@@ -353,6 +353,7 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
     app.Command(ids::mnuOptionsSaveSettingsInINI);
     Await("saving is off", [&] { return !app.Checked(ids::mnuOptionsSaveSettingsInINI); });
     app.AnswerFileDialog(pointer, ids::mnuKeyboardCreateNewLayoutFile, L"Save As", sandbox.Folder() / L"never.lng");
+    Await("the notice", [&] { return app.Text(ids::StatusBar1) == L"Not written: saving is off"; });
     app.Command(ids::mnuKeyboardLayoutEnglish);
     Await("English", [&] { return app.Checked(ids::mnuKeyboardLayoutEnglish); });
     EXPECT_FALSE(sandbox.Read(L"never.lng").has_value());
