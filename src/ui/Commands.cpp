@@ -76,10 +76,10 @@ constexpr ToolButton toolButtons[] = {
 };
 
 constexpr HoverDelayItem hoverDelays[] = {
-    {ids::hoverDelayHalfSecond, L"Half Second Delay", 500},
-    {ids::hoverDelayOneSecond, L"One Second Delay", 1000},
-    {ids::hoverDelayOneAndAHalfSeconds, L"One and a Half Second Delay", 1500},
-    {ids::hoverDelayTwoSeconds, L"Two Second Delay", 2000},
+    {ids::hoverDelayHalfSecond, L"halfseconddely", L"Half Second Delay", 500},
+    {ids::hoverDelayOneSecond, L"oneseconddelay", L"One Second Delay", 1000},
+    {ids::hoverDelayOneAndAHalfSeconds, L"oneandhalfseconddelay", L"One and a Half Second Delay", 1500},
+    {ids::hoverDelayTwoSeconds, L"twosecondsdelay", L"Two Second Delay", 2000},
 };
 
 bool IsChecked(int id, const CommandSnapshot& s) noexcept {

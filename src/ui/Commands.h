@@ -33,6 +33,7 @@ struct ToolButton {
 
 struct HoverDelayItem {
     int id;
+    const wchar_t* key;
     const wchar_t* caption;
     int delayMs;
 };

@@ -110,11 +110,12 @@ TEST(Commands, MenusAndButtonsStandInTheirOrderWithTheirWords) {
                     L"password in amongst random characters\nKeep On Top\nResize Vextrel\nClear text/password\n");
     std::wstring delays;
     for (const HoverDelayItem& item : HoverDelayMenu()) {
-        delays +=
-            item.caption + std::to_wstring(item.delayMs) + L" " + std::to_wstring(item.id - ids::toolClear) + L"\n";
+        delays += item.key + (L" " + std::to_wstring(item.delayMs)) + L" " + item.caption + L" " +
+                  std::to_wstring(item.id - ids::toolClear) + L"\n";
     }
-    EXPECT_EQ(delays, L"Half Second Delay500 6\nOne Second Delay1000 7\nOne and a Half Second Delay1500 8\n"
-                      L"Two Second Delay2000 9\n");
+    EXPECT_EQ(delays, L"halfseconddely 500 Half Second Delay 6\noneseconddelay 1000 One Second Delay 7\n"
+                      L"oneandhalfseconddelay 1500 One and a Half Second Delay 8\n"
+                      L"twosecondsdelay 2000 Two Second Delay 9\n");
 }
 
 TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
