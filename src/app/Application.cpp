@@ -6,10 +6,7 @@ Application::Application(ProgramState& program, SettingsStore& store, Operations
     : errors_(errors)
     , toolbar_(std::make_unique<vextrel::Toolbar>())
     , keyboard_(std::make_unique<vextrel::Keyboard>(program, store, operations)) {
-    keyboard_->SetCloseProgram([this] {
-        CloseProgram();
-        ::PostQuitMessage(0);
-    });
+    keyboard_->SetCloseProgram([this] { CloseProgram(); });
     hook_.Install();
     keyboard_->SetPrintScreenBlocked(hook_.IsInstalled());
 }

@@ -293,6 +293,12 @@ LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE: OnSystemLookChanged(message, wParam, lParam); break;
     case WM_CLOSE: GuardEvent(Handle(), L"Form_QueryUnload", [&] { OnClose(); }); return 0;
+    case WM_DESTROY:
+        // A window that goes because the start has failed leaves the loop to the dialog that says so.
+        if (controller_ != &NoEvents::Instance()) {
+            ::PostQuitMessage(0);
+        }
+        return 0;
     case WM_ENDSESSION:
         if (wParam != FALSE) {
             controller_->SessionEnding();
