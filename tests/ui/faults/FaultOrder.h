@@ -26,8 +26,8 @@ struct FaultOrder {
 /// In the faulty build itself.
 inline bool refusesGraphics = false;
 
-/// Names, for a program that is about to be started, the handler that throws first; or asks for a system that knows
-/// only the older way to keep windows out of captures.
+/// Names, for a program that is about to be started, the handler that throws first, or the class of which there are no
+/// windows; or asks for a system that knows only the older way to keep windows out of captures.
 inline constexpr const wchar_t* faultAtStart = L"VEXTREL_FAULT";
 inline constexpr const wchar_t* olderCapture = L"older capture";
 

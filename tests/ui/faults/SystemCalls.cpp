@@ -1,6 +1,6 @@
 // Takes the place of some of the system's calls in the faulty build. Those that keep windows out of screen captures:
 // Wine has none, so a window remembers in a property, which other programs can read, what it was asked for. And those
-// that make graphics objects, which fail when a test wants them to.
+// that make graphics objects and windows, which fail when a test wants them to.
 
 #include "faults/FaultOrder.h"
 
@@ -10,10 +10,14 @@ namespace vextrel {
 
 namespace {
 
-BOOL WINAPI SetAffinity(HWND window, DWORD affinity) noexcept {
+bool IsAskedFor(const wchar_t* what) noexcept {
     wchar_t fault[32] = {};
     ::GetEnvironmentVariableW(faults::faultAtStart, fault, DWORD{std::size(fault)});
-    if (affinity != WDA_MONITOR && std::wcscmp(fault, faults::olderCapture) == 0) {
+    return std::wcscmp(fault, what) == 0;
+}
+
+BOOL WINAPI SetAffinity(HWND window, DWORD affinity) noexcept {
+    if (affinity != WDA_MONITOR && IsAskedFor(faults::olderCapture)) {
         return FALSE;
     }
     const DWORD seen = ::IsWindowVisible(window) != FALSE ? faults::tooLate : 0;
@@ -48,6 +52,15 @@ HANDLE WINAPI LoadPicture(HINSTANCE module, LPCWSTR name, UINT type, int width, 
     static const auto real = Real<decltype(&LoadPicture)>(L"user32.dll", "LoadImageW");
     return faults::refusesGraphics ? nullptr : real(module, name, type, width, height, flags);
 }
+HWND WINAPI MakeWindow(DWORD exStyle, LPCWSTR windowClass, LPCWSTR name, DWORD style, int x, int y, int width,
+                       int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID creation) noexcept {
+    static const auto real = Real<decltype(&MakeWindow)>(L"user32.dll", "CreateWindowExW");
+    if (!IS_INTRESOURCE(windowClass) && IsAskedFor(windowClass)) {
+        ::SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    return real(exStyle, windowClass, name, style, x, y, width, height, parent, menu, instance, creation);
+}
 
 } // namespace
 
@@ -57,6 +70,7 @@ auto* getAffinityImport asm("__imp_GetWindowDisplayAffinity") = &GetAffinity;
 auto* fontImport asm("__imp_CreateFontIndirectW") = &MakeFont;
 auto* penImport asm("__imp_CreatePen") = &MakePen;
 auto* bitmapImport asm("__imp_CreateCompatibleBitmap") = &MakeBitmap;
+auto* windowImport asm("__imp_CreateWindowExW") = &MakeWindow;
 auto* pictureImport asm("__imp_LoadImageW") = &LoadPicture;
 
 } // namespace vextrel

@@ -211,14 +211,38 @@ TEST_F(Errors, OfADragLeaveThePasswordWhole) {
 
 TEST(StartOfTheProgram, ThatFailsIsReported) {
     const Sandbox sandbox({}, L"vextrel_faults.exe");
-    SetEnvironmentVariableW(faults::faultAtStart, L"Sub Main");
-    const Process program(sandbox.Program());
-    const HWND dialog = program.AwaitWindow(formClass, L"Vextrel");
+    // At once, and when the main window exists already.
+    for (const auto& [fault, error] : {std::pair{L"Sub Main", L"13: "}, {STATUSCLASSNAMEW, L"8: "}}) {
+        SetEnvironmentVariableW(faults::faultAtStart, fault);
+        const Process program(sandbox.Program());
+        SetEnvironmentVariableW(faults::faultAtStart, nullptr);
+        HWND dialog = nullptr;
+        Await("the error", [&, isError = [](HWND window) { return GetDlgItem(window, ids::cmdClose) != nullptr; }] {
+            const auto windows = program.Windows(formClass, L"Vextrel");
+            const auto found = std::find_if(windows.begin(), windows.end(), isError);
+            dialog = found != windows.end() ? *found : nullptr;
+            return dialog != nullptr;
+        });
+        EXPECT_TRUE(TextOf(GetDlgItem(dialog, ids::txtError)).starts_with(L"Sub Main\r\n" + std::wstring(error)));
+        PostMessageW(dialog, WM_COMMAND, ids::cmdClose, 0);
+        EXPECT_EQ(program.ExitCode(), 1U);
+    }
+}
+
+TEST(StartOfADialog, ThatFailsIsReportedAndTheProgramGoesOn) {
+    const Sandbox sandbox({}, L"vextrel_faults.exe");
+    SetEnvironmentVariableW(faults::faultAtStart, WC_LINK);
+    const App app(sandbox);
     SetEnvironmentVariableW(faults::faultAtStart, nullptr);
-    Await("its text", [&] { return GetDlgItem(dialog, ids::cmdClose) != nullptr; });
-    EXPECT_EQ(TextOf(GetDlgItem(dialog, ids::txtError)), L"Sub Main\r\n13: Type mismatch");
-    PostMessageW(dialog, WM_COMMAND, ids::cmdClose, 0);
-    EXPECT_EQ(program.ExitCode(), 1U);
+    app.Command(ids::mnuHelpAbout);
+    Await("the error", [&] {
+        for (const HWND window : app.Running().Windows(formClass, L"Vextrel"))
+            if (GetDlgItem(window, ids::cmdClose))
+                return PostMessageW(window, WM_COMMAND, ids::cmdClose, 0) != FALSE;
+        return false;
+    });
+    Await("the main window again", [&] { return IsWindowEnabled(app.Main()) && IsWindowEnabled(app.Layer()); });
+    EXPECT_EQ(app.Close(), 0U);
 }
 
 } // namespace
