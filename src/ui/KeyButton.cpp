@@ -10,10 +10,12 @@
 
 namespace vextrel {
 
-void KeyButton::Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts) {
+void KeyButton::Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts,
+                       KeyCapture& capture) {
     number_ = number;
     events_ = &events;
     fonts_ = &fonts;
+    capture_ = &capture;
     const DWORD style = WS_CHILD | BS_PUSHBUTTON | WS_CLIPSIBLINGS | (IsKeyShown(number) ? WS_VISIBLE : 0U);
     const auto id = static_cast<INT_PTR>(ids::firstKey + number - 1);
     Attach(::CreateWindowExW(WS_EX_NOPARENTNOTIFY, WC_BUTTONW, L"", style, 0, 0, 0, 0, parent,
@@ -92,12 +94,12 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void KeyButton::OnButtonDown() noexcept {
-    ::SetCapture(Handle());
+    capture_->Take(Handle());
     SetPushed(true);
 }
 
 void KeyButton::OnMouseMove(POINT point) noexcept {
-    if (::GetCapture() == Handle()) {
+    if (capture_->IsFor(Handle())) {
         RECT area{};
         ::GetClientRect(Handle(), &area);
         SetPushed(::PtInRect(&area, point) != FALSE);
@@ -106,12 +108,12 @@ void KeyButton::OnMouseMove(POINT point) noexcept {
 }
 
 void KeyButton::OnButtonUp(POINT point) noexcept {
-    if (::GetCapture() != Handle()) {
+    if (!capture_->IsFor(Handle())) {
         return;
     }
     RECT area{};
     ::GetClientRect(Handle(), &area);
-    ::ReleaseCapture();
+    KeyCapture::Release();
     SetPushed(false);
     GuardEvent(::GetParent(Handle()), L"ButtonMouseUp ", [&] { (*events_)->ButtonMouseUp(number_); });
     if (::PtInRect(&area, point) != FALSE) {

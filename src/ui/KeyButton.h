@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/FontCache.h"
+#include "ui/KeyCapture.h"
 #include "ui/KeyboardEvents.h"
 #include "win32/SubclassedControl.h"
 
@@ -14,7 +15,7 @@ namespace vextrel {
 class KeyButton final : public SubclassedControl {
   public:
     /// @param number 1 to 65. @throws Error with the system's code.
-    void Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts);
+    void Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts, KeyCapture& capture);
 
     [[nodiscard]] int Number() const noexcept { return number_; }
     [[nodiscard]] const std::wstring& Caption() const noexcept { return caption_; }
@@ -37,6 +38,7 @@ class KeyButton final : public SubclassedControl {
     int dpi_ = USER_DEFAULT_SCREEN_DPI;
     KeyboardEvents* const* events_ = nullptr;
     FontCache* fonts_ = nullptr;
+    KeyCapture* capture_ = nullptr;
     std::wstring caption_;
     bool pushed_ = false;
     bool lit_ = false;

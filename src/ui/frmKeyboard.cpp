@@ -248,6 +248,9 @@ void frmKeyboard::ShowStatus() {
 }
 
 LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (keyCapture_.Route(Handle(), message, wParam, lParam)) {
+        return 0;
+    }
     switch (message) {
     case WM_ACTIVATE:
         if (LOWORD(wParam) != WA_INACTIVE && HIWORD(wParam) == 0) {

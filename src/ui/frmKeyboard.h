@@ -101,6 +101,7 @@ class frmKeyboard final : public Form {
     HWND sldTransparency_ = nullptr;
     HWND statusBar_ = nullptr;
     HWND activeControl_ = nullptr; ///< the box that had the focus last
+    KeyCapture keyCapture_;
     std::array<KeyButton, keyButtonCount> keys_;
     WindowLayout layout_;
     std::optional<CommandSnapshot> shownState_; ///< what the menu bar says; nothing at first

@@ -40,7 +40,7 @@ void frmKeyboard::CreateControls() {
     sldTransparency_ =
         AddControl(TRACKBAR_CLASSW, L"", WS_VISIBLE | WS_TABSTOP | TBS_HORZ | TBS_NOTICKS, ids::sldTransparency);
     for (int number = 1; number <= keyButtonCount; ++number) {
-        Key(number).Create(Handle(), number, controller_, fonts_);
+        Key(number).Create(Handle(), number, controller_, fonts_, keyCapture_);
     }
     toolbar_.Create(Handle(), controller_);
     statusBar_ = AddControl(STATUSCLASSNAMEW, L"", WS_VISIBLE | SBARS_SIZEGRIP | CCS_NOPARENTALIGN | CCS_NORESIZE,

@@ -48,6 +48,7 @@ TEST(KeysByPointer, EachDoesWhatItSaysThroughTheLayerAndDirectly) {
         if (key % 2 == 0) { // slow: the layer comes back while the button is down
             app.AwaitLayerAlpha(5);
             EXPECT_TRUE(app.IsPushed(key)) << key;
+            EXPECT_EQ(app.Windows().hwndCapture, app.Main()) << "the system tells listeners who takes the mouse";
         }
         pointer.Release();
         Await("the keyboard comes to the front", [&] { return GetForegroundWindow() == app.Main(); });

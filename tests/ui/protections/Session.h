@@ -60,12 +60,14 @@ class Session : public App {
         return Shown();
     }
     void Select(int start, int end) const { Ask(PasswordBox(), EM_SETSEL, static_cast<WPARAM>(start), end); }
-    [[nodiscard]] HWND Focus() const {
+    /// Which of its windows has the focus, the mouse and the like.
+    [[nodiscard]] GUITHREADINFO Windows() const {
         GUITHREADINFO info{};
         info.cbSize = sizeof info;
         GetGUIThreadInfo(GetWindowThreadProcessId(Main(), nullptr), &info);
-        return info.hwndFocus;
+        return info;
     }
+    [[nodiscard]] HWND Focus() const { return Windows().hwndFocus; }
 
     /// The layer's opacity; -1 when it has none.
     [[nodiscard]] int LayerAlpha() const {
