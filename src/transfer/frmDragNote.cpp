@@ -6,6 +6,9 @@
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace vextrel {
 
 namespace {
@@ -13,7 +16,7 @@ namespace {
 constexpr UINT_PTR Timer1 = 1;
 constexpr UINT followIntervalMs = 15;
 
-// The background shape, in twips. Injection has two more lines to say.
+// The background shape, in twips; higher where the user's font wants more room. Injection has two more lines to say.
 constexpr int shapeWidthTwips = 4000;
 constexpr int shapeHeightDragTwips = 900;
 constexpr int shapeHeightInjectionTwips = 1400;
@@ -34,16 +37,29 @@ constexpr const wchar_t* injectionText =
 constexpr const wchar_t* dragText =
     L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.";
 
+/// The height in pixels that a label's text takes.
+int HeightOf(HWND label, HFONT font, int widthPx) {
+    const std::wstring text = WindowText(label);
+    RECT room{0, 0, widthPx, 0};
+    WithFont(font, [&](HDC screen) {
+        ::DrawTextW(screen, text.c_str(), -1, &room, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EXPANDTABS);
+    });
+    return static_cast<int>(room.bottom);
+}
+
 } // namespace
 
 void frmDragNote::ShowFor(DragDropMode mode, HWND owner) {
     mode_ = mode;
+    // It takes its DPI from the screen that it is created on.
+    POINT pointer{};
+    ::GetCursorPos(&pointer);
     Load({.title = L"",
           .style = WS_POPUP | WS_CLIPCHILDREN,
           .exStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_LAYERED | WS_EX_TRANSPARENT,
           .owner = owner,
-          .leftPx = 0,
-          .topPx = 0,
+          .leftPx = static_cast<int>(pointer.x),
+          .topPx = static_cast<int>(pointer.y),
           .widthPx = 0,
           .heightPx = 0});
     SetLayeredTransparency(Handle(), noteAlpha);
@@ -64,7 +80,6 @@ void frmDragNote::CreateControls() {
         if (control == nullptr) {
             ThrowLastError();
         }
-        ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_.MessageFont(Dpi())), FALSE);
         return control;
     };
     const bool inject = mode_ == DragDropMode::Inject;
@@ -72,16 +87,32 @@ void frmDragNote::CreateControls() {
     text_ = label(inject ? injectionText : dragText, ids::dragNoteText);
 }
 
-void frmDragNote::LayOut() noexcept {
+void frmDragNote::LayOut() {
     const int dpi = Dpi();
-    const int height = mode_ == DragDropMode::Inject ? shapeHeightInjectionTwips : shapeHeightDragTwips;
     const auto px = [dpi](int twips) { return PixelsFromTwips(twips, dpi); };
-    ::SetWindowPos(Handle(), nullptr, 0, 0, px(shapeWidthTwips), px(height),
-                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    const HFONT font = fonts_.MessageFont(dpi);
+    const int margin = px(marginTwips);
     const int labelWidth = px(shapeWidthTwips - 2 * marginTwips);
-    const int textTop = marginTwips + headerHeightTwips;
-    ::MoveWindow(header_, px(marginTwips), px(marginTwips), labelWidth, px(headerHeightTwips), FALSE);
-    ::MoveWindow(text_, px(marginTwips), px(textTop), labelWidth, px(height - textTop - marginTwips), FALSE);
+    const int shapeHeight = px(mode_ == DragDropMode::Inject ? shapeHeightInjectionTwips : shapeHeightDragTwips);
+    const int headerHeight = std::max(px(headerHeightTwips), HeightOf(header_, font, labelWidth));
+    const int textTop = margin + headerHeight;
+    const int textHeight = std::max(shapeHeight - textTop - margin, HeightOf(text_, font, labelWidth));
+    for (const HWND label : {header_, text_}) {
+        ::SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    }
+    ::MoveWindow(header_, margin, margin, labelWidth, headerHeight, FALSE);
+    ::MoveWindow(text_, margin, textTop, labelWidth, textHeight, FALSE);
+    ::SetWindowPos(Handle(), nullptr, 0, 0, px(shapeWidthTwips), textTop + textHeight + margin,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void frmDragNote::OnDpiChanged() {
+    // The new size may put most of it onto the other screen again; answering that would never end.
+    if (!std::exchange(changingDpi_, true)) {
+        LayOut();
+        ::InvalidateRect(Handle(), nullptr, TRUE);
+        changingDpi_ = false;
+    }
 }
 
 void frmDragNote::FollowPointer() noexcept {
@@ -116,6 +147,7 @@ LRESULT frmDragNote::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             WakeFinishedDrag();
         });
         return 0;
+    case WM_DPICHANGED: OnDpiChanged(); return 0;
     case WM_NCHITTEST: return HTTRANSPARENT;
     case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
     case WM_ERASEBKGND: {

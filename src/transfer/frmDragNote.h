@@ -20,7 +20,8 @@ class frmDragNote final : public Form {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnUnload() noexcept override;
     void CreateControls();
-    void LayOut() noexcept;
+    void LayOut();
+    void OnDpiChanged();
     void FollowPointer() noexcept;
     void WakeFinishedDrag() noexcept;
 
@@ -28,6 +29,7 @@ class frmDragNote final : public Form {
     DragDropMode mode_ = DragDropMode::DragDrop;
     HWND header_ = nullptr;
     HWND text_ = nullptr;
+    bool changingDpi_ = false;
 };
 
 } // namespace vextrel

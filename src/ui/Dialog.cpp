@@ -2,6 +2,7 @@
 
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
+#include "win32/WindowStyle.h"
 
 #include <algorithm>
 
@@ -30,25 +31,46 @@ class DisabledScope {
     HWND window_;
 };
 
-} // namespace
+constexpr DWORD dialogStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
+constexpr DWORD dialogExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
-void Dialog::LoadOver(HWND owner) {
-    const Look look = LookOf();
-    constexpr DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
-    constexpr DWORD exStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
-    const bool aboveTopmost = owner != nullptr && (::GetWindowLongPtrW(owner, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-
-    const UINT dpi = owner != nullptr ? ::GetDpiForWindow(owner) : ::GetDpiForSystem();
-    RECT frame{0, 0, ::MulDiv(look.clientSize96.width, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI),
-               ::MulDiv(look.clientSize96.height, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI)};
-    ::AdjustWindowRectExForDpi(&frame, style, FALSE, exStyle, dpi);
-    const int width = frame.right - frame.left;
-    const int height = frame.bottom - frame.top;
-
+RECT WorkAreaOf(HMONITOR screen) noexcept {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
-    RECT over = monitor.rcWork;
+    ::GetMonitorInfoW(screen, &monitor);
+    return monitor.rcWork;
+}
+
+} // namespace
+
+void Dialog::ChooseScale(int dpi, const RECT& screen) {
+    RECT frame{};
+    ::AdjustWindowRectExForDpi(&frame, dialogStyle, FALSE, dialogExStyle, static_cast<UINT>(dpi));
+    const Size client = LookOf().clientSize96;
+    const auto share = [](LONG room, LONG taken, int wanted) { return static_cast<double>(room - taken) / wanted; };
+    const double byScreen = std::min(share(screen.right - screen.left, frame.right - frame.left, client.width),
+                                     share(screen.bottom - screen.top, frame.bottom - frame.top, client.height));
+    const double byDpi = static_cast<double>(dpi) / USER_DEFAULT_SCREEN_DPI;
+    const double byFont = static_cast<double>(CharacterHeightOf(fonts_.MessageFont(dpi))) / usualFontHeight96;
+    // The user may want larger text than the screen has room for: as large as it can be, then.
+    scale_ = std::max(byDpi, std::min(byFont, byScreen));
+    font_ = byFont > scale_ ? fonts_.Sized(dpi, Scaled(usualFontHeight96)) : fonts_.MessageFont(dpi);
+}
+
+Size Dialog::OuterSize(int dpi) const {
+    const Size client = LookOf().clientSize96;
+    RECT outer{0, 0, Scaled(client.width), Scaled(client.height)};
+    ::AdjustWindowRectExForDpi(&outer, dialogStyle, FALSE, dialogExStyle, static_cast<UINT>(dpi));
+    return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
+}
+
+void Dialog::LoadOver(HWND owner) {
+    const bool aboveTopmost = owner != nullptr && IsTopmost(owner);
+    const int dpi = static_cast<int>(owner != nullptr ? ::GetDpiForWindow(owner) : ::GetDpiForSystem());
+    const RECT screen = WorkAreaOf(::MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY));
+    ChooseScale(dpi, screen);
+    const Size size = OuterSize(dpi);
+    RECT over = screen;
     if (owner != nullptr && !::IsIconic(owner)) {
         ::GetWindowRect(owner, &over);
     }
@@ -56,15 +78,39 @@ void Dialog::LoadOver(HWND owner) {
         const LONG wanted = (low + high - extent) / 2;
         return static_cast<int>(std::max(from, std::min(wanted, to - extent)));
     };
-    Load({.title = look.title,
-          .style = style,
-          .exStyle = exStyle | (aboveTopmost ? WS_EX_TOPMOST : 0UL),
+    Load({.title = LookOf().title,
+          .style = dialogStyle,
+          .exStyle = dialogExStyle | (aboveTopmost ? WS_EX_TOPMOST : 0UL),
           .owner = owner,
-          .leftPx = centred(over.left, over.right, width, monitor.rcWork.left, monitor.rcWork.right),
-          .topPx = centred(over.top, over.bottom, height, monitor.rcWork.top, monitor.rcWork.bottom),
-          .widthPx = width,
-          .heightPx = height});
+          .leftPx = centred(over.left, over.right, size.width, screen.left, screen.right),
+          .topPx = centred(over.top, over.bottom, size.height, screen.top, screen.bottom),
+          .widthPx = size.width,
+          .heightPx = size.height});
+    children_.clear();
+    lines_ = nullptr;
     CreateControls();
+    FitAll();
+}
+
+void Dialog::OnDpiChanged(const RECT& suggested) {
+    const int dpi = Dpi();
+    ChooseScale(dpi, WorkAreaOf(::MonitorFromRect(&suggested, MONITOR_DEFAULTTONEAREST)));
+    const Size size = OuterSize(dpi);
+    ::SetWindowPos(Handle(), nullptr, suggested.left, suggested.top, size.width, size.height,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+    FitAll();
+    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void Dialog::FitAll() {
+    for (const Child& child : children_) {
+        const Rect& place = child.place96;
+        ::MoveWindow(child.window, Scaled(place.left), Scaled(place.top), Scaled(place.Width()), Scaled(place.Height()),
+                     FALSE);
+        ::SendMessageW(child.window, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+    }
+    FitControls();
+    ShowScrollBarIfNeeded();
 }
 
 void Dialog::ServeUntilEnded(const Operations& operations) {
@@ -123,22 +169,31 @@ HWND Dialog::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD 
     if (control == nullptr) {
         ThrowLastError();
     }
-    ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_.MessageFont(Dpi())), FALSE);
+    ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+    children_.push_back({control, place96});
     return control;
 }
 
 void Dialog::AddLines(const wchar_t* lines, const Rect& place96, int id) {
-    const HWND field =
+    lines_ =
         AddControl(WC_EDITW, lines, WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_LEFT,
                    WS_EX_CLIENTEDGE, place96, id);
+}
+
+void Dialog::ShowScrollBarIfNeeded() const noexcept {
+    if (lines_ == nullptr) {
+        return;
+    }
+    ::ShowScrollBar(lines_, SB_VERT, TRUE);
+    ::SendMessageW(lines_, WM_VSCROLL, SB_TOP, 0);
     // Where the last line starts within the field, there is nothing to scroll.
-    const LRESULT lastLine = ::SendMessageW(field, EM_GETLINECOUNT, 0, 0) - 1;
-    const LRESULT lastLineStart = ::SendMessageW(field, EM_LINEINDEX, static_cast<WPARAM>(lastLine), 0);
-    const LRESULT place = ::SendMessageW(field, EM_POSFROMCHAR, static_cast<WPARAM>(lastLineStart), 0);
+    const LRESULT lastLine = ::SendMessageW(lines_, EM_GETLINECOUNT, 0, 0) - 1;
+    const LRESULT lastLineStart = ::SendMessageW(lines_, EM_LINEINDEX, static_cast<WPARAM>(lastLine), 0);
+    const LRESULT place = ::SendMessageW(lines_, EM_POSFROMCHAR, static_cast<WPARAM>(lastLineStart), 0);
     RECT area{};
-    ::GetClientRect(field, &area);
+    ::GetClientRect(lines_, &area);
     if (lastLine == 0 || (place != -1 && GET_Y_LPARAM(place) + Scaled(18) <= area.bottom)) {
-        ::ShowScrollBar(field, SB_VERT, FALSE);
+        ::ShowScrollBar(lines_, SB_VERT, FALSE);
     }
 }
 
@@ -169,6 +224,7 @@ LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_CLOSE: End(IDCANCEL); return 0;
     case WM_ACTIVATE: return OnActivate(wParam, lParam);
+    case WM_DPICHANGED: OnDpiChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
     // Read-only texts belong to the dialog's ground.
     case WM_CTLCOLORSTATIC:
         ::SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);

@@ -5,6 +5,9 @@
 #include "ui/Operations.h"
 #include "win32/Form.h"
 
+#include <cmath>
+#include <vector>
+
 namespace vextrel {
 
 /// A small modal window of our own: title, controls, an own message loop. Shown over its owner, which is disabled
@@ -21,23 +24,26 @@ class Dialog : public Form {
   protected:
     struct Look {
         const wchar_t* title = L"";
-        Size clientSize96; ///< at 96 DPI
+        Size clientSize96; ///< at 96 DPI, in the usual message font
     };
 
     [[nodiscard]] virtual Look LookOf() const = 0;
     /// Creates the controls; the window exists and is hidden.
     virtual void CreateControls() = 0;
+    /// What depends on the size beside the places and the message font; after CreateControls and on every new DPI.
+    virtual void FitControls() {}
     /// A command of a control. OK and Cancel are ended by default.
     virtual void OnCommand(int id, int notification);
     virtual LRESULT OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
     void End(int result) noexcept;
-    /// Creates a control at a place given for 96 DPI, in the message font.
+    /// Creates a control at a place given for 96 DPI and the usual message font, in the message font.
     HWND AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD exStyle, const Rect& place96,
                     int id);
     /// Creates a field of lines to read, with a scroll bar if they need one.
     void AddLines(const wchar_t* lines, const Rect& place96, int id);
-    [[nodiscard]] int Scaled(int at96) const noexcept { return ::MulDiv(at96, Dpi(), USER_DEFAULT_SCREEN_DPI); }
+    /// In pixels, as large as the DPI and the user's font ask.
+    [[nodiscard]] int Scaled(int at96) const noexcept { return static_cast<int>(std::lround(at96 * scale_)); }
     [[nodiscard]] FontCache& Fonts() noexcept { return fonts_; }
 
   private:
@@ -45,9 +51,23 @@ class Dialog : public Form {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
     LRESULT OnActivate(WPARAM wParam, LPARAM lParam);
     void LoadOver(HWND owner);
+    void OnDpiChanged(const RECT& suggested);
+    void ChooseScale(int dpi, const RECT& screen);
+    [[nodiscard]] Size OuterSize(int dpi) const;
+    void FitAll();
+    void ShowScrollBarIfNeeded() const noexcept;
     void OnUnload() noexcept override;
 
+    struct Child {
+        HWND window;
+        Rect place96;
+    };
+
     FontCache fonts_;
+    HFONT font_ = nullptr;
+    double scale_ = 1; ///< pixels for one at 96 DPI in the usual message font
+    std::vector<Child> children_;
+    HWND lines_ = nullptr; ///< the field of lines to read, if there is one
     HWND owner_ = nullptr;
     HWND lastFocus_ = nullptr; ///< the control that had it when the dialog was last left
     int result_ = IDCANCEL;

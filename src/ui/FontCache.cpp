@@ -2,6 +2,17 @@
 
 namespace vextrel {
 
+TEXTMETRICW MetricsOf(HFONT font) noexcept {
+    TEXTMETRICW metrics{};
+    WithFont(font, [&](HDC screen) { ::GetTextMetricsW(screen, &metrics); });
+    return metrics;
+}
+
+int CharacterHeightOf(HFONT font) noexcept {
+    const TEXTMETRICW metrics = MetricsOf(font);
+    return static_cast<int>(metrics.tmHeight - metrics.tmInternalLeading);
+}
+
 HFONT FontCache::MessageFont(int dpi) {
     return Get(dpi, 0);
 }

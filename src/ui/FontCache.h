@@ -6,6 +6,25 @@
 
 namespace vextrel {
 
+/// The height of the message font's characters, without leading, at 96 DPI and as Windows has it unless the user wants
+/// larger text: what lengths at 96 DPI are made for.
+inline constexpr int usualFontHeight96 = 12;
+
+/// Calls a function with a screen context in which a font is selected.
+template <typename Use>
+void WithFont(HFONT font, Use use) {
+    const HDC screen = ::GetDC(nullptr);
+    {
+        const SelectScope selected(screen, font);
+        use(screen);
+    }
+    ::ReleaseDC(nullptr, screen);
+}
+
+[[nodiscard]] TEXTMETRICW MetricsOf(HFONT font) noexcept;
+/// In pixels, of the characters without leading.
+[[nodiscard]] int CharacterHeightOf(HFONT font) noexcept;
+
 /// The system's message font in the sizes that the window needs, kept for as long as the DPI stays.
 class FontCache {
   public:

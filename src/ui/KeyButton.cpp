@@ -10,8 +10,7 @@
 
 namespace vextrel {
 
-void KeyButton::Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts,
-                       KeyCapture& capture) {
+void KeyButton::Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts, KeyCapture& capture) {
     number_ = number;
     events_ = &events;
     fonts_ = &fonts;

@@ -1,8 +1,8 @@
 #include "ui/StatusBar.h"
 
 #include "ui/Commands.h"
+#include "ui/FontCache.h"
 #include "ui/WindowLayout.h"
-#include "win32/handles.h"
 
 #include <algorithm>
 
@@ -12,17 +12,6 @@ namespace {
 
 constexpr int paddingTwips = 180;
 constexpr int gripTwips = 240;
-
-/// Calls a function with a screen context in which a font is selected.
-template <typename Use>
-void WithFont(HFONT font, Use use) {
-    const HDC screen = ::GetDC(nullptr);
-    {
-        const SelectScope selected(screen, font);
-        use(screen);
-    }
-    ::ReleaseDC(nullptr, screen);
-}
 
 std::array<int, 3> WidthsOf(const std::array<std::wstring, 3>& texts, HFONT font) noexcept {
     std::array<int, 3> widths{};
@@ -56,10 +45,8 @@ std::wstring EndedInDots(std::wstring text, HFONT font, int widthPx) {
 int StatusBarHeightFor(HFONT font, int dpi) noexcept {
     constexpr int lowestTwips = 330;
     constexpr int bordersTwips = 90;
-    TEXTMETRICW metrics{};
-    WithFont(font, [&](HDC screen) { ::GetTextMetricsW(screen, &metrics); });
     return std::max(PixelsFromTwips(lowestTwips, dpi),
-                    static_cast<int>(metrics.tmHeight) + PixelsFromTwips(bordersTwips, dpi));
+                    static_cast<int>(MetricsOf(font).tmHeight) + PixelsFromTwips(bordersTwips, dpi));
 }
 
 void ShowStatusTexts(HWND statusBar, HFONT font, int dpi, std::array<std::wstring, 3> texts) {

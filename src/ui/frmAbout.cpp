@@ -28,13 +28,13 @@ void InitialiseLinks() noexcept {
 
 } // namespace
 
-void frmAbout::AddIcon() {
+void frmAbout::FitControls() {
     const int size = Scaled(iconSize96);
-    icon_.Reset(static_cast<HICON>(
+    UniqueIcon icon(static_cast<HICON>(
         ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_VEXTREL), IMAGE_ICON, size, size, 0)));
-    const HWND picture =
-        AddControl(WC_STATICW, L"", SS_ICON | SS_REALSIZECONTROL, 0, {20, 20, 20 + iconSize96, 20 + iconSize96}, -1);
-    ::SendMessageW(picture, STM_SETICON, reinterpret_cast<WPARAM>(icon_.Get()), 0);
+    ::SendMessageW(picture_, STM_SETICON, reinterpret_cast<WPARAM>(icon.Get()), 0);
+    icon_ = std::move(icon);
+    ::SendMessageW(name_, WM_SETFONT, reinterpret_cast<WPARAM>(Fonts().Sized(Dpi(), Scaled(24))), FALSE);
 }
 
 void frmAbout::AddLink(const wchar_t* text, const Rect& place96, int id) {
@@ -43,9 +43,9 @@ void frmAbout::AddLink(const wchar_t* text, const Rect& place96, int id) {
 
 void frmAbout::CreateControls() {
     InitialiseLinks();
-    AddIcon();
-    const HWND name = AddControl(WC_STATICW, L"Vextrel", SS_LEFT, 0, {84, 16, 420, 48}, -1);
-    ::SendMessageW(name, WM_SETFONT, reinterpret_cast<WPARAM>(Fonts().Sized(Dpi(), Scaled(24))), FALSE);
+    picture_ =
+        AddControl(WC_STATICW, L"", SS_ICON | SS_REALSIZECONTROL, 0, {20, 20, 20 + iconSize96, 20 + iconSize96}, -1);
+    name_ = AddControl(WC_STATICW, L"Vextrel", SS_LEFT, 0, {84, 16, 420, 48}, -1);
     AddControl(WC_STATICW, L"Version " VEXTREL_VERSION_TEXT, SS_LEFT, 0, {84, 50, 420, 70}, -1);
     AddControl(
         WC_STATICW,

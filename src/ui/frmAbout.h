@@ -19,12 +19,14 @@ class frmAbout final : public Dialog {
   private:
     [[nodiscard]] Look LookOf() const override { return {L"About Vextrel", {440, 344}}; }
     void CreateControls() override;
+    void FitControls() override;
     LRESULT OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void AddIcon();
     void AddLink(const wchar_t* text, const Rect& place96, int id);
 
     std::vector<std::wstring> protections_;
     UniqueIcon icon_;
+    HWND picture_ = nullptr;
+    HWND name_ = nullptr;
 };
 
 } // namespace vextrel

@@ -64,6 +64,13 @@ void frmKeyboard::ApplyDpi() {
          {txtPassword_.Handle(), txtText_.Handle(), lblHoverDelay_, lblTransparency_, statusBar_, toolbar_.Handle()}) {
         ::SendMessageW(control, WM_SETFONT, font, TRUE);
     }
+    // The keys need the room into which the sliders' labels would have to grow with the user's text.
+    if (const int highest = ::MulDiv(usualFontHeight96, dpi, USER_DEFAULT_SCREEN_DPI);
+        CharacterHeightOf(fonts_.MessageFont(dpi)) > highest) {
+        const auto labelFont = reinterpret_cast<WPARAM>(fonts_.Sized(dpi, highest));
+        ::SendMessageW(lblHoverDelay_, WM_SETFONT, labelFont, TRUE);
+        ::SendMessageW(lblTransparency_, WM_SETFONT, labelFont, TRUE);
+    }
     for (KeyButton& key : keys_) {
         key.SetDpi(dpi);
     }

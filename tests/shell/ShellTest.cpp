@@ -1,5 +1,6 @@
 // Parts of the shell that no command of the window reaches, called directly.
 
+#include "app/frmError.h"
 #include "base/Error.h"
 #include "driver/Input.h"
 #include "driver/Sandbox.h"
@@ -10,8 +11,11 @@
 #include "transfer/SendKeysParser.h"
 #include "transfer/TextDataObject.h"
 #include "transfer/cSendKeys.h"
+#include "transfer/frmDragNote.h"
 #include "transfer/mCharToKeyboardString.h"
+#include "ui/InputBox.h"
 #include "ui/cOpenSave.h"
+#include "ui/frmAbout.h"
 #include "win32/ComPtr.h"
 #include "win32/FreedMemory.h"
 #include "win32/Text.h"
@@ -149,6 +153,78 @@ TEST(FileDialogs, LeaveTheCurrentFolderAndTellACancel) {
     EXPECT_TRUE(dialogs.DirExists(dialogs.Directory)) << Narrow(dialogs.Directory);
     EXPECT_EQ(std::filesystem::current_path(), before);
     std::filesystem::current_path(driver::OwnFolder());
+}
+
+/// Windows' message font, enlarged while this lives.
+class TextSize {
+  public:
+    explicit TextSize(int percent) {
+        usual_.cbSize = sizeof usual_;
+        SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof usual_, &usual_, 0);
+        NONCLIENTMETRICSW metrics = usual_;
+        metrics.lfMessageFont.lfHeight = -12 * percent / 100;
+        SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    }
+    ~TextSize() { SystemParametersInfoW(SPI_SETNONCLIENTMETRICS, sizeof usual_, &usual_, 0); }
+    TextSize(const TextSize&) = delete;
+    TextSize& operator=(const TextSize&) = delete;
+
+  private:
+    NONCLIENTMETRICSW usual_{};
+};
+
+/// Finds every control inside the form, and every label and button with room for its text.
+void ExpectWhole(HWND form) {
+    RECT client{};
+    GetClientRect(form, &client);
+    for (HWND child = GetWindow(form, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        const std::wstring text = WindowText(child);
+        RECT place = driver::BoundsOf(child);
+        MapWindowPoints(nullptr, form, reinterpret_cast<POINT*>(&place), 2);
+        EXPECT_TRUE(place.right <= client.right && place.bottom <= client.bottom) << Narrow(text);
+        wchar_t className[20]{};
+        GetClassNameW(child, className, 20);
+        if (wcscmp(className, WC_STATICW) != 0 && wcscmp(className, WC_BUTTONW) != 0)
+            continue;
+        RECT wanted{0, 0, place.right - place.left, 0};
+        WithFont(reinterpret_cast<HFONT>(driver::Ask(child, WM_GETFONT)),
+                 [&](HDC screen) { DrawTextW(screen, text.c_str(), -1, &wanted, DT_CALCRECT | DT_WORDBREAK); });
+        EXPECT_LE(wanted.right, place.right - place.left) << Narrow(text);
+        EXPECT_LE(wanted.bottom, place.bottom - place.top) << Narrow(text);
+    }
+}
+
+TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
+    const auto checkOnScreens = [](HWND form) {
+        ExpectWhole(form);
+        const LONG width = driver::BoundsOf(form).right - driver::BoundsOf(form).left;
+        const RECT suggested{30, 40, 50, 60};
+        SendMessageW(form, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&suggested));
+        ExpectWhole(form);
+        EXPECT_GT(driver::BoundsOf(form).right - driver::BoundsOf(form).left, width);
+    };
+    for (const int percent : {100, 125, 225}) {
+        SCOPED_TRACE(percent);
+        const TextSize textSize(percent);
+        for (const DragDropMode mode : {DragDropMode::DragDrop, DragDropMode::Inject}) {
+            frmDragNote hint;
+            hint.ShowFor(mode, nullptr);
+            checkOnScreens(hint.Handle());
+        }
+        frmAbout about({L"One", L"Two"});
+        frmError error(L"Form_Load\r\n13: Type mismatch");
+        InputBox question(L"Value", L"Give a new protective layer transparency value (0-255).", L"5");
+        for (Dialog* dialog :
+             {static_cast<Dialog*>(&about), static_cast<Dialog*>(&error), static_cast<Dialog*>(&question)}) {
+            const std::jthread user([&] {
+                driver::Await("the dialog", [&] { return dialog->IsVisible(); });
+                checkOnScreens(dialog->Handle());
+                PostMessageW(dialog->Handle(), WM_CLOSE, 0, 0);
+            });
+            Operations operations;
+            dialog->RunModal(operations, nullptr);
+        }
+    }
 }
 
 TEST(LayoutSwitcher, UnknownLayoutsAndFilesWithoutOneLoadNothing) {
