@@ -195,8 +195,10 @@ void ExpectWhole(HWND form) {
 }
 
 TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
-    const auto checkOnScreens = [](HWND form) {
+    const auto checkOnScreens = [](HWND form, int percent) {
         ExpectWhole(form);
+        const auto font = reinterpret_cast<HFONT>(driver::Ask(GetWindow(form, GW_CHILD), WM_GETFONT));
+        EXPECT_EQ(CharacterHeightOf(font), 12 * percent / 100);
         const LONG width = driver::BoundsOf(form).right - driver::BoundsOf(form).left;
         const RECT suggested{30, 40, 50, 60};
         SendMessageW(form, WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&suggested));
@@ -209,7 +211,7 @@ TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
         for (const DragDropMode mode : {DragDropMode::DragDrop, DragDropMode::Inject}) {
             frmDragNote hint;
             hint.ShowFor(mode, nullptr);
-            checkOnScreens(hint.Handle());
+            checkOnScreens(hint.Handle(), percent);
         }
         frmAbout about({L"One", L"Two"});
         frmError error(L"Form_Load\r\n13: Type mismatch");
@@ -218,7 +220,7 @@ TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
              {static_cast<Dialog*>(&about), static_cast<Dialog*>(&error), static_cast<Dialog*>(&question)}) {
             const std::jthread user([&] {
                 driver::Await("the dialog", [&] { return dialog->IsVisible(); });
-                checkOnScreens(dialog->Handle());
+                checkOnScreens(dialog->Handle(), percent);
                 PostMessageW(dialog->Handle(), WM_CLOSE, 0, 0);
             });
             Operations operations;
