@@ -1,16 +1,13 @@
 #include "ui/FontCache.h"
 
+#include <cstdlib>
+
 namespace vextrel {
 
-TEXTMETRICW MetricsOf(HFONT font) noexcept {
-    TEXTMETRICW metrics{};
-    WithFont(font, [&](HDC screen) { ::GetTextMetricsW(screen, &metrics); });
-    return metrics;
-}
-
 int CharacterHeightOf(HFONT font) noexcept {
-    const TEXTMETRICW metrics = MetricsOf(font);
-    return static_cast<int>(metrics.tmHeight - metrics.tmInternalLeading);
+    LOGFONTW wanted{};
+    ::GetObjectW(font, sizeof wanted, &wanted);
+    return static_cast<int>(std::abs(wanted.lfHeight));
 }
 
 HFONT FontCache::MessageFont(int dpi) {

@@ -21,8 +21,7 @@ void WithFont(HFONT font, Use use) {
     ::ReleaseDC(nullptr, screen);
 }
 
-[[nodiscard]] TEXTMETRICW MetricsOf(HFONT font) noexcept;
-/// In pixels, of the characters without leading.
+/// In pixels, of the characters without leading, as was asked for when the font was made.
 [[nodiscard]] int CharacterHeightOf(HFONT font) noexcept;
 
 /// The system's message font in the sizes that the window needs, kept for as long as the DPI stays.

@@ -45,8 +45,10 @@ std::wstring EndedInDots(std::wstring text, HFONT font, int widthPx) {
 int StatusBarHeightFor(HFONT font, int dpi) noexcept {
     constexpr int lowestTwips = 330;
     constexpr int bordersTwips = 90;
+    TEXTMETRICW metrics{};
+    WithFont(font, [&](HDC screen) { ::GetTextMetricsW(screen, &metrics); });
     return std::max(PixelsFromTwips(lowestTwips, dpi),
-                    static_cast<int>(MetricsOf(font).tmHeight) + PixelsFromTwips(bordersTwips, dpi));
+                    static_cast<int>(metrics.tmHeight) + PixelsFromTwips(bordersTwips, dpi));
 }
 
 void ShowStatusTexts(HWND statusBar, HFONT font, int dpi, std::array<std::wstring, 3> texts) {

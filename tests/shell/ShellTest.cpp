@@ -197,7 +197,8 @@ void ExpectWhole(HWND form) {
 TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
     const auto checkOnScreens = [](HWND form, int percent) {
         ExpectWhole(form);
-        const auto font = reinterpret_cast<HFONT>(driver::Ask(GetWindow(form, GW_CHILD), WM_GETFONT));
+        const auto font =
+            reinterpret_cast<HFONT>(driver::Ask(GetWindow(GetWindow(form, GW_CHILD), GW_HWNDLAST), WM_GETFONT));
         EXPECT_EQ(CharacterHeightOf(font), 12 * percent / 100);
         const LONG width = driver::BoundsOf(form).right - driver::BoundsOf(form).left;
         const RECT suggested{30, 40, 50, 60};
