@@ -59,7 +59,7 @@ class Dialog : public Form {
     void OnUnload() noexcept override;
 
     struct Child {
-        HWND window;
+        HWND window = nullptr;
         Rect place96;
     };
 
