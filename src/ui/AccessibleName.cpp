@@ -21,7 +21,12 @@ void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept {
         return;
     }
     for (const auto& [control, name] : names) {
-        services->SetHwndPropStr(control, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF, propertyName, name);
+        constexpr auto object = static_cast<DWORD>(OBJID_CLIENT);
+        if (name != nullptr) {
+            services->SetHwndPropStr(control, object, CHILDID_SELF, propertyName, name);
+        } else {
+            services->ClearHwndProps(control, object, CHILDID_SELF, &propertyName, 1);
+        }
     }
     services->Release();
 }

@@ -1,6 +1,7 @@
 #include "ui/KeyButton.h"
 
 #include "keyboard/Captions.h"
+#include "ui/AccessibleName.h"
 #include "ui/KeyPainter.h"
 #include "ui/ids.h"
 #include "win32/EventGuard.h"
@@ -25,6 +26,15 @@ void KeyButton::SetCaption(const std::wstring& caption) {
     if (caption != caption_) {
         caption_ = caption;
         ::SetWindowTextW(Handle(), caption.c_str());
+        NameIfBlank();
+    }
+}
+
+void KeyButton::NameIfBlank() noexcept {
+    // A key without a caption enters a blank.
+    if (const bool blank = caption_.empty(); blank != namedAsBlank_) {
+        namedAsBlank_ = blank;
+        SetAccessibleNames({{Handle(), blank ? L"space" : nullptr}});
     }
 }
 

@@ -28,6 +28,7 @@ class KeyButton final : public SubclassedControl {
   private:
     LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void NameIfBlank() noexcept;
     void OnButtonDown() noexcept;
     void OnMouseMove(POINT point) noexcept;
     void OnButtonUp(POINT point) noexcept;
@@ -40,6 +41,7 @@ class KeyButton final : public SubclassedControl {
     FontCache* fonts_ = nullptr;
     KeyCapture* capture_ = nullptr;
     std::wstring caption_;
+    bool namedAsBlank_ = false; ///< to a screen reader
     bool pushed_ = false;
     bool lit_ = false;
 };
