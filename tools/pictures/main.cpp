@@ -61,6 +61,13 @@ class Photographer {
     std::wstring stem_;
 };
 
+bool IsInMenu(const App& app) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(app.Main(), nullptr), &info);
+    return (info.flags & GUI_INMENUMODE) != 0 || app.Running().Window(L"#32768") != nullptr;
+}
+
 void TakeMenus(const App& app, Photographer& photographer) {
     constexpr const wchar_t* names[] = {L"menu-file",    L"menu-mode",   L"menu-view",
                                         L"menu-options", L"menu-layout", L"menu-help"};
@@ -75,7 +82,8 @@ void TakeMenus(const App& app, Photographer& photographer) {
         photographer.Take(names[place], menu);
         Keys::Stroke(VK_ESCAPE);
         Keys::Stroke(VK_ESCAPE);
-        Await("the menu closes", [&] { return app.Running().Window(L"#32768") == nullptr; });
+        // Else the second Escape would end the first dialog.
+        Await("the menu closes", [&] { return !IsInMenu(app); });
     }
 }
 
