@@ -213,7 +213,8 @@ TEST_F(Errors, OfADragLeaveThePasswordWhole) {
 TEST(StartOfTheProgram, ThatFailsIsReported) {
     const Sandbox sandbox({}, L"vextrel_faults.exe");
     // At once, and when the main window exists already.
-    for (const auto& [fault, error] : {std::pair{L"Sub Main", L"13: "}, {STATUSCLASSNAMEW, L"8: "}}) {
+    for (const auto& [fault, error] :
+         {std::pair{L"Sub Main", L"13: Type mismatch"}, {STATUSCLASSNAMEW, L"8: Not enough memory."}}) {
         SetEnvironmentVariableW(faults::faultAtStart, fault);
         const Process program(sandbox.Program());
         SetEnvironmentVariableW(faults::faultAtStart, nullptr);
@@ -224,7 +225,7 @@ TEST(StartOfTheProgram, ThatFailsIsReported) {
             dialog = found != windows.end() ? *found : nullptr;
             return dialog != nullptr;
         });
-        EXPECT_TRUE(TextOf(GetDlgItem(dialog, ids::txtError)).starts_with(L"Sub Main\r\n" + std::wstring(error)));
+        EXPECT_EQ(TextOf(GetDlgItem(dialog, ids::txtError)), L"Sub Main\r\n" + std::wstring(error));
         PostMessageW(dialog, WM_COMMAND, ids::cmdClose, 0);
         EXPECT_EQ(program.ExitCode(), 1U);
     }
