@@ -2,19 +2,7 @@
 
 #include "base/Wipe.h"
 
-#include <vector>
-
 namespace vextrel {
-
-namespace {
-
-/// All calls come on the one thread that drags.
-std::vector<HandedMemory*>& Living() noexcept {
-    static std::vector<HandedMemory*> objects;
-    return objects;
-}
-
-} // namespace
 
 HandedMemory* HandedMemory::Create(std::size_t byteCount) noexcept {
     const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount);
@@ -31,17 +19,17 @@ HandedMemory* HandedMemory::Create(std::size_t byteCount) noexcept {
 
 HandedMemory::HandedMemory(HGLOBAL memory)
     : memory_(memory) {
-    Living().push_back(this);
+    LivingObjects<HandedMemory>().push_back(this);
 }
 
 HandedMemory::~HandedMemory() {
-    std::erase(Living(), this);
+    std::erase(LivingObjects<HandedMemory>(), this);
     Wipe();
     ::GlobalFree(memory_);
 }
 
 void HandedMemory::WipeAll() noexcept {
-    for (HandedMemory* memory : Living()) {
+    for (HandedMemory* memory : LivingObjects<HandedMemory>()) {
         memory->Wipe();
     }
 }

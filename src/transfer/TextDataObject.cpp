@@ -5,7 +5,6 @@
 
 #include <cstring>
 #include <new>
-#include <vector>
 
 namespace vextrel {
 
@@ -46,24 +45,18 @@ HandedMemory* CopyNarrow(std::wstring_view text) noexcept {
     });
 }
 
-/// All calls come on the one thread that drags.
-std::vector<TextDataObject*>& Living() noexcept {
-    static std::vector<TextDataObject*> objects;
-    return objects;
-}
-
 } // namespace
 
 TextDataObject::TextDataObject() {
-    Living().push_back(this);
+    LivingObjects<TextDataObject>().push_back(this);
 }
 
 TextDataObject::~TextDataObject() {
-    std::erase(Living(), this);
+    std::erase(LivingObjects<TextDataObject>(), this);
 }
 
 void TextDataObject::DiscardAll() noexcept {
-    for (TextDataObject* object : Living()) {
+    for (TextDataObject* object : LivingObjects<TextDataObject>()) {
         object->Discard();
     }
     HandedMemory::WipeAll();

@@ -6,6 +6,8 @@
 
 #include <atomic>
 
+#include <vector>
+
 namespace vextrel {
 
 /// A COM object of one interface. Born with one reference, its maker's; the last one that is released destroys it.
@@ -43,5 +45,12 @@ class ComObject : public Interface {
   private:
     std::atomic<ULONG> references_{1};
 };
+
+/// The living objects of a kind that enters itself here and takes itself out again; on the one thread that drags.
+template <typename Object>
+[[nodiscard]] std::vector<Object*>& LivingObjects() noexcept {
+    static std::vector<Object*> objects;
+    return objects;
+}
 
 } // namespace vextrel
