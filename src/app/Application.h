@@ -2,9 +2,9 @@
 
 #include "app/ErrorReport.h"
 #include "app/Toolbar.h"
-#include "app/mKBHk.h"
-#include "keyboard/Keyboard.h"
-#include "settings/mINIManagement.h"
+#include "win32/KeyboardHook.h"
+#include "app/Keyboard.h"
+#include "win32/SettingsStore.h"
 #include "ui/Operations.h"
 #include "win32/ProgramState.h"
 

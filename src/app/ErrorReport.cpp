@@ -1,6 +1,6 @@
 #include "app/ErrorReport.h"
 
-#include "app/frmError.h"
+#include "ui/ErrorDialog.h"
 #include "win32/handles.h"
 
 namespace vextrel {

@@ -1,4 +1,4 @@
-#include "app/modMain.h"
+#include "app/Program.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
     return vextrel::modMain::Main(instance);

@@ -1,6 +1,6 @@
 #include "transfer/DropSource.h"
 
-#include "win32/MouseButtons.h"
+#include "win32/InputState.h"
 
 namespace vextrel {
 

@@ -1,6 +1,6 @@
 #include "transfer/HandedMemory.h"
 
-#include "base/Wipe.h"
+#include "core/Wipe.h"
 
 namespace vextrel {
 

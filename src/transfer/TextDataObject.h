@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keyboard/SecretText.h"
+#include "core/SecretText.h"
 #include "win32/ComObject.h"
 
 #include <objidl.h>

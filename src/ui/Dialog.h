@@ -1,7 +1,7 @@
 #pragma once
 
-#include "base/Geometry.h"
-#include "ui/FontCache.h"
+#include "core/Geometry.h"
+#include "win32/FontCache.h"
 #include "ui/Operations.h"
 #include "win32/Form.h"
 

@@ -1,9 +1,9 @@
 #include "ui/KeyButton.h"
 
-#include "keyboard/Captions.h"
-#include "ui/AccessibleName.h"
+#include "core/Captions.h"
+#include "win32/AccessibleName.h"
 #include "ui/KeyPainter.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
 

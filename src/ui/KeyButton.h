@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/FontCache.h"
+#include "win32/FontCache.h"
 #include "ui/KeyCapture.h"
 #include "ui/KeyboardEvents.h"
 #include "win32/SubclassedControl.h"

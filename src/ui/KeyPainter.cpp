@@ -1,7 +1,7 @@
 #include "ui/KeyPainter.h"
 
-#include "keyboard/KeyTable.h"
-#include "ui/SystemLook.h"
+#include "core/KeyTable.h"
+#include "win32/SystemLook.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/FontCache.h"
+#include "win32/FontCache.h"
 #include "win32/Windows.h"
 
 #include <string>

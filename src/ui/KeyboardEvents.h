@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keyboard/TextEdit.h"
+#include "core/TextEdit.h"
 #include "win32/Windows.h"
 
 namespace vextrel {

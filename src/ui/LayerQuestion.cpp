@@ -1,6 +1,6 @@
 #include "ui/LayerQuestion.h"
 
-#include "settings/OptionValues.h"
+#include "core/OptionValues.h"
 #include "ui/InputBox.h"
 
 namespace vextrel {

@@ -1,7 +1,7 @@
 #include "ui/PasswordBox.h"
 
-#include "base/Numbers.h"
-#include "keyboard/PhysicalInput.h"
+#include "core/Numbers.h"
+#include "core/PhysicalInput.h"
 #include "ui/BoxMenu.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"

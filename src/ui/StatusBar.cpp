@@ -1,8 +1,8 @@
 #include "ui/StatusBar.h"
 
-#include "ui/Commands.h"
-#include "ui/FontCache.h"
-#include "ui/WindowLayout.h"
+#include "core/Commands.h"
+#include "win32/FontCache.h"
+#include "core/WindowGeometry.h"
 
 #include <algorithm>
 

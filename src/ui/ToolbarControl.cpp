@@ -1,7 +1,7 @@
 #include "ui/ToolbarControl.h"
 
-#include "ui/SystemLook.h"
-#include "ui/ids.h"
+#include "win32/SystemLook.h"
+#include "core/ids.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
 #include "win32/resources.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/Commands.h"
+#include "core/Commands.h"
 #include "ui/KeyboardEvents.h"
 #include "win32/SubclassedControl.h"
 #include "win32/handles.h"

@@ -1,6 +1,6 @@
 #include "win32/EventGuard.h"
 
-#include "base/Error.h"
+#include "core/Error.h"
 #include "win32/Text.h"
 
 #include <exception>

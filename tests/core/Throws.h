@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Error.h"
+#include "core/Error.h"
 
 namespace vextrel {
 

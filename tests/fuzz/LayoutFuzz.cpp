@@ -2,9 +2,9 @@
 
 #include "Fuzz.h"
 
-#include "keyboard/Captions.h"
-#include "keyboard/KeyPress.h"
-#include "layouts/LayoutFile.h"
+#include "core/Captions.h"
+#include "core/KeyPress.h"
+#include "core/LayoutFile.h"
 
 #include <algorithm>
 #include <map>

@@ -2,7 +2,7 @@
 
 #include "Fuzz.h"
 
-#include "keyboard/PasswordSession.h"
+#include "PasswordSession.h"
 
 namespace vextrel::fuzz {
 

@@ -3,7 +3,7 @@
 
 #include "Fuzz.h"
 
-#include "transfer/SendKeysParser.h"
+#include "core/SendKeysParser.h"
 
 #include <functional>
 

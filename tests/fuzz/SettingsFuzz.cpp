@@ -2,8 +2,8 @@
 
 #include "Fuzz.h"
 
-#include "base/Numbers.h"
-#include "settings/OptionValues.h"
+#include "core/Numbers.h"
+#include "core/OptionValues.h"
 
 #include <algorithm>
 #include <cmath>

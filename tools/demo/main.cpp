@@ -5,7 +5,7 @@
 #include "driver/App.h"
 #include "driver/Screen.h"
 #include "driver/Target.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <iostream>
 

@@ -3,9 +3,9 @@
 
 #include "driver/App.h"
 #include "driver/Screen.h"
-#include "protect/RandomPlacement.h"
-#include "ui/WindowLayout.h"
-#include "ui/ids.h"
+#include "core/RandomPlacement.h"
+#include "core/WindowGeometry.h"
+#include "core/ids.h"
 
 #include <algorithm>
 #include <iostream>

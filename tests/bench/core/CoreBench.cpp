@@ -1,12 +1,12 @@
 // How long the rules take that run on a click, a hover, a start or a long input. Run by tests/bench/core/run.
 
-#include "keyboard/Captions.h"
-#include "keyboard/KeyPress.h"
-#include "layouts/LayoutFile.h"
-#include "protect/HitTest.h"
-#include "protect/RandomPlacement.h"
-#include "transfer/SendKeysParser.h"
-#include "ui/WindowLayout.h"
+#include "core/Captions.h"
+#include "core/KeyPress.h"
+#include "core/LayoutFile.h"
+#include "core/HitTest.h"
+#include "core/RandomPlacement.h"
+#include "core/SendKeysParser.h"
+#include "core/WindowGeometry.h"
 
 #include <benchmark/benchmark.h>
 

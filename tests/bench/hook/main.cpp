@@ -5,7 +5,7 @@
 // usage: vextrel_hook_bench [PATH OF vextrel.exe]
 #include "driver/App.h"
 #include "driver/Target.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <algorithm>
 #include <atomic>

@@ -2,7 +2,7 @@
 
 #include "driver/Input.h"
 #include "floor/Contract.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 #include "windows/Table.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "driver/App.h"
 
 #include "driver/Remote.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <commctrl.h>
 

@@ -2,7 +2,7 @@
 #include "driver/Screen.h"
 #include "driver/Target.h"
 #include "faults/FaultyApp.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

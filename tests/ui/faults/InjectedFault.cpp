@@ -1,6 +1,6 @@
 // Takes the place of the guard's empty hook in the faulty build: event handlers throw when a test wants them to.
 
-#include "base/Error.h"
+#include "core/Error.h"
 #include "faults/FaultOrder.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"

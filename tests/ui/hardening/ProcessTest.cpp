@@ -1,7 +1,7 @@
 // What other programs can do to the running program, and what a folder full of planted libraries does.
 #include "driver/App.h"
 #include "faults/FaultOrder.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "driver/MemoryScan.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "driver/App.h"
 #include "driver/Target.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "driver/App.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

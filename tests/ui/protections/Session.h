@@ -1,7 +1,7 @@
 #pragma once
 
 #include "driver/App.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 namespace vextrel::driver {
 

@@ -1,6 +1,6 @@
 #include "soak/RandomUser.h"
 
-#include "keyboard/Captions.h"
+#include "core/Captions.h"
 
 #include <numeric>
 #include <sstream>

@@ -2,8 +2,8 @@
 
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "keyboard/PasswordSession.h"
-#include "layouts/LayoutFile.h"
+#include "PasswordSession.h"
+#include "core/LayoutFile.h"
 #include "protections/Session.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #include "driver/App.h"
 #include "driver/Target.h"
-#include "keyboard/KeyTable.h"
+#include "core/KeyTable.h"
 #include "protections/Session.h"
-#include "ui/ids.h"
+#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "ui/Commands.h"
+#include "core/Commands.h"
 #include "driver/App.h"
-#include "settings/OptionValues.h"
-#include "ui/ids.h"
+#include "core/OptionValues.h"
+#include "core/ids.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

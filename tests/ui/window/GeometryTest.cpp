@@ -1,10 +1,10 @@
-#include "base/Geometry.h"
+#include "core/Geometry.h"
 #include "driver/App.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "settings/OptionValues.h"
-#include "ui/Commands.h"
-#include "ui/ids.h"
+#include "core/OptionValues.h"
+#include "core/Commands.h"
+#include "core/ids.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

@@ -1,0 +1,34 @@
+#include "app/CaptionBoard.h"
+
+namespace vextrel {
+
+void KeyCaptionBoard::SetShiftIsDown(bool down) {
+    if (down != modifiers_.shiftIsDown) {
+        modifiers_.shiftIsDown = down;
+        Refresh();
+    }
+}
+
+void KeyCaptionBoard::SetAltGrIsDown(bool down) {
+    if (down != modifiers_.altGrIsDown) {
+        modifiers_.altGrIsDown = down;
+        Refresh();
+    }
+}
+
+void KeyCaptionBoard::Refresh(bool shuffle) {
+    const std::wstring hovered = hover_.CaptionOfCurrent();
+    if (IsShuffledKeyboardType(keyboardType_)) {
+        slots_.Rebuild(shuffle, [this] { return random_.Draw(); });
+    }
+    for (const ButtonCaption& caption :
+         RefreshedCaptions(layout_.captions, layout_.actionCaptions, modifiers_, slots_)) {
+        form_.Key(caption.button).SetCaption(caption.caption);
+    }
+    form_.Key(keys::capsLock).SetLit(modifiers_.capsLockIsDown);
+    form_.Key(keys::leftShift).SetLit(modifiers_.shiftIsDown);
+    form_.Key(keys::rightShift).SetLit(modifiers_.shiftIsDown);
+    hover_.CaptionRefreshed(hovered);
+}
+
+} // namespace vextrel

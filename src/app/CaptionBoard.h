@@ -1,0 +1,48 @@
+#pragma once
+
+#include "core/Captions.h"
+#include "app/Hover.h"
+#include "core/KeyTable.h"
+#include "core/SlotTable.h"
+#include "core/LayoutFile.h"
+#include "win32/ClockRandom.h"
+#include "ui/MainWindow.h"
+
+namespace vextrel {
+
+/// The captions on the keys: the layout in use, the modifiers that choose between its captions, and the arrangement of
+/// the keys.
+class KeyCaptionBoard {
+  public:
+    KeyCaptionBoard(frmKeyboard& form, HoverControl& hover)
+        : form_(form)
+        , hover_(hover) {}
+
+    [[nodiscard]] Layout& CurrentLayout() noexcept { return layout_; }
+
+    [[nodiscard]] const ModifierState& Modifiers() const noexcept { return modifiers_; }
+    /// Refreshes the captions when the value changes.
+    void SetShiftIsDown(bool down);
+    void SetAltGrIsDown(bool down);
+    /// A plain stored value: the caller refreshes.
+    void SetCapsLockIsDown(bool down) noexcept { modifiers_.capsLockIsDown = down; }
+
+    /// 101 is the standard arrangement; 1, 2 and 3 rebuild the key slot table with each refresh.
+    [[nodiscard]] std::int16_t KeyboardType() const noexcept { return keyboardType_; }
+    void SetKeyboardType(std::int16_t type) noexcept { keyboardType_ = type; }
+
+    /// Shows the captions that layout and modifiers give. For the pointer that rests on a key it is no arrival. @param
+    /// shuffle whether a shuffled arrangement is drawn anew.
+    void Refresh(bool shuffle = false);
+
+  private:
+    frmKeyboard& form_;
+    HoverControl& hover_;
+    Layout layout_;
+    ModifierState modifiers_;
+    std::int16_t keyboardType_ = standardKeyboardType;
+    KeySlotTable slots_;
+    ClockRandom random_;
+};
+
+} // namespace vextrel

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "core/HoverEntry.h"
+#include "ui/ProtectiveLayer.h"
+#include "ui/MainWindow.h"
+
+#include <cstdint>
+
+namespace vextrel {
+
+/// Hover entry in the real windows: the rules of HoverEntry over the layer's timer.
+class HoverControl {
+  public:
+    HoverControl(frmKeyboard& form, frmBlank& cover)
+        : form_(form)
+        , cover_(cover) {}
+
+    [[nodiscard]] bool TimerEnabled() const noexcept { return entry_.IsEnabled(); }
+    void SetTimerEnabled(bool enabled);
+
+    [[nodiscard]] std::int32_t TimerInterval() const noexcept { return intervalMs_; }
+    /// In milliseconds. Holds from the next key on.
+    void SetTimerInterval(std::int32_t intervalMs) noexcept { intervalMs_ = intervalMs; }
+
+    [[nodiscard]] bool BeepOnHover() const noexcept { return beep_; }
+    void SetBeepOnHover(bool beep) noexcept { beep_ = beep; }
+
+    void MoveOverKey(int button);
+    void LeaveKeys() { Obey(entry_.LeaveKeys()); }
+    void ClearCurrentButton() noexcept { entry_.ClearCurrentButton(); }
+    [[nodiscard]] std::optional<int> CurrentButton() const noexcept { return entry_.CurrentButton(); }
+
+    /// The key that this tick enters, if any.
+    [[nodiscard]] std::optional<int> Tick() const;
+    /// After the tick, whether it entered a key or not.
+    void Ticked();
+    /// Around a caption refresh that is no arrival.
+    void CaptionRefreshed(std::wstring_view captionBefore);
+    [[nodiscard]] std::wstring CaptionOfCurrent() const;
+
+  private:
+    void Obey(HoverEntry::TimerOrder order);
+
+    frmKeyboard& form_;
+    frmBlank& cover_;
+    HoverEntry entry_;
+    std::int32_t intervalMs_ = 1000;
+    bool beep_ = false;
+};
+
+} // namespace vextrel

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/CaptionBoard.h"
+#include "ui/ProtectiveLayer.h"
+#include "app/Options.h"
+#include "win32/SettingsStore.h"
+#include "ui/Operations.h"
+#include "win32/FileDialog.h"
+#include "win32/ProgramState.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace vextrel {
+
+/// Decides which captions the keys carry: built in, captured from the system, last imported, or from a file.
+class LayoutSwitcher {
+  public:
+    struct Parts {
+        frmKeyboard& form;
+        frmBlank& cover;
+        KeyCaptionBoard& captions;
+        OptionProperties& options;
+        SettingsStore& store;
+        ProgramState& program;
+        Operations& operations;
+    };
+
+    explicit LayoutSwitcher(const Parts& parts)
+        : parts_(parts) {}
+
+    /// @param layoutId 409 English, 0 captured from the system, 1 last imported, 2 asks for a file; any other loads
+    /// nothing. The captions are shown anew in every case. @param dontRecord keeps the choice out of the settings.
+    void SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord);
+    /// Asks for a file name and writes the present layout there.
+    void CreateNewLayoutFile();
+
+    /// The action captions of the settings file, the default for each that is empty.
+    void ReadActionCaptions();
+    void ReadLayout(const std::wstring& file);
+    void WriteLayout(const std::wstring& file);
+    void SaveLayoutToSettings();
+
+  private:
+    void LoadDefault(bool dontRecord);
+    void Import(bool dontRecord);
+    void Record(const wchar_t* name, bool dontRecord);
+    /// The file dialogs, made at their first use. @return whether the user gave a file.
+    [[nodiscard]] bool AskForFile(const wchar_t* title, bool save, std::wstring& file);
+
+    Parts parts_;
+    std::unique_ptr<cOpenSave> dialogs_;
+};
+
+} // namespace vextrel

@@ -1,0 +1,156 @@
+#include "app/Options.h"
+
+#include "win32/WindowStyle.h"
+
+namespace vextrel {
+
+namespace {
+
+constexpr const wchar_t* stopSavingTitle = L"Save the change?";
+constexpr const wchar_t* stopSavingQuestion =
+    L"In order for Vextrel to remember to stop any future updates to the vxrconfig.ini file, it needs to save this "
+    L"setting in the vxrconfig.ini file - though just the once.\r\n"
+    L"Is it okay for Vextrel to update the local vxrconfig.ini file this last time (to disable the feature)?";
+
+} // namespace
+
+void OptionProperties::Write(const wchar_t* key, std::wstring_view value) {
+    if (parts_.form.IsVisible()) {
+        parts_.store.WriteSetting(key, value);
+    }
+}
+
+void OptionProperties::SetSaveSettingsInINI(bool save) {
+    saveSettings_ = save;
+    RefreshToolbar();
+    if (!parts_.form.IsVisible()) {
+        return;
+    }
+    if (save) {
+        Write(settings::saveSettings, BooleanText(true));
+    } else {
+        ConfirmStopSaving();
+    }
+}
+
+void OptionProperties::ConfirmStopSaving() {
+    if (ShowMessageBox(parts_.operations, stopSavingQuestion, stopSavingTitle, MB_YESNO | MB_ICONQUESTION) != IDYES) {
+        return;
+    }
+    // The write is gated by the very switch that it turns off.
+    saveSettings_ = true;
+    Write(settings::saveSettings, BooleanText(false));
+    saveSettings_ = false;
+}
+
+void OptionProperties::ShowToolbar(bool show) {
+    toolbarShown_ = show;
+    parts_.form.ShowToolbarControl(show);
+    RefreshToolbar();
+    Write(settings::viewToolbar, BooleanText(show));
+}
+
+void OptionProperties::SetInputMode(enum InputMode mode) {
+    if (mode == inputMode_) {
+        return;
+    }
+    switch (mode) {
+    case InputMode::Standard:
+        parts_.protection.ShowMouse();
+        parts_.hover.SetTimerEnabled(false);
+        break;
+    case InputMode::Hover:
+        parts_.hover.SetTimerEnabled(true);
+        parts_.protection.ShowMouse();
+        break;
+    case InputMode::HiddenMouseAndHover:
+        if (!parts_.protection.HideMouse()) {
+            RefreshToolbar();
+            return;
+        }
+        parts_.hover.SetTimerEnabled(true);
+        break;
+    default: return;
+    }
+    parts_.form.ShowHoverDelayLabel(mode != InputMode::Standard);
+    inputMode_ = mode;
+    RefreshToolbar();
+    Write(settings::mouseMode, InputModeText(mode));
+}
+
+void OptionProperties::SetDragDropMode(DragDropMode mode) {
+    parts_.transfer.SetDragDropMode(mode);
+    RefreshToolbar();
+    Write(settings::dragDropMode, DragDropModeText(mode));
+}
+
+void OptionProperties::SetTextIsMasked(bool masked) {
+    parts_.password.SetTextIsMasked(masked);
+    RefreshToolbar();
+    Write(settings::viewPasswordMask, BooleanText(masked));
+}
+
+void OptionProperties::SetBeepOnHover(bool beep) {
+    parts_.hover.SetBeepOnHover(beep);
+    RefreshToolbar();
+    Write(settings::beepOnHover, BooleanText(beep));
+}
+
+void OptionProperties::SetKeepPasswordAfterDragDrop(bool keep) {
+    parts_.transfer.SetKeepPasswordAfterDragDrop(keep);
+    RefreshToolbar();
+    Write(settings::keepPassword, BooleanText(keep));
+}
+
+void OptionProperties::SetKeyboardTransparency(std::int16_t transparency) {
+    keyboardTransparency_ = transparency;
+    SetLayeredTransparency(parts_.form.Handle(), AlphaForKeyboard(transparency));
+    parts_.form.SetTransparencySlider(TransparencySliderPercent(transparency));
+    Write(settings::transparency, std::to_wstring(transparency));
+}
+
+void OptionProperties::SetTimerInterval(std::int32_t intervalMs) {
+    parts_.hover.SetTimerInterval(intervalMs);
+    parts_.form.SetHoverSlider(HoverSliderPosition(intervalMs));
+    RefreshToolbar();
+    Write(settings::hoverTimerInterval, std::to_wstring(intervalMs));
+}
+
+void OptionProperties::SetKeepOnTop(bool keepOnTop) {
+    keepOnTop_ = keepOnTop;
+    SetTopmost(parts_.form.Handle(), keepOnTop);
+    parts_.protection.KeepTogether(keepOnTop);
+    RefreshToolbar();
+}
+
+void OptionProperties::SetLayerMarked(bool marked) {
+    layerMarked_ = marked;
+    RefreshToolbar();
+}
+
+void OptionProperties::SetLayoutMark(LayoutMark mark) {
+    layoutMark_ = mark;
+    layoutIsImported_ = mark == LayoutMark::None;
+    RefreshToolbar();
+}
+
+CommandSnapshot OptionProperties::Snapshot() const {
+    return {.inputMode = inputMode_,
+            .dragDropMode = parts_.transfer.DragDropMode(),
+            .textIsMasked = parts_.password.TextIsMasked(),
+            .beepOnHover = parts_.hover.BeepOnHover(),
+            .keepPassword = parts_.transfer.KeepPasswordAfterDragDrop(),
+            .keepOnTop = keepOnTop_,
+            .saveSettings = saveSettings_,
+            .toolbarShown = toolbarShown_,
+            .layerMarked = layerMarked_,
+            .layout = layoutMark_,
+            .transferRunning = parts_.operations.IsTransferring()};
+}
+
+void OptionProperties::RefreshToolbar() {
+    const CommandSnapshot snapshot = Snapshot();
+    parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval(), layoutIsImported_));
+}
+
+} // namespace vextrel

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "app/Hover.h"
+#include "app/Protection.h"
+#include "core/OptionValues.h"
+#include "win32/SettingsStore.h"
+#include "app/PasswordField.h"
+#include "app/Transfer.h"
+#include "core/Commands.h"
+#include "ui/Operations.h"
+#include "ui/MainWindow.h"
+
+namespace vextrel {
+
+/// The user's options as properties. A setter applies the change at once (windows, check marks, toolbar) and then
+/// writes its settings key, but only while the main window is visible.
+class OptionProperties {
+  public:
+    /// What the options act on.
+    struct Parts {
+        frmKeyboard& form;
+        SettingsStore& store;
+        Operations& operations;
+        PasswordField& password;
+        PasswordTransfer& transfer;
+        HoverControl& hover;
+        Protection& protection;
+    };
+
+    explicit OptionProperties(const Parts& parts)
+        : parts_(parts) {}
+
+    [[nodiscard]] bool SaveSettingsInINI() const noexcept { return saveSettings_; }
+    /// Switching saving off asks whether that itself may be saved.
+    void SetSaveSettingsInINI(bool save);
+
+    /// Shows or hides the toolbar; the window's height follows, the keys keep their size.
+    void ShowToolbar(bool show);
+
+    [[nodiscard]] enum InputMode InputMode() const noexcept { return inputMode_; }
+    /// Choosing the mode in force does nothing and writes nothing; a declined question leaves everything as it was.
+    void SetInputMode(enum InputMode mode);
+
+    void SetDragDropMode(DragDropMode mode);
+    void SetTextIsMasked(bool masked);
+    void SetBeepOnHover(bool beep);
+    void SetKeepPasswordAfterDragDrop(bool keep);
+
+    [[nodiscard]] std::int16_t KeyboardTransparency() const noexcept { return keyboardTransparency_; }
+    void SetKeyboardTransparency(std::int16_t transparency);
+    void SetTimerInterval(std::int32_t intervalMs);
+
+    [[nodiscard]] bool KeepOnTop() const noexcept { return keepOnTop_; }
+    /// Not persistent: the window starts topmost.
+    void SetKeepOnTop(bool keepOnTop);
+
+    [[nodiscard]] bool LayerMarked() const noexcept { return layerMarked_; }
+    void SetLayerMarked(bool marked);
+    /// What the layout commands did last; no mark stands for an imported file.
+    void SetLayoutMark(LayoutMark mark);
+
+    /// Check marks, enabled states, toolbar and status bar, all from the present state.
+    void RefreshToolbar();
+    [[nodiscard]] CommandSnapshot Snapshot() const;
+
+  private:
+    void Write(const wchar_t* key, std::wstring_view value);
+    void ConfirmStopSaving();
+
+    Parts parts_;
+    bool saveSettings_ = true;
+    bool toolbarShown_ = true;
+    enum InputMode inputMode_ = InputMode::Standard;
+    std::int16_t keyboardTransparency_ = 255;
+    bool keepOnTop_ = true;
+    bool layerMarked_ = false;
+    LayoutMark layoutMark_ = LayoutMark::None;
+    bool layoutIsImported_ = false;
+};
+
+} // namespace vextrel

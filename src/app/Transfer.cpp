@@ -1,0 +1,107 @@
+#include "app/Transfer.h"
+
+#include "transfer/DropSource.h"
+#include "transfer/Injection.h"
+#include "win32/ComPtr.h"
+#include "win32/EventGuard.h"
+#include "win32/FreedMemory.h"
+#include "win32/Messages.h"
+
+namespace vextrel {
+
+namespace {
+
+struct HandlerNames {
+    const wchar_t* start;
+    const wchar_t* complete;
+};
+
+HandlerNames NamesFor(PasswordBoxView view) noexcept {
+    return view == PasswordBoxView::Masked ? HandlerNames{L"txtPassword_OLEStartDrag", L"txtPassword_OLECompleteDrag"}
+                                           : HandlerNames{L"txtText_OLEStartDrag", L"txtText_OLECompleteDrag"};
+}
+
+/// A few words for the status bar. That something arrived is never claimed: nobody can know it.
+std::wstring NoticeOf(const InjectionOutcome& outcome) {
+    switch (outcome.kind) {
+    case InjectionOutcome::Kind::Injected: return {};
+    case InjectionOutcome::Kind::NoWindow: return L"No window to inject into";
+    case InjectionOutcome::Kind::OwnWindow: return L"Nothing injected here";
+    case InjectionOutcome::Kind::Refused:
+        return L"Refused by Windows (error " + std::to_wstring(outcome.errorCode) + L")";
+    }
+    return {};
+}
+
+} // namespace
+
+void PasswordTransfer::Drag() {
+    if (operations_.IsResting()) {
+        return;
+    }
+    notice_.clear();
+    const Operations::Scope transfer(operations_, Operations::Kind::Transfer);
+    const HandlerNames names = NamesFor(form_.VisibleBox().View());
+    // Some targets read the data after DoDragDrop has returned: the object lives by its references, not by this one.
+    const ComPtr<TextDataObject> data(new TextDataObject);
+    const ComPtr<DropSource> source(new DropSource(*data, mode_ == DragDropMode::Inject));
+
+    bool started = false;
+    GuardEvent(form_.Handle(), names.start, [&] {
+        StartDrag(*data);
+        started = true;
+    });
+    if (!started) {
+        note_.reset();
+        field_.SelectedPassword().Clear();
+        return;
+    }
+    DWORD effect = DROPEFFECT_NONE;
+    const HRESULT result = ::DoDragDrop(data.Get(), source.Get(), DROPEFFECT_COPY, &effect);
+    const bool dropped = result == DRAGDROP_S_DROP && effect != DROPEFFECT_NONE;
+    if (!dropped) {
+        data->Discard();
+    }
+    const bool mayInject = mode_ == DragDropMode::Inject && source->WasReleased();
+    GuardEvent(form_.Handle(), names.complete,
+               [&] { CompleteDrag(dropped || mayInject ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver); });
+    // However the end went, neither waits for the next drag.
+    note_.reset();
+    field_.SelectedPassword().Clear();
+    OverwriteFreedMemory();
+}
+
+void PasswordTransfer::StartDrag(TextDataObject& data) {
+    plan_ = PlanTransfer(form_.VisibleBox().Selection(), field_.CurrentPassword().Size());
+    field_.DetermineSelectedPassword();
+    note_ = std::make_unique<frmDragNote>();
+    if (mode_ == DragDropMode::Inject) {
+        // Ordinary targets get nothing; what arrives comes by injection alone.
+        data.SetText({});
+    } else {
+        data.SetText(field_.SelectedPassword().View());
+    }
+    note_->ShowFor(mode_, form_.Handle());
+}
+
+void PasswordTransfer::CompleteDrag(TransferEnd end) {
+    note_.reset();
+    if (mode_ == DragDropMode::Inject && end == TransferEnd::HandedOver) {
+        end = InjectAtPointer();
+    }
+    if (TakesAway(end, keepPassword_)) {
+        CutCarried(plan_, field_.CurrentPassword());
+        field_.ShowPassword(plan_.savedCaret);
+    } else {
+        form_.VisibleBox().Select({plan_.savedCaret, 0});
+    }
+    ::InvalidateRect(form_.VisibleBox().Handle(), nullptr, TRUE);
+}
+
+TransferEnd PasswordTransfer::InjectAtPointer() {
+    const InjectionOutcome outcome = Inject(field_.SelectedPassword());
+    notice_ = NoticeOf(outcome);
+    return outcome.kind == InjectionOutcome::Kind::Injected ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver;
+}
+
+} // namespace vextrel

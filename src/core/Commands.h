@@ -1,0 +1,82 @@
+#pragma once
+
+#include "core/OptionValues.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vextrel {
+
+/// One line of the menu bar: a menu's title (id 0), an item, or a separator (no caption).
+struct MenuItem {
+    int id = 0;
+    const wchar_t* caption = nullptr; ///< "&" marks the access key; nullptr for a separator
+};
+struct Menu {
+    const wchar_t* caption;
+    std::span<const MenuItem> items;
+};
+/// The menu bar, in order.
+[[nodiscard]] std::span<const Menu> MenuBar() noexcept;
+
+enum class ToolButtonStyle { Plain, Check, Group, GroupWithMenu };
+struct ToolButton {
+    int id;
+    const wchar_t* key;
+    const wchar_t* toolTip;
+    ToolButtonStyle style;
+    bool startsGroup; ///< a gap stands before it
+};
+/// The toolbar's 15 buttons, in order; the position is also the number of the picture.
+[[nodiscard]] std::span<const ToolButton> ToolButtons() noexcept;
+
+struct HoverDelayItem {
+    int id;
+    const wchar_t* key;
+    const wchar_t* caption;
+    int delayMs;
+};
+/// The menu of the Hover button, shortest first.
+[[nodiscard]] std::span<const HoverDelayItem> HoverDelayMenu() noexcept;
+
+enum class LayoutMark { None, Default, English, LastSaved };
+
+/// Everything that check marks, enabled states and pressed buttons depend on. The layer's mark and the layout's mark
+/// tell what was done; no option implies them.
+struct CommandSnapshot {
+    InputMode inputMode = InputMode::Standard;
+    DragDropMode dragDropMode = DragDropMode::DragDrop;
+    bool textIsMasked = true;
+    bool beepOnHover = false;
+    bool keepPassword = false;
+    bool keepOnTop = true;
+    bool saveSettings = true;
+    bool toolbarShown = true;
+    bool layerMarked = false;
+    LayoutMark layout = LayoutMark::None;
+    bool transferRunning = false; ///< a drag, an injection or a capture: what would disturb it is disabled
+    friend constexpr bool operator==(const CommandSnapshot&, const CommandSnapshot&) = default;
+};
+
+struct CommandState {
+    bool checked = false;
+    bool enabled = true;
+    friend constexpr bool operator==(CommandState, CommandState) = default;
+};
+/// The state of a menu item or toolbar button. Unknown identifiers are enabled and not checked.
+[[nodiscard]] CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept;
+
+/// The three panes of the status bar: input mode with the delay, transfer mode, layout in use.
+struct StatusTexts {
+    std::wstring inputMode;
+    std::wstring transferMode;
+    std::wstring layout;
+    friend bool operator==(const StatusTexts&, const StatusTexts&) = default;
+};
+/// @param intervalMs the hover delay. @param importedFile whether captions come from a file imported in this run.
+[[nodiscard]] StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs, bool importedFile);
+/// A pane's text without the words that can be missed where room is short.
+[[nodiscard]] std::wstring BriefStatus(std::wstring text);
+
+} // namespace vextrel

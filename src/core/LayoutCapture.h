@@ -1,0 +1,58 @@
+#pragma once
+
+#include "core/KeyTable.h"
+#include "core/CaptureRules.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace vextrel {
+
+// Capture of a keyboard layout: every character key is pressed once plain and once with Shift, and what arrives in a
+// text box that takes part in nothing else, the setup box, becomes its captions. No key may reach another program.
+
+enum class CaptureResult {
+    Done,
+    LostFocus,    ///< the setup box, or its window, is not where keys would arrive
+    ModifierHeld, ///< the user holds Ctrl, Alt or a Windows key: with it a press would be a command
+    NoAnswer,     ///< a pressed key did not come to the setup box in time
+};
+
+/// The keyboard and the setup box as the capture sees them. Nothing here throws but TakeText.
+class CaptureDevice {
+  public:
+    virtual void GiveFocus() noexcept = 0;
+    /// Lets the messages that wait be processed.
+    virtual void ProcessMessages() noexcept = 0;
+    /// Whether a key that was pressed now would arrive in the setup box and do nothing but write.
+    /// @return Done if so, else what is in the way.
+    [[nodiscard]] virtual CaptureResult Readiness() noexcept = 0;
+    virtual void PressDown(std::uint8_t virtualKey) noexcept = 0;
+    virtual void LetGo(std::uint8_t virtualKey) noexcept = 0;
+    /// Waits, with a limit, until the setup box has taken the key's release, and so everything that it had typed.
+    [[nodiscard]] virtual CaptureResult AwaitRelease(std::uint8_t virtualKey) noexcept = 0;
+    /// Forgets a dead key that waits for the next character.
+    virtual void ForgetDeadKey() noexcept = 0;
+    [[nodiscard]] virtual HeldModifiers Held() noexcept = 0;
+    [[nodiscard]] virtual bool IsCapsLockToggled() noexcept = 0;
+    /// What the setup box holds; it is empty afterwards.
+    [[nodiscard]] virtual std::wstring TakeText() = 0;
+
+  protected:
+    CaptureDevice() = default;
+    CaptureDevice(const CaptureDevice&) = default;
+    CaptureDevice& operator=(const CaptureDevice&) = default;
+    ~CaptureDevice() = default;
+};
+
+/// Captures the two captions of one slot. Both change together, and only if the result is Done.
+/// @throws Error "Subscript out of range" for slot 49 and above, before any key is pressed.
+[[nodiscard]] CaptureResult CaptureKey(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot,
+                                       KeyCaptions& captions);
+
+/// Captures slots 0 to 46 in order. What stops it leaves the slots not yet captured as they were. Keys that it pressed
+/// are released and a Caps Lock that it switched off is on again, however it ends.
+[[nodiscard]] CaptureResult CaptureAllKeys(CaptureDevice& device, KeyCaptions& captions);
+
+} // namespace vextrel

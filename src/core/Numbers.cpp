@@ -1,0 +1,107 @@
+#include "core/Numbers.h"
+
+#include "core/Error.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace vextrel {
+
+namespace {
+
+constexpr bool IsDigit(wchar_t c) noexcept {
+    return c >= L'0' && c <= L'9';
+}
+
+std::wstring_view TrimBlanks(std::wstring_view text) noexcept {
+    const auto first = text.find_first_not_of(L' ');
+    if (first == std::wstring_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+struct NumberParts {
+    bool negative = false;
+    std::wstring_view whole;    ///< digits
+    std::wstring_view fraction; ///< digits; one of the two may be missing
+};
+
+std::optional<NumberParts> SplitNumber(std::wstring_view text) noexcept {
+    text = TrimBlanks(text);
+    NumberParts parts{.negative = text.starts_with(L'-'), .whole = {}, .fraction = {}};
+    if (parts.negative || text.starts_with(L'+')) {
+        text.remove_prefix(1);
+    }
+    const std::size_t point = text.find(L'.');
+    parts.whole = text.substr(0, point);
+    if (point != std::wstring_view::npos) {
+        parts.fraction = text.substr(point + 1);
+    }
+    const bool onlyDigits = std::all_of(parts.whole.begin(), parts.whole.end(), IsDigit) &&
+                            std::all_of(parts.fraction.begin(), parts.fraction.end(), IsDigit);
+    if (!onlyDigits || (parts.whole.empty() && parts.fraction.empty())) {
+        return std::nullopt;
+    }
+    return parts;
+}
+
+/// Whether the fraction's digits round the whole part up: above a half always, exactly a half only to an even result.
+bool FractionRoundsUp(std::wstring_view fraction, bool wholeIsOdd) noexcept {
+    if (fraction.empty() || fraction.front() < L'5') {
+        return false;
+    }
+    const bool aboveHalf =
+        fraction.front() > L'5' || fraction.substr(1).find_first_not_of(L'0') != std::wstring_view::npos;
+    return aboveHalf || wholeIsOdd;
+}
+
+} // namespace
+
+std::int64_t RoundHalfEven(double value) noexcept {
+    const double below = std::floor(value);
+    const double rest = value - below;
+    const auto whole = static_cast<std::int64_t>(below);
+    if (rest < 0.5) {
+        return whole;
+    }
+    return rest > 0.5 || whole % 2 != 0 ? whole + 1 : whole;
+}
+
+std::int16_t ToInt16(std::int64_t value) {
+    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max()) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    return static_cast<std::int16_t>(value);
+}
+
+bool IsNumeric(std::wstring_view text) noexcept {
+    return SplitNumber(text).has_value();
+}
+
+std::optional<std::int64_t> ParseNumber(std::wstring_view text) noexcept {
+    const std::optional<NumberParts> parts = SplitNumber(text);
+    if (!parts) {
+        return std::nullopt;
+    }
+    // Digits are gathered by hand rather than through a double, which would round 16-digit numbers a second time.
+    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+    std::int64_t whole = 0;
+    for (const wchar_t c : parts->whole) {
+        const std::int64_t digit = c - L'0';
+        if (whole > (largest - digit) / 10) {
+            return std::nullopt;
+        }
+        whole = whole * 10 + digit;
+    }
+    if (FractionRoundsUp(parts->fraction, whole % 2 != 0)) {
+        if (whole == largest) {
+            return std::nullopt;
+        }
+        ++whole;
+    }
+    return parts->negative ? -whole : whole;
+}
+
+} // namespace vextrel

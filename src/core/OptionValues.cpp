@@ -1,0 +1,159 @@
+#include "core/OptionValues.h"
+
+#include "core/Numbers.h"
+#include "core/CaptureRules.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace vextrel {
+
+namespace {
+
+template <class Integer>
+constexpr std::optional<Integer> Narrowed(std::int64_t value) noexcept {
+    if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max()) {
+        return std::nullopt;
+    }
+    return static_cast<Integer>(value);
+}
+
+constexpr std::int16_t mostOpaqueAlpha = 255;
+/// One above the largest alpha, deliberately.
+constexpr std::int16_t largestKeyboardTransparency = 256;
+constexpr std::int32_t shortIntervalReplacementMs = 2000;
+/// The layer made visible, as long as no other opacity was typed.
+constexpr std::int16_t visibleLayerTransparency = 100;
+/// A typed opacity below this would leave the layer as good as invisible.
+constexpr std::int32_t smallestRememberedOpacity = 2;
+
+} // namespace
+
+std::optional<bool> ParseBoolean(std::wstring_view text) noexcept {
+    if (text == L"True") {
+        return true;
+    }
+    if (text == L"False") {
+        return false;
+    }
+    return std::nullopt;
+}
+
+const wchar_t* BooleanText(bool value) noexcept {
+    return value ? L"True" : L"False";
+}
+
+InputMode ParseInputMode(std::wstring_view text) noexcept {
+    for (const InputMode mode : {InputMode::Hover, InputMode::HiddenMouseAndHover}) {
+        if (text == InputModeText(mode)) {
+            return mode;
+        }
+    }
+    return InputMode::Standard;
+}
+
+const wchar_t* InputModeText(InputMode mode) noexcept {
+    switch (mode) {
+    case InputMode::Hover: return L"Hover Entry Mode";
+    case InputMode::HiddenMouseAndHover: return L"Hover Entry and Hide Mouse";
+    case InputMode::Standard: break;
+    }
+    return L"Standard Mode";
+}
+
+std::optional<DragDropMode> ParseDragDropMode(std::wstring_view text) noexcept {
+    for (const DragDropMode mode : {DragDropMode::DragDrop, DragDropMode::Inject}) {
+        if (text == DragDropModeText(mode)) {
+            return mode;
+        }
+    }
+    return std::nullopt;
+}
+
+const wchar_t* DragDropModeText(DragDropMode mode) noexcept {
+    return mode == DragDropMode::Inject ? L"Inject" : L"Drag Drop";
+}
+
+std::int32_t ParseKeyboardLayout(std::wstring_view text) noexcept {
+    LayoutId id = LayoutId::English;
+    if (text == L"Default") {
+        id = LayoutId::Default;
+    } else if (text == L"Config") {
+        id = LayoutId::LastSaved;
+    }
+    return static_cast<std::int32_t>(id);
+}
+
+std::optional<std::int16_t> ParseTransparency(std::wstring_view text) noexcept {
+    if (!IsNumeric(text)) {
+        return TransparencyOfPercent(99);
+    }
+    const std::optional<std::int64_t> number = ParseNumber(text);
+    if (!number || *number < 0 || *number > largestKeyboardTransparency) {
+        return std::nullopt;
+    }
+    return static_cast<std::int16_t>(*number);
+}
+
+std::optional<std::int32_t> ParseHoverInterval(std::wstring_view text) noexcept {
+    const std::optional<std::int64_t> number = ParseNumber(text);
+    if (!number || !Narrowed<std::int16_t>(*number)) {
+        return std::nullopt;
+    }
+    return *number < 1 ? shortIntervalReplacementMs : static_cast<std::int32_t>(*number);
+}
+
+std::optional<std::uint8_t> AlphaForKeyboard(std::int16_t transparency) noexcept {
+    return AlphaForLayer(transparency == largestKeyboardTransparency ? mostOpaqueAlpha : transparency);
+}
+
+std::optional<std::uint8_t> AlphaForLayer(std::int16_t transparency) noexcept {
+    return Narrowed<std::uint8_t>(transparency);
+}
+
+int HoverSliderPosition(std::int32_t intervalMs) noexcept {
+    const std::int32_t shown = std::clamp(intervalMs, hoverSliderMinMs, hoverSliderMaxMs);
+    return (shown + hoverSliderStepMs / 2) / hoverSliderStepMs * hoverSliderStepMs;
+}
+
+int TransparencySliderPercent(std::int16_t transparency) noexcept {
+    const auto percent = static_cast<int>(RoundHalfEven(transparency * 100.0 / mostOpaqueAlpha));
+    return std::clamp(percent, transparencySliderMinPercent, transparencySliderMaxPercent);
+}
+
+std::int16_t TransparencyOfPercent(int percent) noexcept {
+    const int shown = std::clamp(percent, transparencySliderMinPercent, transparencySliderMaxPercent);
+    // Whole numbers up to the division, so that what lies half-way is exactly half-way.
+    return static_cast<std::int16_t>(RoundHalfEven(shown * mostOpaqueAlpha / 100.0));
+}
+
+std::optional<std::int32_t> ParseLayerAnswer(std::wstring_view text) noexcept {
+    const std::optional<std::int64_t> number = ParseNumber(text);
+    return number ? Narrowed<std::int32_t>(*number) : std::nullopt;
+}
+
+LayerCommandOutcome RunLayerCommand(LayerCommandState state, std::int16_t coverTransparency,
+                                    std::int16_t defaultCoverTransparency) noexcept {
+    if (state.firstSeen == 0) {
+        state.firstSeen = coverTransparency;
+    }
+    std::int16_t opacity = visibleLayerTransparency;
+    if (coverTransparency != defaultCoverTransparency) {
+        opacity = defaultCoverTransparency;
+    } else if (state.lastTyped >= smallestRememberedOpacity) {
+        opacity = LayerOpacity(state).value_or(coverTransparency);
+    }
+    const bool differs = opacity != state.firstSeen;
+    return {.state = state, .coverTransparency = opacity, .marked = differs, .ask = differs};
+}
+
+LayerCommandState TakeLayerAnswer(LayerCommandState state, std::optional<std::int32_t> answer) noexcept {
+    state.lastTyped = answer.value_or(state.lastTyped);
+    return state;
+}
+
+std::optional<std::int16_t> LayerOpacity(LayerCommandState state) noexcept {
+    return Narrowed<std::int16_t>(state.lastTyped);
+}
+
+} // namespace vextrel

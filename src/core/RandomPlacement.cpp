@@ -1,0 +1,51 @@
+#include "core/RandomPlacement.h"
+
+#include "core/Numbers.h"
+
+namespace vextrel {
+
+namespace {
+
+constexpr double unitsPerRow = 15;
+constexpr double keyRows = 5;
+/// The outer width besides the keys: both margins and the borders.
+constexpr double widthBesidesKeysTwips = 2 * sideMarginTwips + 100;
+/// The outer height besides keys and bars: title bar, menu, password box, sliders, gaps and borders.
+constexpr double heightBesidesKeysTwips = 400 + 2 * sideMarginTwips + 950;
+
+constexpr double narrowestWidthTwips = 5500;
+/// How far the window stays from the screen's top and left edges, and the room it leaves in all.
+constexpr double nearEdgeTwips = 400;
+constexpr double edgeRoomTwips = 1500;
+
+double RoundedTwips(double twips) noexcept {
+    return static_cast<double>(RoundHalfEven(twips));
+}
+
+} // namespace
+
+double KeyUnitTwips(double outerWidthTwips, double twipsPerPixel) noexcept {
+    const double unitPx = RoundedTwips((outerWidthTwips - widthBesidesKeysTwips) / unitsPerRow / twipsPerPixel);
+    return RoundedTwips(unitPx * twipsPerPixel);
+}
+
+double WindowHeightTwips(double keyWidthTwips, double toolbarHeightTwips, double statusBarHeightTwips) noexcept {
+    return toolbarHeightTwips + (keyRows * keyWidthTwips + heightBesidesKeysTwips) + statusBarHeightTwips;
+}
+
+Placement RandomisePlacement(const PlacementInput& input) noexcept {
+    const double targetWidth =
+        RoundedTwips((input.screenWidthTwips / 2 - narrowestWidthTwips) * input.widthDraw + narrowestWidthTwips);
+    Placement placement;
+    placement.keyWidthTwips = KeyUnitTwips(targetWidth, input.twipsPerPixel);
+    placement.widthTwips = widthBesidesKeysTwips + unitsPerRow * placement.keyWidthTwips;
+    placement.topTwips =
+        (input.screenHeightTwips - input.oldHeightTwips - edgeRoomTwips) * input.topDraw + nearEdgeTwips;
+    placement.leftTwips =
+        (input.screenWidthTwips - placement.widthTwips - edgeRoomTwips) * input.leftDraw + nearEdgeTwips;
+    placement.heightTwips =
+        WindowHeightTwips(placement.keyWidthTwips, input.toolbarHeightTwips, input.statusBarHeightTwips);
+    return placement;
+}
+
+} // namespace vextrel

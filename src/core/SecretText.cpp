@@ -1,0 +1,66 @@
+#include "core/SecretText.h"
+
+#include "core/Error.h"
+#include "core/Wipe.h"
+#include "core/SecretPages.h"
+
+#include <algorithm>
+#include <string>
+
+namespace vextrel {
+
+namespace {
+
+using Traits = std::char_traits<wchar_t>;
+
+// One character more than can be stored: what stands behind the text is always zero and so ends it.
+constexpr std::size_t roomCharacters = SecretText::capacity + 1;
+constexpr std::size_t roomBytes = roomCharacters * sizeof(wchar_t);
+
+} // namespace
+
+SecretText::SecretText()
+    : characters_(static_cast<wchar_t*>(AllocateSecretPages(roomBytes))) {}
+
+SecretText::~SecretText() {
+    ReleaseSecretPages(characters_, roomBytes);
+}
+
+std::wstring_view SecretText::View(TextRange range) const noexcept {
+    return View().substr(std::min(range.start, size_), range.count);
+}
+
+void SecretText::Clear() noexcept {
+    SetSize(0);
+}
+
+void SecretText::Assign(std::wstring_view text) {
+    if (text.size() > capacity) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    Traits::move(characters_, text.data(), text.size());
+    SetSize(text.size());
+}
+
+void SecretText::Replace(TextRange range, std::wstring_view text) {
+    const TextRange cut = range.CutAt(size_);
+    const std::size_t kept = size_ - cut.count;
+    if (text.size() > capacity - kept) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    Traits::move(characters_ + cut.start + text.size(), characters_ + cut.End(), size_ - cut.End());
+    Traits::copy(characters_ + cut.start, text.data(), text.size());
+    // Only what the text was shortened by can hold a character: behind it, all is zero already.
+    const std::size_t newSize = kept + text.size();
+    if (newSize < size_) {
+        WipeMemory(characters_ + newSize, (size_ - newSize) * sizeof(wchar_t));
+    }
+    size_ = newSize;
+}
+
+void SecretText::SetSize(std::size_t size) noexcept {
+    size_ = std::min(size, capacity);
+    WipeMemory(characters_ + size_, (roomCharacters - size_) * sizeof(wchar_t));
+}
+
+} // namespace vextrel

@@ -1,0 +1,199 @@
+#include "core/SendKeysParser.h"
+
+#include "core/Numbers.h"
+
+#include <algorithm>
+
+namespace vextrel {
+
+namespace {
+
+struct NamedKey {
+    std::wstring_view name;
+    std::uint8_t code;
+};
+
+constexpr NamedKey namedKeys[] = {
+    {L"BACKSPACE", 8}, {L"BS", 8},           {L"BKSP", 8},   {L"BREAK", 19},  {L"CAPSLOCK", 20}, {L"DELETE", 46},
+    {L"DEL", 46},      {L"DOWN", 40},        {L"END", 35},   {L"ENTER", 13},  {L"~", 13},        {L"ESC", 27},
+    {L"HELP", 47},     {L"HOME", 36},        {L"INS", 45},   {L"INSERT", 45}, {L"LEFT", 37},     {L"NUMLOCK", 144},
+    {L"PGDN", 34},     {L"PGUP", 33},        {L"PRTSC", 42}, // the Print key; the one that takes screenshots is 44
+    {L"RIGHT", 39},    {L"SCROLLLOCK", 145}, {L"TAB", 9},    {L"UP", 38},     {L"F1", 112},      {L"F2", 113},
+    {L"F3", 114},      {L"F4", 115},         {L"F5", 116},   {L"F6", 117},    {L"F7", 118},      {L"F8", 119},
+    {L"F9", 120},      {L"F10", 121},        {L"F11", 122},  {L"F12", 123},   {L"F13", 124},     {L"F14", 125},
+    {L"F15", 126},     {L"F16", 127},
+};
+static_assert(std::size(namedKeys) == 41);
+
+constexpr std::int64_t mostRepetitions = 32767;
+
+std::optional<std::uint8_t> ModifierKey(wchar_t c) noexcept {
+    switch (c) {
+    case L'+': return virtualkeys::shift;
+    case L'~': return virtualkeys::control;
+    case L'%': return virtualkeys::alt;
+    default: return std::nullopt;
+    }
+}
+
+bool IsSignedWholeNumber(std::wstring_view text) noexcept {
+    if (text.starts_with(L'-') || text.starts_with(L'+')) {
+        text.remove_prefix(1);
+    }
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
+}
+
+class Parser {
+  public:
+    explicit Parser(std::wstring_view command) noexcept
+        : command_(command) {}
+
+    SendKeysProgram Parse() {
+        // No character gives more than one stroke, but a modifier is released, too. Growing step by step would move the
+        // strokes of a long command again and again, which takes longer than the parsing.
+        const auto modifiers =
+            std::count_if(command_.begin(), command_.end(), [](wchar_t c) { return ModifierKey(c); });
+        program_.strokes.reserve(command_.size() + static_cast<std::size_t>(modifiers));
+        while (at_ < command_.size() && !program_.error) {
+            ParseNext();
+        }
+        ReleaseWaiting();
+        if (!program_.error && !groups_.empty()) {
+            program_.error = L"Invalid sendkeys command: more open brackets than close brackets.";
+        }
+        while (!groups_.empty()) {
+            CloseGroup();
+        }
+        return std::move(program_);
+    }
+
+  private:
+    void ParseNext() {
+        const wchar_t c = command_[at_];
+        if (const auto modifier = ModifierKey(c)) {
+            ParseModifier(*modifier);
+        } else if (c == L')') {
+            ParseGroupEnd();
+        } else if (c == L'{') {
+            ParseBraces();
+        } else {
+            AddKey({SendKeysStroke::Kind::KeyText, 0, 1, command_.substr(at_, 1)}); // no name is a plain character
+            ++at_;
+        }
+    }
+
+    void ParseModifier(std::uint8_t virtualKey) {
+        program_.strokes.push_back({SendKeysStroke::Kind::ModifierDown, virtualKey});
+        ++at_;
+        if (at_ < command_.size() && command_[at_] == L'(') {
+            // Modifiers before this one wait for the group as for a key: they are held until it ends.
+            waiting_.push_back(virtualKey);
+            groups_.push_back(waiting_.size());
+            held_.insert(held_.end(), waiting_.begin(), waiting_.end());
+            waiting_.clear();
+            ++at_;
+        } else {
+            waiting_.push_back(virtualKey);
+        }
+    }
+
+    void ParseGroupEnd() {
+        ReleaseWaiting();
+        if (groups_.empty()) {
+            FailAt(L"Invalid sendkeys command: unmatched ) at position ");
+            return;
+        }
+        CloseGroup();
+        ++at_;
+    }
+
+    void ParseBraces() {
+        if (at_ + 1 == command_.size()) {
+            FailAt(L"Invalid sendkeys command; opening { without content or closing } at position ");
+            return;
+        }
+        // A missing brace ends the parsing, so that no stretch of the command is searched twice.
+        const std::size_t end = command_.find(L'}', at_ + 1);
+        if (end == std::wstring_view::npos) {
+            FailAt(L"Invalid sendkeys command; opening { without closing } at position ");
+            return;
+        }
+        const std::wstring_view content = command_.substr(at_ + 1, end - at_ - 1);
+        const std::size_t blank = content.find(L' ');
+        std::int16_t count = 1;
+        if (blank != std::wstring_view::npos) {
+            const std::wstring_view countText = content.substr(blank + 1);
+            const auto number = IsSignedWholeNumber(countText) ? RepetitionCount(countText) : std::nullopt;
+            if (!number) {
+                FailAt(L"Invalid sendkeys command; key repetitions '" + std::wstring(countText) +
+                       L"' is invalid near position ");
+                return;
+            }
+            count = *number;
+        }
+        const std::wstring_view name = content.substr(0, blank);
+        if (const auto code = NamedKeyCode(name)) {
+            AddKey({SendKeysStroke::Kind::NamedKey, *code, count});
+        } else {
+            AddKey({SendKeysStroke::Kind::KeyText, 0, count, name});
+        }
+        at_ = end + 1;
+    }
+
+    static std::optional<std::int16_t> RepetitionCount(std::wstring_view digits) noexcept {
+        if (digits.starts_with(L'-')) {
+            return 0; // however negative: nothing is played
+        }
+        const auto number = ParseNumber(digits);
+        if (!number || *number > mostRepetitions) {
+            return std::nullopt;
+        }
+        return static_cast<std::int16_t>(*number);
+    }
+
+    void AddKey(const SendKeysStroke& stroke) {
+        program_.strokes.push_back(stroke);
+        ReleaseWaiting();
+    }
+
+    void Release(std::vector<std::uint8_t>& modifiers) {
+        program_.strokes.push_back({SendKeysStroke::Kind::ModifierUp, modifiers.back()});
+        modifiers.pop_back();
+    }
+
+    void ReleaseWaiting() {
+        while (!waiting_.empty()) {
+            Release(waiting_);
+        }
+    }
+
+    void CloseGroup() {
+        for (std::size_t modifiers = groups_.back(); modifiers > 0; --modifiers) {
+            Release(held_);
+        }
+        groups_.pop_back();
+    }
+
+    void FailAt(std::wstring message) { program_.error = std::move(message) + std::to_wstring(at_ + 1); }
+
+    std::wstring_view command_;
+    std::size_t at_ = 0;
+    std::vector<std::uint8_t> waiting_; ///< pressed for the next key, in the order of pressing
+    std::vector<std::uint8_t> held_;    ///< pressed for open groups, innermost last
+    std::vector<std::size_t> groups_;   ///< how many of them each open group holds
+    SendKeysProgram program_;
+};
+
+} // namespace
+
+SendKeysProgram ParseSendKeys(std::wstring_view command) {
+    return Parser(command).Parse();
+}
+
+std::optional<std::uint8_t> NamedKeyCode(std::wstring_view name) noexcept {
+    const auto* const found = std::find_if(std::begin(namedKeys), std::end(namedKeys),
+                                           [name](const NamedKey& key) { return key.name == name; });
+    return found == std::end(namedKeys) ? std::nullopt : std::optional(found->code);
+}
+
+} // namespace vextrel

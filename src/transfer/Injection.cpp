@@ -1,0 +1,123 @@
+#include "transfer/Injection.h"
+
+#include "transfer/CharacterCodes.h"
+#include "win32/Messages.h"
+#include "win32/Text.h"
+
+#include <array>
+
+namespace vextrel {
+
+namespace {
+
+/// The target's time to react to the click before any character comes, counted in rounds of message processing and
+/// not in time.
+constexpr int waitRounds = 100000;
+constexpr std::size_t classNameSize = 255;
+
+std::wstring& TargetClass() noexcept {
+    static std::wstring name;
+    return name;
+}
+
+void RecordClass(HWND window) {
+    std::array<char, classNameSize> name{};
+    ::GetClassNameA(window, name.data(), static_cast<int>(name.size()));
+    TargetClass() = Widen(name.data());
+}
+
+bool IsOurs(HWND window) noexcept {
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    return process == ::GetCurrentProcessId();
+}
+
+void BringForward(HWND window) noexcept {
+    const HWND root = ::GetAncestor(window, GA_ROOT);
+    if (root != nullptr && root != window) {
+        ::SetForegroundWindow(root);
+        ::ShowWindowAsync(root, SW_SHOW);
+    }
+    ::SetForegroundWindow(window);
+    ::ShowWindowAsync(window, SW_SHOW);
+}
+
+void ClickAt(POINT place) noexcept {
+    ::SetCursorPos(place.x, place.y);
+    // What mouse_event presses is the physical button; swapped, the right one is the primary.
+    const bool swapped = ::GetSystemMetrics(SM_SWAPBUTTON) != 0;
+    ::mouse_event(swapped ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    ::mouse_event(swapped ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+}
+
+void WaitForReaction() noexcept {
+    PumpPendingMessages();
+    for (int round = 0; round < waitRounds; ++round) {
+        PumpPendingMessages();
+    }
+}
+
+/// What Windows shows in place of a window that hangs. It takes what is posted and gives it to nobody.
+bool IsStandIn() {
+    return TargetClass() == L"Ghost";
+}
+
+InjectionOutcome PostUnits(HWND window, std::wstring_view password) noexcept {
+    for (const wchar_t unit : password) {
+        if (::PostMessageW(window, WM_CHAR, unit, 0) == FALSE) {
+            return {InjectionOutcome::Kind::Refused, ::GetLastError()};
+        }
+    }
+    return {InjectionOutcome::Kind::Injected};
+}
+
+InjectionOutcome Post(HWND window, std::wstring_view password) noexcept {
+    // Of the system's code pages this is the one of whose bytes no window puts characters together.
+    if (::GetACP() == CP_UTF8) {
+        return PostUnits(window, password);
+    }
+    while (!password.empty()) {
+        const AnsiCharacter character(password);
+        for (const std::uint8_t byte : character) {
+            // The ANSI call: only it takes codes of the code page and brings them to either kind of window.
+            if (::PostMessageA(window, WM_CHAR, byte, 0) == FALSE) {
+                return {InjectionOutcome::Kind::Refused, ::GetLastError()};
+            }
+        }
+        password.remove_prefix(character.UnitCount());
+    }
+    return {InjectionOutcome::Kind::Injected};
+}
+
+} // namespace
+
+InjectionOutcome Inject(const SecretText& password) {
+    POINT place{};
+    if (::GetCursorPos(&place) == FALSE) {
+        return {InjectionOutcome::Kind::NoWindow};
+    }
+    const HWND window = ::WindowFromPoint(place);
+    if (window != nullptr) {
+        RecordClass(window);
+        if (IsOurs(window)) {
+            return {InjectionOutcome::Kind::OwnWindow};
+        }
+        if (IsStandIn()) {
+            return {InjectionOutcome::Kind::Refused, ERROR_TIMEOUT};
+        }
+    }
+    BringForward(window);
+    ClickAt(place);
+    WaitForReaction();
+    if (window == nullptr) {
+        // A message to no window would land in our own queue, password and all.
+        return {InjectionOutcome::Kind::NoWindow};
+    }
+    return Post(window, password.View());
+}
+
+const std::wstring& InjectionTargetClass() noexcept {
+    return TargetClass();
+}
+
+} // namespace vextrel

@@ -1,0 +1,90 @@
+#include "transfer/SendKeys.h"
+
+#include "core/Error.h"
+#include "core/SendKeysParser.h"
+#include "transfer/CharacterCodes.h"
+#include "win32/Messages.h"
+
+#include <new>
+
+namespace vextrel {
+
+namespace {
+
+constexpr const wchar_t* errorSource = L"Vextrel.cSendKeys";
+
+} // namespace
+
+void cSendKeys::SendKeys(std::wstring_view command) {
+    std::vector<std::uint8_t> held; // in the order of pressing
+    const auto releaseHeld = [&]() noexcept {
+        while (!held.empty()) {
+            KeyUp(held.back());
+            held.pop_back();
+        }
+    };
+    try {
+        Play(command, held);
+    } catch (const Error& error) {
+        releaseHeld();
+        throw Error(static_cast<ErrorNumber>(error.Number()), error.Description(), errorSource);
+    } catch (const std::bad_alloc&) {
+        releaseHeld();
+        throw Error(ErrorNumber::OutOfMemory, Error(ErrorNumber::OutOfMemory).Description(), errorSource);
+    }
+}
+
+void cSendKeys::Play(std::wstring_view command, std::vector<std::uint8_t>& held) {
+    const SendKeysProgram program = ParseSendKeys(command);
+    for (const SendKeysStroke& stroke : program.strokes) {
+        switch (stroke.kind) {
+        case SendKeysStroke::Kind::ModifierDown:
+            held.push_back(stroke.virtualKey);
+            KeyDown(stroke.virtualKey);
+            break;
+        case SendKeysStroke::Kind::ModifierUp:
+            // Modifiers are released in the opposite order of pressing.
+            KeyUp(stroke.virtualKey);
+            held.pop_back();
+            break;
+        case SendKeysStroke::Kind::NamedKey: Repeat(stroke.virtualKey, stroke.count); break;
+        case SendKeysStroke::Kind::KeyText: KeyPress(stroke.text, stroke.count); break;
+        }
+    }
+    if (program.error) {
+        throw Error(ErrorNumber::SendKeys, *program.error, errorSource);
+    }
+}
+
+void cSendKeys::KeyPress(std::wstring_view text, std::int32_t count) {
+    const auto named = NamedKeyCode(text);
+    const auto code = named ? named : KeyCode(text);
+    if (!code) {
+        throw Error(ErrorNumber::SendKeys, L"Key " + std::wstring(text) + L" could not be interpreted.", errorSource);
+    }
+    Repeat(*code, count);
+}
+
+void cSendKeys::Repeat(std::uint8_t virtualKey, std::int32_t count) noexcept {
+    for (; count > 0; --count) {
+        KeyDown(virtualKey);
+        KeyUp(virtualKey);
+    }
+}
+
+void cSendKeys::KeyDown(std::uint8_t virtualKey) noexcept {
+    // Every key counts as an extended one here.
+    ::keybd_event(virtualKey, 0, KEYEVENTF_EXTENDEDKEY, 0);
+    PumpPendingMessages();
+}
+
+void cSendKeys::KeyUp(std::uint8_t virtualKey) noexcept {
+    ::keybd_event(virtualKey, 0, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP, 0);
+    PumpPendingMessages();
+}
+
+std::optional<std::uint8_t> cSendKeys::KeyCode(std::wstring_view text) const noexcept {
+    return vextrel::KeyCode(text);
+}
+
+} // namespace vextrel

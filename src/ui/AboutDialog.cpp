@@ -1,0 +1,80 @@
+#include "ui/AboutDialog.h"
+
+#include "win32/version.h"
+#include "win32/WebLinks.h"
+#include "core/ids.h"
+#include "win32/resources.h"
+
+namespace vextrel {
+
+namespace {
+
+constexpr int iconSize96 = 48;
+
+std::wstring Lines(const std::vector<std::wstring>& lines) {
+    std::wstring text;
+    for (const std::wstring& line : lines) {
+        text += (text.empty() ? L"" : L"\r\n") + line;
+    }
+    return text;
+}
+
+void InitialiseLinks() noexcept {
+    INITCOMMONCONTROLSEX classes{};
+    classes.dwSize = sizeof classes;
+    classes.dwICC = ICC_LINK_CLASS;
+    ::InitCommonControlsEx(&classes);
+}
+
+} // namespace
+
+void frmAbout::FitControls() {
+    const int size = Scaled(iconSize96);
+    UniqueIcon icon(static_cast<HICON>(
+        ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_VEXTREL), IMAGE_ICON, size, size, 0)));
+    ::SendMessageW(picture_, STM_SETICON, reinterpret_cast<WPARAM>(icon.Get()), 0);
+    icon_ = std::move(icon);
+    ::SendMessageW(name_, WM_SETFONT, reinterpret_cast<WPARAM>(Fonts().Sized(Dpi(), Scaled(24))), FALSE);
+}
+
+void frmAbout::AddLink(const wchar_t* text, const Rect& place96, int id) {
+    AddControl(WC_LINK, (L"<a>" + std::wstring(text) + L"</a>").c_str(), WS_TABSTOP, 0, place96, id);
+}
+
+void frmAbout::CreateControls() {
+    InitialiseLinks();
+    picture_ =
+        AddControl(WC_STATICW, L"", SS_ICON | SS_REALSIZECONTROL, 0, {20, 20, 20 + iconSize96, 20 + iconSize96}, -1);
+    name_ = AddControl(WC_STATICW, L"Vextrel", SS_LEFT, 0, {84, 16, 420, 48}, -1);
+    AddControl(WC_STATICW, L"Version " VEXTREL_VERSION_TEXT, SS_LEFT, 0, {84, 50, 420, 70}, -1);
+    AddControl(
+        WC_STATICW,
+        L"An on-screen keyboard for passwords. It is made so that programs which record keys, clicks or the screen "
+        L"learn as little as possible, and it takes the password to where you drag it.",
+        SS_LEFT | SS_NOPREFIX, 0, {20, 84, 420, 136}, -1);
+    AddLink(L"Vextrel homepage", {20, 144, 150, 164}, ids::aboutHomepage);
+    AddLink(L"Donate", {160, 144, 420, 164}, ids::aboutDonate);
+    AddControl(WC_STATICW, L"&Protections in force", SS_LEFT, 0, {20, 176, 420, 194}, -1);
+    AddLines(Lines(protections_).c_str(), {20, 196, 420, 294}, ids::aboutProtections);
+    const HWND ok = AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, {335, 306, 420, 330}, IDOK);
+    ::SetFocus(ok);
+}
+
+LRESULT frmAbout::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NOTIFY) {
+        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+        if (header.code == NM_CLICK || header.code == NM_RETURN) {
+            // The pages' owner is the main window: it is still there when this dialog has gone.
+            const HWND owner = ::GetWindow(Handle(), GW_OWNER);
+            if (header.idFrom == ids::aboutHomepage) {
+                OpenWebPage(owner, WebPage::Homepage);
+            } else if (header.idFrom == ids::aboutDonate) {
+                OpenWebPage(owner, WebPage::Donate);
+            }
+            return 0;
+        }
+    }
+    return Dialog::OnDialogMessage(message, wParam, lParam);
+}
+
+} // namespace vextrel

@@ -1,0 +1,172 @@
+#include "ui/DragHint.h"
+
+#include "core/Geometry.h"
+#include "core/ids.h"
+#include "win32/EventGuard.h"
+#include "win32/Text.h"
+#include "win32/WindowStyle.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vextrel {
+
+namespace {
+
+constexpr UINT_PTR Timer1 = 1;
+constexpr UINT followIntervalMs = 15;
+
+// The background shape, in twips; higher where the user's font wants more room. Injection has two more lines to say.
+constexpr int shapeWidthTwips = 4000;
+constexpr int shapeHeightDragTwips = 900;
+constexpr int shapeHeightInjectionTwips = 1400;
+constexpr int marginTwips = 50;
+constexpr int headerHeightTwips = 240;
+/// From the pointer to the hint's corner: far enough that the pointer never meets it.
+constexpr int pointerDistanceTwips = 250;
+
+constexpr COLORREF injectionColour = 0xC0FFFF; // light yellow
+constexpr COLORREF dragColour = 0xE8FFE8;      // light green
+constexpr COLORREF textColour = 0x000000;
+constexpr std::uint8_t noteAlpha = 235;
+
+constexpr const wchar_t* injectionText =
+    L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.\r\n"
+    L"The 'no drop' icon may display - that's okay,\r\n"
+    L"Vextrel will still try to inject the data.";
+constexpr const wchar_t* dragText =
+    L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.";
+
+/// The height in pixels that a label's text takes.
+int HeightOf(HWND label, HFONT font, int widthPx) {
+    const std::wstring text = WindowText(label);
+    RECT room{0, 0, widthPx, 0};
+    WithFont(font, [&](HDC screen) {
+        ::DrawTextW(screen, text.c_str(), -1, &room, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EXPANDTABS);
+    });
+    return static_cast<int>(room.bottom);
+}
+
+} // namespace
+
+void frmDragNote::ShowFor(DragDropMode mode, HWND owner) {
+    mode_ = mode;
+    // It takes its DPI from the screen that it is created on.
+    POINT pointer{};
+    ::GetCursorPos(&pointer);
+    Load({.title = L"",
+          .style = WS_POPUP | WS_CLIPCHILDREN,
+          .exStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_LAYERED | WS_EX_TRANSPARENT,
+          .owner = owner,
+          .leftPx = static_cast<int>(pointer.x),
+          .topPx = static_cast<int>(pointer.y),
+          .widthPx = 0,
+          .heightPx = 0});
+    SetLayeredTransparency(Handle(), noteAlpha);
+    CreateControls();
+    LayOut();
+    FollowPointer();
+    ::ShowWindow(Handle(), SW_SHOWNOACTIVATE);
+    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ::SetTimer(Handle(), Timer1, followIntervalMs, nullptr);
+}
+
+void frmDragNote::CreateControls() {
+    const auto label = [this](const wchar_t* text, int id) {
+        const HWND control =
+            ::CreateWindowExW(WS_EX_NOPARENTNOTIFY | WS_EX_TRANSPARENT, WC_STATICW, text,
+                              WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, Handle(),
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
+        if (control == nullptr) {
+            ThrowLastError();
+        }
+        return control;
+    };
+    const bool inject = mode_ == DragDropMode::Inject;
+    header_ = label(inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:", ids::dragNoteHeader);
+    text_ = label(inject ? injectionText : dragText, ids::dragNoteText);
+}
+
+void frmDragNote::LayOut() {
+    const int dpi = Dpi();
+    const auto px = [dpi](int twips) { return PixelsFromTwips(twips, dpi); };
+    const HFONT font = fonts_.MessageFont(dpi);
+    const int margin = px(marginTwips);
+    const int labelWidth = px(shapeWidthTwips - 2 * marginTwips);
+    const int shapeHeight = px(mode_ == DragDropMode::Inject ? shapeHeightInjectionTwips : shapeHeightDragTwips);
+    const int headerHeight = std::max(px(headerHeightTwips), HeightOf(header_, font, labelWidth));
+    const int textTop = margin + headerHeight;
+    const int textHeight = std::max(shapeHeight - textTop - margin, HeightOf(text_, font, labelWidth));
+    for (const HWND label : {header_, text_}) {
+        ::SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    }
+    ::MoveWindow(header_, margin, margin, labelWidth, headerHeight, FALSE);
+    ::MoveWindow(text_, margin, textTop, labelWidth, textHeight, FALSE);
+    ::SetWindowPos(Handle(), nullptr, 0, 0, px(shapeWidthTwips), textTop + textHeight + margin,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void frmDragNote::OnDpiChanged() {
+    // The new size may put most of it onto the other screen again; answering that would never end.
+    if (!std::exchange(changingDpi_, true)) {
+        LayOut();
+        ::InvalidateRect(Handle(), nullptr, TRUE);
+        changingDpi_ = false;
+    }
+}
+
+void frmDragNote::FollowPointer() noexcept {
+    POINT pointer{};
+    if (::GetCursorPos(&pointer) == FALSE) {
+        return;
+    }
+    const int distance = PixelsFromTwips(pointerDistanceTwips, Dpi());
+    ::SetWindowPos(Handle(), HWND_TOPMOST, pointer.x + distance, pointer.y + distance, 0, 0,
+                   SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+void frmDragNote::WakeFinishedDrag() noexcept {
+    // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag would go
+    // on without an end. Any message of the mouse makes it look at the buttons again.
+    if (::GetAsyncKeyState(VK_LBUTTON) >= 0 && ::GetAsyncKeyState(VK_RBUTTON) >= 0) {
+        ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
+    }
+}
+
+void frmDragNote::OnUnload() noexcept {
+    ::KillTimer(Handle(), Timer1);
+}
+
+LRESULT frmDragNote::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const COLORREF ground = mode_ == DragDropMode::Inject ? injectionColour : dragColour;
+    switch (message) {
+    case WM_TIMER:
+        // Reported over the main window: the hint is gone by then.
+        GuardEvent(::GetWindow(Handle(), GW_OWNER), L"Timer1_Timer", [&] {
+            FollowPointer();
+            WakeFinishedDrag();
+        });
+        return 0;
+    case WM_DPICHANGED: OnDpiChanged(); return 0;
+    case WM_NCHITTEST: return HTTRANSPARENT;
+    case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
+    case WM_ERASEBKGND: {
+        RECT area{};
+        ::GetClientRect(Handle(), &area);
+        ::SetDCBrushColor(reinterpret_cast<HDC>(wParam), ground);
+        ::FillRect(reinterpret_cast<HDC>(wParam), &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+        ::FrameRect(reinterpret_cast<HDC>(wParam), &area, ::GetSysColorBrush(COLOR_3DSHADOW));
+        return 1;
+    }
+    case WM_CTLCOLORSTATIC: {
+        const auto context = reinterpret_cast<HDC>(wParam);
+        ::SetTextColor(context, textColour);
+        ::SetDCBrushColor(context, ground);
+        ::SetBkColor(context, ground);
+        return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+    }
+    default: return DefaultHandler(message, wParam, lParam);
+    }
+}
+
+} // namespace vextrel

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "core/OptionValues.h"
+#include "win32/FontCache.h"
+#include "win32/Form.h"
+
+namespace vextrel {
+
+/// The hint that follows the pointer while the password is dragged. It takes neither the pointer nor the focus nor the
+/// drop.
+class frmDragNote final : public Form {
+  public:
+    frmDragNote() = default;
+    ~frmDragNote() override { Unload(); }
+
+    /// Shows the hint beside the pointer and paints it at once. @param owner the main window.
+    void ShowFor(DragDropMode mode, HWND owner);
+
+  private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnUnload() noexcept override;
+    void CreateControls();
+    void LayOut();
+    void OnDpiChanged();
+    void FollowPointer() noexcept;
+    void WakeFinishedDrag() noexcept;
+
+    FontCache fonts_;
+    DragDropMode mode_ = DragDropMode::DragDrop;
+    HWND header_ = nullptr;
+    HWND text_ = nullptr;
+    bool changingDpi_ = false;
+};
+
+} // namespace vextrel

@@ -1,0 +1,257 @@
+#include "ui/ProtectiveLayer.h"
+
+#include "core/Geometry.h"
+#include "ui/DotPointer.h"
+#include "core/HitTest.h"
+#include "ui/NoEvents.h"
+#include "core/ids.h"
+#include "win32/MoveHook.h"
+#include "win32/EventGuard.h"
+#include "win32/InputState.h"
+#include "win32/Text.h"
+#include "win32/WindowStyle.h"
+
+#include <imm.h>
+
+#include <utility>
+
+namespace vextrel {
+
+namespace {
+
+constexpr UINT_PTR Timer1 = 1;
+constexpr UINT_PTR tmrForegroundCheck = 2;
+constexpr UINT foregroundCheckMs = 50;
+constexpr int offScreenTwips = -10000;
+
+} // namespace
+
+frmBlank::frmBlank()
+    : events_(&NoEvents::Instance()) {}
+
+void frmBlank::Load(HWND mainWindow) {
+    Form::Load({.title = L"",
+                .style = WS_POPUP,
+                // No tool bar entry, no place in Alt+Tab, and a click leaves the activation where it is.
+                .exStyle = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
+                .owner = mainWindow,
+                .leftPx = 0,
+                .topPx = 0,
+                .widthPx = 0,
+                .heightPx = 0});
+    const int offScreenPx = PixelsFromTwips(offScreenTwips, Dpi());
+    txtSetup_ = ::CreateWindowExW(WS_EX_NOPARENTNOTIFY, WC_EDITW, L"", WS_CHILD | WS_VISIBLE, offScreenPx, offScreenPx,
+                                  60, 20, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids::txtSetup)),
+                                  ::GetModuleHandleW(nullptr), nullptr);
+    if (txtSetup_ == nullptr) {
+        ThrowLastError();
+    }
+    ::ImmAssociateContextEx(txtSetup_, nullptr, 0);
+    mKBFormMoveSubclass::InstallHook(Handle());
+    ::SetTimer(Handle(), tmrForegroundCheck, foregroundCheckMs, nullptr);
+}
+
+void frmBlank::OnUnload() noexcept {
+    StopHoverTimer();
+    ::KillTimer(Handle(), tmrForegroundCheck);
+    mKBFormMoveSubclass::RemoveHook(Handle());
+}
+
+void frmBlank::SetController(KeyboardEvents* events, LayerHost* host) noexcept {
+    events_ = events != nullptr ? events : &NoEvents::Instance();
+    host_ = host;
+}
+
+void frmBlank::Place(const RECT& area) noexcept {
+    ::SetWindowPos(Handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                   SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOOWNERZORDER);
+}
+
+void frmBlank::Show(bool show) noexcept {
+    ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
+}
+
+void frmBlank::SetAlpha(std::optional<std::uint8_t> alpha) noexcept {
+    if (alpha) {
+        invisible_ = *alpha == 0;
+        SetLayeredTransparency(Handle(), alpha);
+        ApplyClickThrough();
+    }
+}
+
+void frmBlank::ApplyClickThrough() noexcept {
+    // Disabled, too: a modal window may come to lie beneath the layer where the system does not make what a topmost
+    // window owns topmost, and has to be clickable there.
+    SetClickThrough(Handle(), invisible_ || ::IsWindowEnabled(Handle()) == FALSE);
+}
+
+void frmBlank::RunHoverTimer(UINT intervalMs) noexcept {
+    if (hoverIntervalMs_ != intervalMs) {
+        RestartHoverTimer(intervalMs);
+    }
+}
+
+void frmBlank::RestartHoverTimer(UINT intervalMs) noexcept {
+    hoverIntervalMs_ = intervalMs;
+    ::SetTimer(Handle(), Timer1, intervalMs, nullptr);
+}
+
+void frmBlank::StopHoverTimer() noexcept {
+    hoverIntervalMs_ = 0;
+    ::KillTimer(Handle(), Timer1);
+}
+
+LRESULT frmBlank::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    const auto guarded = [this](const wchar_t* handler, auto&& body) {
+        if (host_ != nullptr) {
+            GuardEvent(Handle(), handler, body);
+        }
+        return LRESULT{0};
+    };
+    switch (message) {
+    // Every mouse button acts alike.
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_XBUTTONDOWN: return guarded(L"Form_MouseDown", [&] { OnMouseDown(client); });
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+    case WM_XBUTTONUP: return guarded(L"Form_MouseUp", [&] { OnMouseUp(client); });
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+    case WM_XBUTTONDBLCLK: return guarded(L"Form_DblClick", [&] { OnDoubleClick(); });
+    case WM_MOUSEMOVE: {
+        const bool held = (wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) != 0;
+        return guarded(L"Form_MouseMove", [&] { OnMouseMove(client, held); });
+    }
+    case WM_ENABLE: OnEnabled(wParam != FALSE); return 0;
+    case WM_CAPTURECHANGED: Push(std::nullopt); return 0;
+    case WM_MOUSEACTIVATE: guarded(L"Form_MouseActivate", [&] { host_->BringToFront(); }); return MA_NOACTIVATE;
+    case WM_SETCURSOR:
+        ::SetCursor(events_->ShowsDotPointer() ? DotPointerForDpi(Dpi()) : ::LoadCursorW(nullptr, IDC_ARROW));
+        return TRUE;
+    case WM_TIMER:
+        if (wParam == Timer1) {
+            return guarded(L"Timer1_Timer", [&] { OnHoverTick(); });
+        }
+        return guarded(L"tmrForegroundCheck_Timer", [&] { host_->CheckForeground(); });
+    // The main window places the layer, on another DPI as well, and ends it.
+    case WM_DPICHANGED:
+    case WM_CLOSE: return 0;
+    default: return DefaultHandler(message, wParam, lParam);
+    }
+}
+
+std::optional<int> frmBlank::KeyAt(POINT client) const noexcept {
+    RECT area{};
+    ::GetClientRect(Handle(), &area);
+    // A captured mouse reports points outside, too; the rule takes its outer keys to reach any distance.
+    if (::PtInRect(&area, client) == FALSE) {
+        return std::nullopt;
+    }
+    const double twips = TwipsPerPixel(Dpi());
+    return KeyUnderPoint(client.x * twips, client.y * twips, area.right * twips, area.bottom * twips);
+}
+
+void frmBlank::SetKeyState(int key, bool pushed) const noexcept {
+    if (const HWND window = host_->KeyWindow(key); window != nullptr) {
+        ::SendMessageW(window, BM_SETSTATE, pushed ? TRUE : FALSE, 0);
+    }
+}
+
+void frmBlank::Push(std::optional<int> key) noexcept {
+    const std::optional<int> before = std::exchange(pressedKey_, key);
+    if (before && before != key && host_ != nullptr) {
+        SetKeyState(*before, false);
+    }
+    if (key && host_ != nullptr) {
+        SetKeyState(*key, true);
+    }
+}
+
+void frmBlank::OnEnabled(bool enabled) noexcept {
+    ApplyClickThrough();
+    // A dialog that ends on a press, as a file dialog does on a double click, leaves the release to what lies beneath.
+    pressedElsewhere_ = enabled && IsAnyMouseButtonDown();
+}
+
+void frmBlank::OnMouseDown(POINT client) {
+    pressedElsewhere_ = false;
+    ::SetCapture(Handle());
+    Push(KeyAt(client));
+}
+
+void frmBlank::OnMouseMove(POINT client, bool buttonHeld) {
+    pressedElsewhere_ = pressedElsewhere_ && buttonHeld;
+    if (host_->CurrentInputMode() == InputMode::Standard && !buttonHeld) {
+        return;
+    }
+    const std::optional<int> key = KeyAt(client);
+    if (!key) {
+        events_->MouseMoveInForm();
+        return;
+    }
+    events_->ButtonMouseMove(*key);
+    if (pressedKey_ && pressedKey_ != key) {
+        Push(key);
+    }
+}
+
+void frmBlank::OnMouseUp(POINT client) {
+    const std::optional<int> key = std::exchange(pressedElsewhere_, false) ? std::nullopt : KeyAt(client);
+    // Before the click, which may open a dialog: no key stays pushed beneath it. Giving up the capture comes back as
+    // WM_CAPTURECHANGED and releases the remembered key.
+    if (::GetCapture() == Handle()) {
+        ::ReleaseCapture();
+    }
+    Push(std::nullopt);
+    if (key) {
+        events_->ButtonClick(*key);
+        SetKeyState(*key, false);
+    }
+}
+
+void frmBlank::OnDoubleClick() {
+    pressedElsewhere_ = false;
+    ::SetCapture(Handle());
+    POINT pointer{};
+    if (::GetCursorPos(&pointer) == FALSE) {
+        return;
+    }
+    ::ScreenToClient(Handle(), &pointer);
+    pressedKey_.reset();
+    if (const std::optional<int> key = KeyAt(pointer)) {
+        host_->FlashKey(*key);
+    }
+}
+
+bool frmBlank::IsUnderPointer(POINT pointer) const noexcept {
+    RECT area{};
+    // Hidden with the minimised window, the layer keeps its place.
+    if (!IsVisible() || ::GetWindowRect(Handle(), &area) == FALSE) {
+        return false;
+    }
+    // Edges included on all four sides.
+    return pointer.x >= area.left && pointer.x <= area.right && pointer.y >= area.top && pointer.y <= area.bottom;
+}
+
+void frmBlank::OnHoverTick() {
+    if (!host_->IsHoverEntryEnabled()) {
+        return;
+    }
+    POINT pointer{};
+    if (::GetCursorPos(&pointer) == FALSE) {
+        return;
+    }
+    if (IsUnderPointer(pointer)) {
+        events_->Timer();
+        return;
+    }
+    StopHoverTimer();
+    host_->ClearCurrentButton();
+}
+
+} // namespace vextrel

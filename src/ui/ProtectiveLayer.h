@@ -1,0 +1,65 @@
+#pragma once
+
+#include "ui/LayerHost.h"
+#include "ui/KeyboardEvents.h"
+#include "win32/Form.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace vextrel {
+
+/// The protective layer: a translucent window laid exactly over the keys. It takes the clicks, works out from the
+/// pointer's position alone which key lies beneath, and drives that key itself.
+class frmBlank final : public Form {
+  public:
+    frmBlank();
+    ~frmBlank() override { Unload(); }
+
+    /// Creates the window, hidden, owned by the main window. @throws Error with the system's code.
+    void Load(HWND mainWindow);
+    /// Whom events go to; null when the controller goes.
+    void SetController(KeyboardEvents* events, LayerHost* host) noexcept;
+
+    /// The box that receives synthesised keys while a layout is captured; never seen.
+    [[nodiscard]] HWND txtSetup() const noexcept { return txtSetup_; }
+
+    /// Lays the layer over an area of the screen, in pixels, without activating it or moving it in the stack.
+    void Place(const RECT& area) noexcept;
+    void Show(bool show) noexcept;
+    /// The layer's opacity; nothing changes without one. At 0 clicks fall through to the keys, and the layer is marked
+    /// so that they do wherever the program runs.
+    void SetAlpha(std::optional<std::uint8_t> alpha) noexcept;
+    [[nodiscard]] bool IsInvisible() const noexcept { return invisible_; }
+
+    // The hover timer. Setting an unchanged interval leaves a running countdown alone.
+    void RunHoverTimer(UINT intervalMs) noexcept;
+    void RestartHoverTimer(UINT intervalMs) noexcept;
+    void StopHoverTimer() noexcept;
+
+  private:
+    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void OnUnload() noexcept override;
+
+    [[nodiscard]] std::optional<int> KeyAt(POINT client) const noexcept;
+    void OnMouseDown(POINT client);
+    void OnMouseMove(POINT client, bool buttonHeld);
+    void OnMouseUp(POINT client);
+    void OnDoubleClick();
+    void OnHoverTick();
+    void OnEnabled(bool enabled) noexcept;
+    void ApplyClickThrough() noexcept;
+    [[nodiscard]] bool IsUnderPointer(POINT pointer) const noexcept;
+    void Push(std::optional<int> key) noexcept;
+    void SetKeyState(int key, bool pushed) const noexcept;
+
+    KeyboardEvents* events_;
+    LayerHost* host_ = nullptr;
+    HWND txtSetup_ = nullptr;
+    std::optional<int> pressedKey_;
+    bool invisible_ = false;
+    bool pressedElsewhere_ = false; ///< a button that is down went down while the layer took no input
+    UINT hoverIntervalMs_ = 0;      ///< 0: the timer is stopped
+};
+
+} // namespace vextrel

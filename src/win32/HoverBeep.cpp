@@ -1,0 +1,23 @@
+#include "win32/HoverBeep.h"
+
+#include "win32/SettingsStore.h"
+#include "win32/SystemLibrary.h"
+
+#include <mmsystem.h>
+
+namespace vextrel {
+
+void PlayHoverBeep(const std::wstring& folder) {
+    const std::wstring file = folder + L"\\beep.wav";
+    if (!FileExists(file)) {
+        ::MessageBeep(MB_OK);
+        return;
+    }
+    // Not a static import: winmm.dll is none of those that the system always takes from its own folder.
+    static const SystemLibrary multimedia(L"winmm.dll");
+    if (const auto play = multimedia.Find<decltype(&::sndPlaySoundW)>("sndPlaySoundW")) {
+        play(file.c_str(), SND_SYNC);
+    }
+}
+
+} // namespace vextrel

@@ -1,0 +1,79 @@
+#include "core/Captions.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace vextrel {
+namespace {
+
+TEST(Captions, ModifiersChooseTheCaptionOfACharacterKey) {
+    const KeyCaption plain{L" a ", L" A", L"x"};
+    const KeyCaption ampersand{L"7", L" & ", L""};
+    const KeyCaption altGrAmpersand{L"b", L"B", L"&"};
+    const struct {
+        ModifierState modifiers; // Shift, AltGr, Caps Lock
+        const wchar_t* plain;
+        const wchar_t* ampersand;
+        const wchar_t* altGrAmpersand;
+    } rows[] = {
+        {{false, false, false}, L"a", L"7", L"b"},  {{true, false, false}, L"A", L"&&", L"B"},
+        {{false, false, true}, L"A", L"&&", L"B"},  {{true, false, true}, L"a", L"7", L"b"},
+        {{false, true, false}, L"A", L"&&", L"&&"}, {{true, true, false}, L"A", L"&&", L"&&"},
+        {{false, true, true}, L"A", L"&&", L"&&"},  {{true, true, true}, L"A", L"&&", L"&&"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        EXPECT_EQ(CharacterKeyCaption(plain, row.modifiers), row.plain);
+        EXPECT_EQ(CharacterKeyCaption(ampersand, row.modifiers), row.ampersand);
+        EXPECT_EQ(CharacterKeyCaption(altGrAmpersand, row.modifiers), row.altGrAmpersand);
+    }
+    EXPECT_EQ(CharacterKeyCaption({L"   ", L"", L""}, {}), L"");
+    EXPECT_EQ(CharacterKeyCaption({L"a&b", L"", L""}, {}), L"a&b") << "only a lone ampersand is doubled";
+}
+
+TEST(Captions, ARefreshReachesEveryShownKeyOnce) {
+    KeySlotTable reversed;
+    double next = 0.98;
+    reversed.Rebuild(true, [&next] { return next -= 0.01; });
+    const ActionKeyCaptions actions{L" back ", L"", L"   ", L"enter", L" up"};
+
+    std::map<int, std::wstring> shown;
+    for (const auto& [button, caption] : RefreshedCaptions({}, actions, {.shiftIsDown = true}, reversed)) {
+        EXPECT_TRUE(IsKeyShown(button)) << button;
+        EXPECT_TRUE(shown.emplace(button, caption).second) << button;
+    }
+    EXPECT_EQ(shown.size(), 54U);
+
+    const std::pair<int, const wchar_t*> expected[] = {{keys::backspace, L"back"},
+                                                       {keys::tab, L"tab"},
+                                                       {keys::capsLock, L"cap"},
+                                                       {keys::enter, L"enter"},
+                                                       {keys::leftShift, L"up"},
+                                                       {keys::rightShift, L"up"},
+                                                       {keys::space, L" "},
+                                                       {52, L"~"},
+                                                       {1, L"?"}};
+    for (const auto& [button, caption] : expected) {
+        EXPECT_EQ(shown[button], caption) << button;
+    }
+}
+
+TEST(Captions, AKeyIsSpokenAsWhatItEnters) {
+    const struct {
+        int button;
+        const wchar_t* caption;
+        const wchar_t* spoken;
+    } rows[] = {{keys::space, L" ", L"space"},
+                {keys::space, L"x", L"space"},
+                {8, L"&&", L"&"},
+                {8, L"7", L"7"},
+                {8, L"", L"space"},
+                {keys::tab, L"tab", L"tab"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(SpokenNameOfKey(row.button, row.caption), row.spoken);
+    }
+}
+
+} // namespace
+} // namespace vextrel

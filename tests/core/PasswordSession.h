@@ -1,0 +1,374 @@
+#pragma once
+
+// A session with the password box, played twice: through the rules, and through a plain model that handles whole texts,
+// written from what the user is told. Shared by the random walk and the fuzzer.
+
+#include "core/KeyPress.h"
+#include "core/KeyTable.h"
+#include "core/PhysicalInput.h"
+#include "core/PasswordView.h"
+
+#include "Throws.h"
+
+#include <algorithm>
+#include <string>
+
+namespace vextrel::session {
+
+/// What both sides show after a step. The caret is what the box makes of it: never behind the text.
+struct Session {
+    std::wstring box;
+    std::wstring password;
+    bool masked = true;
+    std::size_t caret = 0;
+    std::size_t selected = 0;
+    PressModifiers modifiers;
+};
+
+inline void PutCaret(Session& s, std::size_t caret) {
+    s.caret = std::min(caret, s.box.size());
+    s.selected = 0;
+}
+
+/// Another text is set, and the selection with it, as far as the text goes.
+inline void KeepSelection(Session& s) {
+    s.caret = std::min(s.caret, s.box.size());
+    s.selected = std::min(s.selected, s.box.size() - s.caret);
+}
+
+inline std::wstring Left(const std::wstring& text, std::size_t count) {
+    return text.substr(0, std::min(count, text.size()));
+}
+
+inline std::wstring From(const std::wstring& text, std::size_t position) {
+    return position < text.size() ? text.substr(position) : L"";
+}
+
+inline std::wstring Keep(const std::wstring& text, bool (*wanted)(wchar_t)) {
+    std::wstring kept;
+    for (const wchar_t c : text) {
+        if (wanted(c)) {
+            kept += c;
+        }
+    }
+    return kept;
+}
+
+inline bool IsNoBreak(wchar_t c) {
+    return c != L'\t' && c != L'\r' && c != L'\n';
+}
+
+/// What a paste brings into the masked box: the clipboard is read as far as a password could reach, and only then
+/// cleaned. Where nothing is left, it is no paste.
+inline std::wstring PastedText(const std::wstring& clipboard) {
+    return Keep(Left(clipboard, SecretText::capacity), [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); });
+}
+
+/// The plain model: texts before and behind the selection, put together anew.
+struct Model {
+    Session s;
+
+    void Enter(const std::wstring& text) {
+        const std::wstring before = Left(s.box, s.caret);
+        const std::wstring after = From(s.box, s.caret + s.selected);
+        s.password = Left(s.password, s.caret) + text + From(s.password, s.caret + s.selected);
+        s.box = before + (s.masked ? std::wstring(text.size(), L'*') : text) + after;
+        PutCaret(s, s.caret + text.size());
+    }
+
+    void EnterIntoPlainBox(const std::wstring& text) {
+        if (!s.masked) {
+            s.box = Left(s.box, s.caret) + text + From(s.box, s.caret + s.selected);
+            PutCaret(s, s.caret + text.size());
+        }
+    }
+
+    void Backspace() {
+        std::wstring before = Left(s.box, s.caret);
+        const std::wstring after = From(s.box, s.caret + s.selected);
+        std::size_t caret = 0; // setting a text puts the caret there
+        if (s.selected > 0) {
+            s.box = before + after;
+            caret = s.caret >= 2 ? s.caret - 1 : 0;
+        } else if (!before.empty() && before.back() == L'\n') {
+            s.box = Left(before, before.size() < 2 ? 0 : before.size() - 2) + after;
+            caret = s.caret < 2 ? 0 : s.caret - 2;
+        } else if (!before.empty()) {
+            before.pop_back();
+            s.box = before + after;
+            if (!s.password.empty()) {
+                std::wstring passwordBefore = Left(s.password, s.caret);
+                passwordBefore.pop_back();
+                s.password = passwordBefore + From(s.password, s.caret);
+            }
+            caret = s.caret - 1;
+        }
+        PutCaret(s, caret);
+    }
+
+    void Press(int button, const std::wstring& caption) {
+        if (button == keys::backspace) {
+            Backspace();
+        } else if (button == keys::tab) {
+            EnterIntoPlainBox(L"\t");
+        } else if (button == keys::enter) {
+            EnterIntoPlainBox(L"\r\n");
+        } else if (button == keys::capsLock) {
+            s.modifiers.capsLockIsDown = !s.modifiers.capsLockIsDown;
+        } else if (button == keys::leftShift || button == keys::rightShift) {
+            s.modifiers.shiftLatched = true;
+            s.modifiers.shiftIsDown = !s.modifiers.shiftIsDown;
+        } else if ((button < 54 || button > 56) && button != 58) {
+            Enter(caption == L"&&" ? L"&" : caption.empty() || caption == L"space" ? L" " : caption);
+            if (s.modifiers.shiftLatched) {
+                s.modifiers.shiftIsDown = false;
+            }
+        }
+    }
+
+    void Delete() {
+        const std::size_t count = s.selected > 0 ? s.selected : 1;
+        if (s.caret < s.box.size()) {
+            s.box = Left(s.box, s.caret) + From(s.box, s.caret + count);
+            s.password = Left(s.password, s.caret) + From(s.password, s.caret + count);
+        }
+        PutCaret(s, s.caret);
+    }
+
+    /// The box replaced its selection by itself. Where the same text results from a replacement that lies further
+    /// back, the furthest one counts; that matters only once box and password are out of step.
+    void BoxReplacedSelection(const std::wstring& text) {
+        const std::wstring old = s.box;
+        s.box = Left(old, s.caret) + text + From(old, s.caret + s.selected);
+        PutCaret(s, s.caret + text.size());
+        std::size_t same = 0;
+        while (same < old.size() && same < s.box.size() && old[same] == s.box[same]) {
+            ++same;
+        }
+        std::size_t end = 0;
+        while (end < old.size() - same && end < s.box.size() - same &&
+               old[old.size() - 1 - end] == s.box[s.box.size() - 1 - end]) {
+            ++end;
+        }
+        const std::wstring added = s.box.substr(same, s.box.size() - same - end);
+        if (Keep(added + old.substr(same, old.size() - same - end), IsNoBreak).empty()) {
+            return; // breaks alone: the password has none
+        }
+        s.password = Left(s.password, same) + Keep(added, IsNoBreak) + From(s.password, old.size() - end);
+    }
+
+    void PasteMasked(const std::wstring& text) {
+        if (const std::wstring clean = PastedText(text); !clean.empty()) {
+            Enter(clean);
+        }
+    }
+
+    void SwitchMask() {
+        s.masked = !s.masked;
+        if (s.masked) {
+            s.password.clear();
+            for (const wchar_t c : s.box.substr(0, s.box.find(L"\r\n"))) {
+                s.password += c == L'\t' ? L"\r\n" : std::wstring(1, c);
+            }
+            s.box = std::wstring(s.password.size(), L'*');
+        } else {
+            s.box = s.password;
+        }
+        KeepSelection(s);
+    }
+
+    std::wstring Carry(bool takesAway) {
+        std::wstring carried = s.selected == 0 ? s.password : Left(From(s.password, s.caret), s.selected);
+        if (takesAway) {
+            s.password = s.selected == 0 ? L"" : Left(s.password, s.caret) + From(s.password, s.caret + s.selected);
+            s.box = s.masked ? std::wstring(s.password.size(), L'*') : s.password;
+        }
+        PutCaret(s, s.caret);
+        return carried;
+    }
+};
+
+/// The same session through the rules, with a text that stands in for the box. What throws changes nothing.
+class Ruled {
+  public:
+    Session s; ///< without the password
+
+    [[nodiscard]] const SecretText& Secret() const { return password_; }
+    [[nodiscard]] std::wstring Password() const { return std::wstring(password_.View()); }
+
+    [[nodiscard]] BoxSelection Selection() const {
+        return {static_cast<std::int16_t>(s.caret), static_cast<std::int16_t>(s.selected)};
+    }
+
+    [[nodiscard]] BoxState State() const {
+        return {.view = s.masked ? PasswordBoxView::Masked : PasswordBoxView::Plain,
+                .selection = Selection(),
+                .length = s.box.size(),
+                .characterBeforeCaret = s.caret > 0 ? s.box[s.caret - 1] : L'\0',
+                .passwordLength = password_.Size()};
+    }
+
+    void Apply(const TextEdit& edit) {
+        ApplyToPassword(edit, password_);
+        if (edit.box) {
+            s.box.replace(edit.box->range.start, edit.box->range.count, edit.box->text);
+        }
+        PutCaret(s, static_cast<std::size_t>(edit.caret));
+    }
+
+    void Press(int button, const std::wstring& caption) {
+        const KeyPressOutcome outcome = PressKey(button, caption, State(), s.modifiers);
+        if (outcome.edit) {
+            Apply(*outcome.edit);
+        }
+        s.modifiers = outcome.modifiers;
+    }
+
+    void Delete() { Apply(EraseForwards(State())); }
+
+    void PasteMasked(const std::wstring& text) {
+        SecretText clean;
+        clean.Assign(std::wstring_view(text).substr(0, SecretText::capacity));
+        DropControlCharacters(clean);
+        if (!clean.View().empty()) {
+            Apply(EnterText(State(), clean.View()));
+        }
+    }
+
+    void BoxReplacedSelection(const std::wstring& text) {
+        std::wstring after = s.box;
+        after.replace(s.caret, s.selected, text);
+        if (after.size() > SecretText::capacity) {
+            throw Error(ErrorNumber::Overflow); // the box has this limit
+        }
+        if (const auto splice = FollowPlainBox(s.box, after, password_.Size())) {
+            password_.Replace(splice->range, splice->text);
+        }
+        s.box = after;
+        PutCaret(s, s.caret + text.size());
+    }
+
+    void SwitchMask() {
+        if (!s.masked) {
+            ReadPlainBox(s.box, password_);
+        }
+        s.masked = !s.masked;
+        s.box = s.masked ? std::wstring(password_.Size(), L'*') : Password();
+        KeepSelection(s);
+    }
+
+    std::wstring Carry(bool takesAway) {
+        const TransferPlan plan = PlanTransfer(Selection(), password_.Size());
+        std::wstring carried(password_.View(plan.carried));
+        if (takesAway) {
+            CutCarried(plan, password_);
+            s.box = s.masked ? std::wstring(password_.Size(), L'*') : Password();
+        }
+        PutCaret(s, static_cast<std::size_t>(plan.savedCaret));
+        return carried;
+    }
+
+  private:
+    SecretText password_;
+};
+
+/// One thing that the user does.
+struct Action {
+    enum class Kind { Press, Select, Delete, Paste, SwitchMask, Carry };
+    Kind kind = Kind::Press;
+    int button = 0;
+    std::wstring text; ///< the key's caption, or what is pasted
+    std::size_t caret = 0;
+    std::size_t selected = 0;
+    bool takesAway = false;
+
+    /// Whether caret and selection are added up in 16 bits for it, whatever it then does with them.
+    [[nodiscard]] bool ReadsSelection(bool masked) const {
+        return kind == Kind::Press || kind == Kind::Carry ||
+               (kind == Kind::Paste && masked && !PastedText(text).empty());
+    }
+};
+
+/// @return what was carried away, if anything was.
+template <typename Side>
+std::wstring Play(Side& side, const Action& action) {
+    switch (action.kind) {
+    case Action::Kind::Press: side.Press(action.button, action.text); break;
+    case Action::Kind::Select:
+        side.s.caret = action.caret;
+        side.s.selected = action.selected;
+        break;
+    case Action::Kind::Delete: side.Delete(); break;
+    case Action::Kind::Paste:
+        side.s.masked ? side.PasteMasked(action.text) : side.BoxReplacedSelection(action.text);
+        break;
+    case Action::Kind::SwitchMask: side.SwitchMask(); break;
+    case Action::Kind::Carry: return side.Carry(action.takesAway);
+    }
+    return {};
+}
+
+/// Both sides.
+class Comparison {
+  public:
+    [[nodiscard]] const Session& Now() const { return model_.s; }
+    [[nodiscard]] const SecretText& Secret() const { return ruled_.Secret(); }
+
+    /// Plays one action on both sides. What 16 bits cannot hold is refused, and then nothing changes.
+    /// @return whether they agree afterwards.
+    bool Agrees(const Action& action) {
+        Model next = model_;
+        const std::wstring carried = Play(next, action);
+        const bool fits = next.s.box.size() <= SecretText::capacity && next.s.password.size() <= SecretText::capacity;
+        const bool refused = !fits || (action.ReadsSelection(model_.s.masked) &&
+                                       model_.s.caret + model_.s.selected + 1 > SecretText::capacity);
+        std::wstring ruledCarried;
+        if (refused != Throws(ErrorNumber::Overflow, [&] { ruledCarried = Play(ruled_, action); })) {
+            return false;
+        }
+        if (!refused) {
+            model_ = std::move(next);
+        }
+        const Session& a = model_.s;
+        const Session& b = ruled_.s;
+        return (refused || carried == ruledCarried) && a.box == b.box && a.password == ruled_.Password() &&
+               a.masked == b.masked && a.caret == b.caret && a.selected == b.selected && a.modifiers == b.modifiers;
+    }
+
+  private:
+    Model model_;
+    Ruled ruled_;
+};
+
+/// Chooses an action that is possible in the session. @param pick gives a number from 0 up to below its argument.
+template <typename Pick>
+Action ChooseAction(const Session& s, Pick pick) {
+    static const std::wstring captions[] = {L"a",     L"b",     L"a",  L"&&", L"",
+                                            L"space", L"Space", L"\\", L"ij", L"\xD83D\xDE00"};
+    static const std::wstring pastes[] = {L"",     L"a",      L"ba",   L"\t",         L"a\tb",
+                                          L"\r\n", L"b\r\na", L"aaaa", L"\x7Fq\x9Fr", L"\r\n\r\n"};
+    constexpr int editing[] = {keys::backspace, keys::backspace, keys::tab, keys::enter};
+    Action action;
+    const std::size_t kind = pick(20);
+    if (kind < 12) {
+        action.button = kind < 8 ? static_cast<int>(1 + pick(keyButtonCount)) : editing[kind - 8];
+        action.text = captions[pick(std::size(captions))];
+    } else if (kind < 15) {
+        action.kind = Action::Kind::Select;
+        action.caret = pick(s.box.size() + 1);
+        action.selected = kind == 12 ? 0 : pick(s.box.size() - action.caret + 1);
+    } else if (kind == 15 && s.masked) {
+        action.kind = Action::Kind::Delete;
+    } else if (kind <= 17) {
+        action.kind = Action::Kind::Paste;
+        action.text = kind == 15 ? std::wstring() : pastes[pick(std::size(pastes))]; // cut or paste
+    } else if (kind == 18) {
+        action.kind = Action::Kind::SwitchMask;
+    } else {
+        action.kind = Action::Kind::Carry;
+        action.takesAway = pick(3) != 0;
+    }
+    return action;
+}
+
+} // namespace vextrel::session

@@ -1,0 +1,43 @@
+#include "core/PasswordView.h"
+
+#include "Throws.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace vextrel {
+namespace {
+
+TEST(PasswordView, MaskingReadsThePlainBoxUpToTheFirstLineBreak) {
+    const struct {
+        const wchar_t* plain;
+        const wchar_t* password;
+    } rows[] = {
+        {L"", L""},           {L"abc", L"abc"},       {L"abc\r\ndef", L"abc"},     {L"\r\nabc", L""},
+        {L"a\tb", L"a\r\nb"}, {L"\t\t", L"\r\n\r\n"}, {L"a\tb\r\n\tc", L"a\r\nb"}, {L"a\nb\rc\n\rd", L"a\nb\rc\n\rd"},
+    };
+    for (const auto& row : rows) {
+        SecretText password;
+        password.Assign(L"something that was longer before");
+        ReadPlainBox(row.plain, password);
+        EXPECT_TRUE(password.View() == row.password) << testing::PrintToString(std::wstring(row.plain));
+        EXPECT_EQ(password.Buffer()[password.Size()], L'\0');
+    }
+    SecretText password;
+    password.Assign(L"kept");
+    EXPECT_TRUE(
+        Throws(ErrorNumber::Overflow, [&] { ReadPlainBox(std::wstring(SecretText::capacity, L'\t'), password); }));
+    EXPECT_TRUE(password.View() == L"kept");
+}
+
+// What a transfer carries and leaves the random walk compares with a model.
+TEST(PasswordView, ASelectionBeyondSixteenBitsIsNoPlan) {
+    EXPECT_EQ(PlanTransfer({0, 32766}, 4).carried, (TextRange{0, 4}));
+    for (const BoxSelection outside : {BoxSelection{0, 32767}, BoxSelection{32767, 0}, BoxSelection{20000, 20000}}) {
+        EXPECT_TRUE(Throws(ErrorNumber::Overflow, [&] { static_cast<void>(PlanTransfer(outside, 4)); }));
+    }
+}
+
+} // namespace
+} // namespace vextrel
