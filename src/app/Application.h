@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/ErrorReport.h"
-#include "app/Toolbar.h"
-#include "win32/KeyboardHook.h"
 #include "app/Keyboard.h"
-#include "win32/SettingsStore.h"
+#include "app/Toolbar.h"
 #include "ui/Operations.h"
+#include "win32/KeyboardHook.h"
 #include "win32/ProgramState.h"
+#include "win32/SettingsStore.h"
 
 #include <memory>
 
@@ -40,7 +40,7 @@ class Application {
     ErrorReport& errors_;
     std::unique_ptr<vextrel::Toolbar> toolbar_;
     std::unique_ptr<vextrel::Keyboard> keyboard_;
-    mKBHk::KeyboardHook hook_;
+    KeyboardHook hook_;
     bool stayOnTop_ = false;
     bool keepPasswordAfterDragDrop_ = false;
     bool mouseHidden_ = false;

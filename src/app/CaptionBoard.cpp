@@ -2,21 +2,21 @@
 
 namespace vextrel {
 
-void KeyCaptionBoard::SetShiftIsDown(bool down) {
+void CaptionBoard::SetShiftIsDown(bool down) {
     if (down != modifiers_.shiftIsDown) {
         modifiers_.shiftIsDown = down;
         Refresh();
     }
 }
 
-void KeyCaptionBoard::SetAltGrIsDown(bool down) {
+void CaptionBoard::SetAltGrIsDown(bool down) {
     if (down != modifiers_.altGrIsDown) {
         modifiers_.altGrIsDown = down;
         Refresh();
     }
 }
 
-void KeyCaptionBoard::Refresh(bool shuffle) {
+void CaptionBoard::Refresh(bool shuffle) {
     const std::wstring hovered = hover_.CaptionOfCurrent();
     if (IsShuffledKeyboardType(keyboardType_)) {
         slots_.Rebuild(shuffle, [this] { return random_.Draw(); });

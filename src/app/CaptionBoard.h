@@ -1,20 +1,20 @@
 #pragma once
 
-#include "core/Captions.h"
 #include "app/Hover.h"
+#include "core/Captions.h"
 #include "core/KeyTable.h"
-#include "core/SlotTable.h"
 #include "core/LayoutFile.h"
-#include "win32/ClockRandom.h"
+#include "core/SlotTable.h"
 #include "ui/MainWindow.h"
+#include "win32/ClockRandom.h"
 
 namespace vextrel {
 
 /// The captions on the keys: the layout in use, the modifiers that choose between its captions, and the arrangement of
 /// the keys.
-class KeyCaptionBoard {
+class CaptionBoard {
   public:
-    KeyCaptionBoard(frmKeyboard& form, HoverControl& hover)
+    CaptionBoard(MainWindow& form, Hover& hover)
         : form_(form)
         , hover_(hover) {}
 
@@ -36,8 +36,8 @@ class KeyCaptionBoard {
     void Refresh(bool shuffle = false);
 
   private:
-    frmKeyboard& form_;
-    HoverControl& hover_;
+    MainWindow& form_;
+    Hover& hover_;
     Layout layout_;
     ModifierState modifiers_;
     std::int16_t keyboardType_ = standardKeyboardType;

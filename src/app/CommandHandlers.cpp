@@ -2,9 +2,9 @@
 
 #include "app/Keyboard.h"
 #include "core/CaptureRules.h"
-#include "win32/WebLinks.h"
 #include "core/ids.h"
 #include "win32/EventGuard.h"
+#include "win32/WebLinks.h"
 
 #include <algorithm>
 #include <iterator>

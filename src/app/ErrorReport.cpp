@@ -40,7 +40,7 @@ void ErrorReport::ShowWaiting() noexcept {
         while (!waiting_.empty()) {
             const Pending next = waiting_.front();
             waiting_.pop_front();
-            frmError(next.text).RunModal(operations_, next.owner);
+            ErrorDialog(next.text).RunModal(operations_, next.owner);
             sources_.erase(next.source);
         }
     } catch (...) {

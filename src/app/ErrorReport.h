@@ -13,9 +13,9 @@ namespace vextrel {
 [[nodiscard]] std::wstring ErrorReportText(std::wstring_view source, std::int32_t number,
                                            std::wstring_view description);
 
-/// Shows errors in frmError, one dialog at a time. An error that comes while a dialog is open waits its turn; a further
-/// one of the same handler is dropped, so that a failing timer cannot pile up dialogs. During a transfer every error
-/// waits: a dialog would take the focus or the button's release. Works without the application object.
+/// Shows errors in ErrorDialog, one dialog at a time. An error that comes while a dialog is open waits its turn; a
+/// further one of the same handler is dropped, so that a failing timer cannot pile up dialogs. During a transfer every
+/// error waits: a dialog would take the focus or the button's release. Works without the application object.
 class ErrorReport final : public ErrorSink {
   public:
     explicit ErrorReport(Operations& operations);

@@ -1,17 +1,17 @@
 #pragma once
 
 #include "core/HoverEntry.h"
-#include "ui/ProtectiveLayer.h"
 #include "ui/MainWindow.h"
+#include "ui/ProtectiveLayer.h"
 
 #include <cstdint>
 
 namespace vextrel {
 
 /// Hover entry in the real windows: the rules of HoverEntry over the layer's timer.
-class HoverControl {
+class Hover {
   public:
-    HoverControl(frmKeyboard& form, frmBlank& cover)
+    Hover(MainWindow& form, ProtectiveLayer& cover)
         : form_(form)
         , cover_(cover) {}
 
@@ -41,8 +41,8 @@ class HoverControl {
   private:
     void Obey(HoverEntry::TimerOrder order);
 
-    frmKeyboard& form_;
-    frmBlank& cover_;
+    MainWindow& form_;
+    ProtectiveLayer& cover_;
     HoverEntry entry_;
     std::int32_t intervalMs_ = 1000;
     bool beep_ = false;

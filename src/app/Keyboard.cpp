@@ -1,15 +1,15 @@
 #include "app/Keyboard.h"
 
-#include "core/Wipe.h"
-#include "win32/Clipboard.h"
-#include "win32/HoverBeep.h"
+#include "app/CommandHandlers.h"
 #include "core/KeyPress.h"
 #include "core/PhysicalInput.h"
 #include "core/SlotTable.h"
-#include "app/CommandHandlers.h"
-#include "ui/LayerQuestion.h"
+#include "core/Wipe.h"
 #include "ui/AboutDialog.h"
+#include "ui/LayerQuestion.h"
+#include "win32/Clipboard.h"
 #include "win32/EventGuard.h"
+#include "win32/HoverBeep.h"
 #include "win32/Messages.h"
 #include "win32/ScreenCapture.h"
 #include "win32/WindowStyle.h"
@@ -257,7 +257,7 @@ std::vector<std::wstring> Keyboard::ProtectionsInForce() const {
 }
 
 void Keyboard::ShowAbout() {
-    frmAbout(ProtectionsInForce()).RunModal(operations_, form_.Handle());
+    AboutDialog(ProtectionsInForce()).RunModal(operations_, form_.Handle());
 }
 
 void Keyboard::FormMoved() {

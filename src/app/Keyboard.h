@@ -1,20 +1,20 @@
 #pragma once
 
-#include "app/Hover.h"
 #include "app/CaptionBoard.h"
+#include "app/Hover.h"
 #include "app/Layouts.h"
-#include "win32/Hardening.h"
-#include "ui/LayerHost.h"
-#include "app/Protection.h"
-#include "ui/ProtectiveLayer.h"
 #include "app/Options.h"
-#include "win32/SettingsStore.h"
 #include "app/PasswordField.h"
+#include "app/Protection.h"
 #include "app/Transfer.h"
 #include "ui/KeyboardEvents.h"
-#include "ui/Operations.h"
+#include "ui/LayerHost.h"
 #include "ui/MainWindow.h"
+#include "ui/Operations.h"
+#include "ui/ProtectiveLayer.h"
+#include "win32/Hardening.h"
 #include "win32/ProgramState.h"
+#include "win32/SettingsStore.h"
 
 #include <functional>
 #include <string>
@@ -32,13 +32,13 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     Keyboard(const Keyboard&) = delete;
     Keyboard& operator=(const Keyboard&) = delete;
 
-    [[nodiscard]] frmKeyboard& Form() noexcept { return form_; }
-    [[nodiscard]] frmBlank& FormCover() noexcept { return formCover_; }
-    [[nodiscard]] OptionProperties& Options() noexcept { return options_; }
+    [[nodiscard]] MainWindow& Form() noexcept { return form_; }
+    [[nodiscard]] ProtectiveLayer& FormCover() noexcept { return formCover_; }
+    [[nodiscard]] Options& Options() noexcept { return options_; }
     [[nodiscard]] PasswordField& Password() noexcept { return password_; }
     [[nodiscard]] Protection& Protections() noexcept { return protection_; }
-    [[nodiscard]] LayoutSwitcher& Layouts() noexcept { return layouts_; }
-    [[nodiscard]] HoverControl& Hover() noexcept { return hover_; }
+    [[nodiscard]] Layouts& Layouts() noexcept { return layouts_; }
+    [[nodiscard]] Hover& Hover() noexcept { return hover_; }
 
     /// Empties box and password; refused while they are being handed over.
     void ClearText();
@@ -112,15 +112,15 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     ProgramState& program_;
     SettingsStore& store_;
     Operations& operations_;
-    frmKeyboard form_;
-    frmBlank formCover_;
-    HoverControl hover_;
-    KeyCaptionBoard captions_;
+    MainWindow form_;
+    ProtectiveLayer formCover_;
+    Hover hover_;
+    CaptionBoard captions_;
     PasswordField password_;
-    PasswordTransfer transfer_;
+    Transfer transfer_;
     Protection protection_;
-    OptionProperties options_;
-    LayoutSwitcher layouts_;
+    Options options_;
+    Layouts layouts_;
     LayerCommandState layerCommand_;
     bool shiftLatched_ = false;
     bool scrambledInput_ = false; ///< dormant: no command sets it

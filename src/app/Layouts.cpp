@@ -26,7 +26,7 @@ const wchar_t* ReasonOf(CaptureResult result) noexcept {
 
 } // namespace
 
-void LayoutSwitcher::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
+void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
     if (parts_.operations.IsTransferring()) {
         return;
     }
@@ -48,13 +48,13 @@ void LayoutSwitcher::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) 
     parts_.captions.Refresh();
 }
 
-void LayoutSwitcher::Record(const wchar_t* name, bool dontRecord) {
+void Layouts::Record(const wchar_t* name, bool dontRecord) {
     if (!dontRecord && parts_.form.IsVisible()) {
         parts_.store.WriteSetting(settings::keyboardLayout, name);
     }
 }
 
-void LayoutSwitcher::LoadDefault(bool dontRecord) {
+void Layouts::LoadDefault(bool dontRecord) {
     const CaptureResult result = [this] {
         const Operations::Scope capture(parts_.operations, Operations::Kind::Transfer);
         return LoadDefaultLayout(parts_.cover.txtSetup(), parts_.captions.CurrentLayout().captions);
@@ -73,7 +73,7 @@ void LayoutSwitcher::LoadDefault(bool dontRecord) {
     }
 }
 
-void LayoutSwitcher::Import(bool dontRecord) {
+void Layouts::Import(bool dontRecord) {
     std::wstring file;
     if (!AskForFile(L"Open", false, file)) {
         return;
@@ -86,7 +86,7 @@ void LayoutSwitcher::Import(bool dontRecord) {
     Record(L"Config", dontRecord);
 }
 
-void LayoutSwitcher::CreateNewLayoutFile() {
+void Layouts::CreateNewLayoutFile() {
     std::wstring file;
     if (parts_.operations.IsTransferring() || !AskForFile(L"Save As", true, file)) {
         return;
@@ -97,7 +97,7 @@ void LayoutSwitcher::CreateNewLayoutFile() {
     }
 }
 
-void LayoutSwitcher::ReadActionCaptions() {
+void Layouts::ReadActionCaptions() {
     ActionKeyCaptions& captions = parts_.captions.CurrentLayout().actionCaptions;
     for (std::size_t key = 0; key < captions.size(); ++key) {
         captions.at(key) = ActionCaptionOrDefault(
@@ -106,25 +106,25 @@ void LayoutSwitcher::ReadActionCaptions() {
     }
 }
 
-void LayoutSwitcher::ReadLayout(const std::wstring& file) {
+void Layouts::ReadLayout(const std::wstring& file) {
     ReadLayoutEntries(
         [&](std::wstring_view section, std::wstring_view key) { return parts_.store.ReadINIValue(file, section, key); },
         parts_.captions.CurrentLayout());
 }
 
-void LayoutSwitcher::WriteLayout(const std::wstring& file) {
+void Layouts::WriteLayout(const std::wstring& file) {
     for (const LayoutEntry& entry : LayoutEntries(parts_.captions.CurrentLayout())) {
         parts_.store.WriteINIValue(file, entry.section, entry.key, entry.value);
     }
 }
 
-void LayoutSwitcher::SaveLayoutToSettings() {
+void Layouts::SaveLayoutToSettings() {
     WriteLayout(parts_.program.SettingsFilePath);
 }
 
-bool LayoutSwitcher::AskForFile(const wchar_t* title, bool save, std::wstring& file) {
+bool Layouts::AskForFile(const wchar_t* title, bool save, std::wstring& file) {
     if (!dialogs_) {
-        dialogs_ = std::make_unique<cOpenSave>();
+        dialogs_ = std::make_unique<FileDialog>();
     }
     dialogs_->hwnd = parts_.form.Handle();
     dialogs_->DialogTitle = title;

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "app/CaptionBoard.h"
-#include "ui/ProtectiveLayer.h"
 #include "app/Options.h"
-#include "win32/SettingsStore.h"
 #include "ui/Operations.h"
+#include "ui/ProtectiveLayer.h"
 #include "win32/FileDialog.h"
 #include "win32/ProgramState.h"
+#include "win32/SettingsStore.h"
 
 #include <cstdint>
 #include <memory>
@@ -15,19 +15,19 @@
 namespace vextrel {
 
 /// Decides which captions the keys carry: built in, captured from the system, last imported, or from a file.
-class LayoutSwitcher {
+class Layouts {
   public:
     struct Parts {
-        frmKeyboard& form;
-        frmBlank& cover;
-        KeyCaptionBoard& captions;
-        OptionProperties& options;
+        MainWindow& form;
+        ProtectiveLayer& cover;
+        CaptionBoard& captions;
+        Options& options;
         SettingsStore& store;
         ProgramState& program;
         Operations& operations;
     };
 
-    explicit LayoutSwitcher(const Parts& parts)
+    explicit Layouts(const Parts& parts)
         : parts_(parts) {}
 
     /// @param layoutId 409 English, 0 captured from the system, 1 last imported, 2 asks for a file; any other loads
@@ -50,7 +50,7 @@ class LayoutSwitcher {
     [[nodiscard]] bool AskForFile(const wchar_t* title, bool save, std::wstring& file);
 
     Parts parts_;
-    std::unique_ptr<cOpenSave> dialogs_;
+    std::unique_ptr<FileDialog> dialogs_;
 };
 
 } // namespace vextrel

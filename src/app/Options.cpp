@@ -14,13 +14,13 @@ constexpr const wchar_t* stopSavingQuestion =
 
 } // namespace
 
-void OptionProperties::Write(const wchar_t* key, std::wstring_view value) {
+void Options::Write(const wchar_t* key, std::wstring_view value) {
     if (parts_.form.IsVisible()) {
         parts_.store.WriteSetting(key, value);
     }
 }
 
-void OptionProperties::SetSaveSettingsInINI(bool save) {
+void Options::SetSaveSettingsInINI(bool save) {
     saveSettings_ = save;
     RefreshToolbar();
     if (!parts_.form.IsVisible()) {
@@ -33,7 +33,7 @@ void OptionProperties::SetSaveSettingsInINI(bool save) {
     }
 }
 
-void OptionProperties::ConfirmStopSaving() {
+void Options::ConfirmStopSaving() {
     if (ShowMessageBox(parts_.operations, stopSavingQuestion, stopSavingTitle, MB_YESNO | MB_ICONQUESTION) != IDYES) {
         return;
     }
@@ -43,14 +43,14 @@ void OptionProperties::ConfirmStopSaving() {
     saveSettings_ = false;
 }
 
-void OptionProperties::ShowToolbar(bool show) {
+void Options::ShowToolbar(bool show) {
     toolbarShown_ = show;
     parts_.form.ShowToolbarControl(show);
     RefreshToolbar();
     Write(settings::viewToolbar, BooleanText(show));
 }
 
-void OptionProperties::SetInputMode(enum InputMode mode) {
+void Options::SetInputMode(enum InputMode mode) {
     if (mode == inputMode_) {
         return;
     }
@@ -78,63 +78,63 @@ void OptionProperties::SetInputMode(enum InputMode mode) {
     Write(settings::mouseMode, InputModeText(mode));
 }
 
-void OptionProperties::SetDragDropMode(DragDropMode mode) {
+void Options::SetDragDropMode(DragDropMode mode) {
     parts_.transfer.SetDragDropMode(mode);
     RefreshToolbar();
     Write(settings::dragDropMode, DragDropModeText(mode));
 }
 
-void OptionProperties::SetTextIsMasked(bool masked) {
+void Options::SetTextIsMasked(bool masked) {
     parts_.password.SetTextIsMasked(masked);
     RefreshToolbar();
     Write(settings::viewPasswordMask, BooleanText(masked));
 }
 
-void OptionProperties::SetBeepOnHover(bool beep) {
+void Options::SetBeepOnHover(bool beep) {
     parts_.hover.SetBeepOnHover(beep);
     RefreshToolbar();
     Write(settings::beepOnHover, BooleanText(beep));
 }
 
-void OptionProperties::SetKeepPasswordAfterDragDrop(bool keep) {
+void Options::SetKeepPasswordAfterDragDrop(bool keep) {
     parts_.transfer.SetKeepPasswordAfterDragDrop(keep);
     RefreshToolbar();
     Write(settings::keepPassword, BooleanText(keep));
 }
 
-void OptionProperties::SetKeyboardTransparency(std::int16_t transparency) {
+void Options::SetKeyboardTransparency(std::int16_t transparency) {
     keyboardTransparency_ = transparency;
     SetLayeredTransparency(parts_.form.Handle(), AlphaForKeyboard(transparency));
     parts_.form.SetTransparencySlider(TransparencySliderPercent(transparency));
     Write(settings::transparency, std::to_wstring(transparency));
 }
 
-void OptionProperties::SetTimerInterval(std::int32_t intervalMs) {
+void Options::SetTimerInterval(std::int32_t intervalMs) {
     parts_.hover.SetTimerInterval(intervalMs);
     parts_.form.SetHoverSlider(HoverSliderPosition(intervalMs));
     RefreshToolbar();
     Write(settings::hoverTimerInterval, std::to_wstring(intervalMs));
 }
 
-void OptionProperties::SetKeepOnTop(bool keepOnTop) {
+void Options::SetKeepOnTop(bool keepOnTop) {
     keepOnTop_ = keepOnTop;
     SetTopmost(parts_.form.Handle(), keepOnTop);
     parts_.protection.KeepTogether(keepOnTop);
     RefreshToolbar();
 }
 
-void OptionProperties::SetLayerMarked(bool marked) {
+void Options::SetLayerMarked(bool marked) {
     layerMarked_ = marked;
     RefreshToolbar();
 }
 
-void OptionProperties::SetLayoutMark(LayoutMark mark) {
+void Options::SetLayoutMark(LayoutMark mark) {
     layoutMark_ = mark;
     layoutIsImported_ = mark == LayoutMark::None;
     RefreshToolbar();
 }
 
-CommandSnapshot OptionProperties::Snapshot() const {
+CommandSnapshot Options::Snapshot() const {
     return {.inputMode = inputMode_,
             .dragDropMode = parts_.transfer.DragDropMode(),
             .textIsMasked = parts_.password.TextIsMasked(),
@@ -148,7 +148,7 @@ CommandSnapshot OptionProperties::Snapshot() const {
             .transferRunning = parts_.operations.IsTransferring()};
 }
 
-void OptionProperties::RefreshToolbar() {
+void Options::RefreshToolbar() {
     const CommandSnapshot snapshot = Snapshot();
     parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval(), layoutIsImported_));
 }

@@ -1,33 +1,33 @@
 #pragma once
 
 #include "app/Hover.h"
-#include "app/Protection.h"
-#include "core/OptionValues.h"
-#include "win32/SettingsStore.h"
 #include "app/PasswordField.h"
+#include "app/Protection.h"
 #include "app/Transfer.h"
 #include "core/Commands.h"
-#include "ui/Operations.h"
+#include "core/OptionValues.h"
 #include "ui/MainWindow.h"
+#include "ui/Operations.h"
+#include "win32/SettingsStore.h"
 
 namespace vextrel {
 
 /// The user's options as properties. A setter applies the change at once (windows, check marks, toolbar) and then
 /// writes its settings key, but only while the main window is visible.
-class OptionProperties {
+class Options {
   public:
     /// What the options act on.
     struct Parts {
-        frmKeyboard& form;
+        MainWindow& form;
         SettingsStore& store;
         Operations& operations;
         PasswordField& password;
-        PasswordTransfer& transfer;
-        HoverControl& hover;
+        Transfer& transfer;
+        Hover& hover;
         Protection& protection;
     };
 
-    explicit OptionProperties(const Parts& parts)
+    explicit Options(const Parts& parts)
         : parts_(parts) {}
 
     [[nodiscard]] bool SaveSettingsInINI() const noexcept { return saveSettings_; }

@@ -1,7 +1,7 @@
 #include "app/PasswordField.h"
 
-#include "core/PhysicalInput.h"
 #include "core/PasswordView.h"
+#include "core/PhysicalInput.h"
 #include "win32/FreedMemory.h"
 
 namespace vextrel {

@@ -12,7 +12,7 @@ namespace vextrel {
 /// and password.
 class PasswordField {
   public:
-    explicit PasswordField(frmKeyboard& form)
+    explicit PasswordField(MainWindow& form)
         : form_(form) {}
 
     [[nodiscard]] SecretText& CurrentPassword() noexcept { return currentPassword_; }
@@ -57,7 +57,7 @@ class PasswordField {
     void Unmask();
     void FillMaskedBox() noexcept;
 
-    frmKeyboard& form_;
+    MainWindow& form_;
     SecretText currentPassword_;
     SecretText selectedPassword_;
     SecretText plainBefore_; ///< the plain box's text while it changes by itself; empty in between

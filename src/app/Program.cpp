@@ -1,16 +1,16 @@
 #include "app/Program.h"
 
-#include "win32/Hardening.h"
 #include "core/OptionValues.h"
-#include "win32/MoveHook.h"
 #include "win32/EventGuard.h"
+#include "win32/Hardening.h"
+#include "win32/MoveHook.h"
 #include "win32/ScreenCapture.h"
 
 #include <ole2.h>
 
 #include <optional>
 
-namespace vextrel::modMain {
+namespace vextrel::Program {
 
 namespace {
 
@@ -22,11 +22,11 @@ class RunningScope {
     RunningScope(Application& application, SettingsStore& store) noexcept
         : store_(store) {
         theApplication = &application;
-        mKBFormMoveSubclass::SetActingWindow(application.Keyboard().Form().Handle());
+        MoveHook::SetActingWindow(application.Keyboard().Form().Handle());
         store_.SetWriteGate([&application] { return application.Keyboard().Options().SaveSettingsInINI(); });
     }
     ~RunningScope() {
-        mKBFormMoveSubclass::SetActingWindow(nullptr);
+        MoveHook::SetActingWindow(nullptr);
         theApplication = nullptr;
     }
     RunningScope(const RunningScope&) = delete;
@@ -71,14 +71,14 @@ Hardening HardenUnlessSwitchedOff() noexcept {
 }
 
 /// Shift that was held when the focus left a password box comes up elsewhere; the keys follow it all the same.
-void FollowReleasedModifier(frmKeyboard& form, const MSG& message) noexcept {
+void FollowReleasedModifier(MainWindow& form, const MSG& message) noexcept {
     const bool released = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
     if (released && (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
         GuardEvent(form.Handle(), L"Form_KeyUp", [&] { form.Controller().KeyUp(static_cast<UINT>(message.wParam)); });
     }
 }
 
-int ServeEvents(frmKeyboard& form) {
+int ServeEvents(MainWindow& form) {
     MSG message{};
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
         FollowReleasedModifier(form, message);
@@ -122,4 +122,4 @@ int Main(HINSTANCE instance) {
     return exitCode;
 }
 
-} // namespace vextrel::modMain
+} // namespace vextrel::Program

@@ -2,7 +2,7 @@
 
 #include "app/Application.h"
 
-namespace vextrel::modMain {
+namespace vextrel::Program {
 
 /// The application object; empty until its construction has completed, and again once it goes.
 [[nodiscard]] Application* gApplication() noexcept;
@@ -11,4 +11,4 @@ namespace vextrel::modMain {
 /// @return the process's exit code.
 int Main(HINSTANCE instance);
 
-} // namespace vextrel::modMain
+} // namespace vextrel::Program

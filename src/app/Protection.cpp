@@ -1,8 +1,8 @@
 #include "app/Protection.h"
 
-#include "ui/DotPointer.h"
 #include "core/RandomPlacement.h"
 #include "core/ids.h"
+#include "ui/DotPointer.h"
 #include "win32/InputState.h"
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"

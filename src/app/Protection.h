@@ -1,10 +1,10 @@
 #pragma once
 
-#include "win32/ClockRandom.h"
-#include "ui/ProtectiveLayer.h"
 #include "core/OptionValues.h"
-#include "ui/Operations.h"
 #include "ui/MainWindow.h"
+#include "ui/Operations.h"
+#include "ui/ProtectiveLayer.h"
+#include "win32/ClockRandom.h"
 
 #include <cstdint>
 
@@ -13,7 +13,7 @@ namespace vextrel {
 /// What keeps others from looking: the layer and its opacity, the pointer as a grey dot, the window's random place.
 class Protection {
   public:
-    Protection(frmKeyboard& form, frmBlank& cover, Operations& operations, std::int16_t defaultCoverTransparency)
+    Protection(MainWindow& form, ProtectiveLayer& cover, Operations& operations, std::int16_t defaultCoverTransparency)
         : form_(form)
         , cover_(cover)
         , operations_(operations)
@@ -66,8 +66,8 @@ class Protection {
     void ComeBack(bool layerMarked);
     [[nodiscard]] bool FocusIsWanted() const;
 
-    frmKeyboard& form_;
-    frmBlank& cover_;
+    MainWindow& form_;
+    ProtectiveLayer& cover_;
     Operations& operations_;
     ClockRandom random_;
     std::int16_t defaultCoverTransparency_;

@@ -35,7 +35,7 @@ std::wstring NoticeOf(const InjectionOutcome& outcome) {
 
 } // namespace
 
-void PasswordTransfer::Drag() {
+void Transfer::Drag() {
     if (operations_.IsResting()) {
         return;
     }
@@ -71,10 +71,10 @@ void PasswordTransfer::Drag() {
     OverwriteFreedMemory();
 }
 
-void PasswordTransfer::StartDrag(TextDataObject& data) {
+void Transfer::StartDrag(TextDataObject& data) {
     plan_ = PlanTransfer(form_.VisibleBox().Selection(), field_.CurrentPassword().Size());
     field_.DetermineSelectedPassword();
-    note_ = std::make_unique<frmDragNote>();
+    note_ = std::make_unique<DragHint>();
     if (mode_ == DragDropMode::Inject) {
         // Ordinary targets get nothing; what arrives comes by injection alone.
         data.SetText({});
@@ -84,7 +84,7 @@ void PasswordTransfer::StartDrag(TextDataObject& data) {
     note_->ShowFor(mode_, form_.Handle());
 }
 
-void PasswordTransfer::CompleteDrag(TransferEnd end) {
+void Transfer::CompleteDrag(TransferEnd end) {
     note_.reset();
     if (mode_ == DragDropMode::Inject && end == TransferEnd::HandedOver) {
         end = InjectAtPointer();
@@ -98,7 +98,7 @@ void PasswordTransfer::CompleteDrag(TransferEnd end) {
     ::InvalidateRect(form_.VisibleBox().Handle(), nullptr, TRUE);
 }
 
-TransferEnd PasswordTransfer::InjectAtPointer() {
+TransferEnd Transfer::InjectAtPointer() {
     const InjectionOutcome outcome = Inject(field_.SelectedPassword());
     notice_ = NoticeOf(outcome);
     return outcome.kind == InjectionOutcome::Kind::Injected ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver;

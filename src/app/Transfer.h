@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/OptionValues.h"
 #include "app/PasswordField.h"
+#include "core/OptionValues.h"
 #include "core/PasswordView.h"
 #include "transfer/TextDataObject.h"
 #include "ui/DragHint.h"
@@ -14,9 +14,9 @@ namespace vextrel {
 
 /// Takes the password out of its box into another program: a drag from its start to its end, and injection at its end
 /// if that is the mode.
-class PasswordTransfer {
+class Transfer {
   public:
-    PasswordTransfer(frmKeyboard& form, PasswordField& field, Operations& operations)
+    Transfer(MainWindow& form, PasswordField& field, Operations& operations)
         : form_(form)
         , field_(field)
         , operations_(operations) {}
@@ -37,13 +37,13 @@ class PasswordTransfer {
     void CompleteDrag(TransferEnd end);
     [[nodiscard]] TransferEnd InjectAtPointer();
 
-    frmKeyboard& form_;
+    MainWindow& form_;
     PasswordField& field_;
     Operations& operations_;
     enum DragDropMode mode_ = DragDropMode::DragDrop;
     bool keepPassword_ = false;
     TransferPlan plan_;
-    std::unique_ptr<frmDragNote> note_;
+    std::unique_ptr<DragHint> note_;
     std::wstring notice_;
 };
 

@@ -1,5 +1,5 @@
 #include "app/Program.h"
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
-    return vextrel::modMain::Main(instance);
+    return vextrel::Program::Main(instance);
 }

@@ -1,14 +1,14 @@
 #include "core/Captions.h"
 
+#include "core/CaptionText.h"
+#include "core/TrimBlanks.h"
+
 #include <iterator>
 #include <utility>
 
 namespace vextrel {
 
 namespace {
-
-/// A single ampersand would be taken as the mark of an access key; two show one.
-constexpr std::wstring_view shownAmpersand = L"&&";
 
 std::wstring ActionKeyCaption(const ActionKeyCaptions& captions, ActionKey key) {
     const auto index = static_cast<std::size_t>(key);
@@ -18,15 +18,7 @@ std::wstring ActionKeyCaption(const ActionKeyCaptions& captions, ActionKey key) 
 
 } // namespace
 
-std::wstring_view TrimBlanks(std::wstring_view text) noexcept {
-    const std::size_t first = text.find_first_not_of(L' ');
-    if (first == std::wstring_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
-}
-
-std::wstring CharacterKeyCaption(const KeyCaption& key, ModifierState modifiers) {
+std::wstring CharacterKeyCaption(const KeyCaption& key, Modifiers modifiers) {
     if (modifiers.altGrIsDown && key.altGr == L"&") {
         return std::wstring(shownAmpersand);
     }
@@ -36,7 +28,7 @@ std::wstring CharacterKeyCaption(const KeyCaption& key, ModifierState modifiers)
 }
 
 std::vector<ButtonCaption> RefreshedCaptions(const KeyCaptions& captions, const ActionKeyCaptions& actionCaptions,
-                                             ModifierState modifiers, const KeySlotTable& slots) {
+                                             Modifiers modifiers, const KeySlotTable& slots) {
     constexpr std::pair<int, ActionKey> actionKeys[] = {
         {keys::backspace, ActionKey::Backspace}, {keys::tab, ActionKey::Tab},
         {keys::capsLock, ActionKey::CapsLock},   {keys::enter, ActionKey::Enter},
@@ -52,13 +44,6 @@ std::vector<ButtonCaption> RefreshedCaptions(const KeyCaptions& captions, const 
     }
     refreshed.push_back({keys::space, L" "});
     return refreshed;
-}
-
-std::wstring SpokenNameOfKey(int button, std::wstring_view caption) {
-    if (button == keys::space || TrimBlanks(caption).empty()) {
-        return L"space";
-    }
-    return std::wstring(caption == shownAmpersand ? L"&" : caption);
 }
 
 } // namespace vextrel

@@ -2,7 +2,8 @@
 
 #include "core/ids.h"
 
-#include <array>
+#include <algorithm>
+#include <iterator>
 
 namespace vextrel {
 
@@ -82,50 +83,39 @@ constexpr HoverDelayItem hoverDelays[] = {
     {ids::hoverDelayTwoSeconds, L"twosecondsdelay", L"Two Second Delay", 2000},
 };
 
-bool IsChecked(int id, const CommandSnapshot& s) noexcept {
-    switch (id) {
-    case ids::mnuModeStandard:
-    case ids::toolStandard: return s.inputMode == InputMode::Standard;
-    case ids::mnuModeHover:
-    case ids::toolHover: return s.inputMode == InputMode::Hover;
-    case ids::mnuModeHiddenMouseAndHover:
-    case ids::toolHideMouse: return s.inputMode == InputMode::HiddenMouseAndHover;
-    case ids::mnuViewToolbar: return s.toolbarShown;
-    case ids::mnuViewProtectiveLayer: return s.layerMarked;
-    case ids::mnuViewPasswordMask:
-    case ids::toolToggleMask: return s.textIsMasked;
-    case ids::mnuOptionsBeepOnHover:
-    case ids::toolBeep: return s.beepOnHover;
-    case ids::mnuOptionsKeepPasswordAfterDragDrop:
-    case ids::toolKeepPassword: return s.keepPassword;
-    case ids::mnuOptionsDragDrop: return s.dragDropMode == DragDropMode::DragDrop;
-    case ids::mnuOptionsInjectMode:
-    case ids::toolInject: return s.dragDropMode == DragDropMode::Inject;
-    case ids::mnuOptionsSaveSettingsInINI: return s.saveSettings;
-    case ids::mnuKeyboardLayoutDefault: return s.layout == LayoutMark::Default;
-    case ids::mnuKeyboardLayoutEnglish: return s.layout == LayoutMark::English;
-    case ids::mnuKeyboardLayoutLastSaved: return s.layout == LayoutMark::LastSaved;
-    case ids::mnuFileKeepOnTop:
-    case ids::toolKeepOnTop: return s.keepOnTop;
-    default: return false;
-    }
+template <auto member, auto value = true>
+bool Is(const CommandSnapshot& snapshot) noexcept {
+    return snapshot.*member == value;
 }
 
-/// What would change the password, its boxes, the captions or the window's place under a running transfer.
-bool DisturbsTransfer(int id) noexcept {
-    switch (id) {
-    case ids::mnuViewPasswordMask:
-    case ids::mnuKeyboardLayoutDefault:
-    case ids::mnuKeyboardLayoutEnglish:
-    case ids::mnuKeyboardLayoutLastSaved:
-    case ids::mnuKeyboardLayoutImport:
-    case ids::mnuKeyboardCreateNewLayoutFile:
-    case ids::toolToggleMask:
-    case ids::toolRefresh:
-    case ids::toolClear: return true;
-    default: return false;
-    }
-}
+using S = CommandSnapshot;
+
+constexpr Command commands[] = {
+    {ids::mnuFileKeepOnTop, ids::toolKeepOnTop, Is<&S::keepOnTop>},
+    {ids::mnuFileExit},
+    {ids::mnuModeStandard, ids::toolStandard, Is<&S::inputMode, InputMode::Standard>},
+    {ids::mnuModeHover, ids::toolHover, Is<&S::inputMode, InputMode::Hover>},
+    {ids::mnuModeHiddenMouseAndHover, ids::toolHideMouse, Is<&S::inputMode, InputMode::HiddenMouseAndHover>},
+    {ids::mnuViewToolbar, 0, Is<&S::toolbarShown>},
+    {ids::mnuViewProtectiveLayer, 0, Is<&S::layerMarked>},
+    {ids::mnuViewPasswordMask, ids::toolToggleMask, Is<&S::textIsMasked>, UnderTransfer::Refused},
+    {ids::mnuOptionsBeepOnHover, ids::toolBeep, Is<&S::beepOnHover>},
+    {ids::mnuOptionsKeepPasswordAfterDragDrop, ids::toolKeepPassword, Is<&S::keepPassword>},
+    {ids::mnuOptionsDragDrop, 0, Is<&S::dragDropMode, DragDropMode::DragDrop>},
+    {ids::mnuOptionsInjectMode, 0, Is<&S::dragDropMode, DragDropMode::Inject>},
+    {0, ids::toolInject, Is<&S::dragDropMode, DragDropMode::Inject>},
+    {ids::mnuOptionsSaveSettingsInINI, 0, Is<&S::saveSettings>},
+    {ids::mnuKeyboardLayoutDefault, 0, Is<&S::layout, LayoutMark::Default>, UnderTransfer::Refused},
+    {ids::mnuKeyboardLayoutEnglish, 0, Is<&S::layout, LayoutMark::English>, UnderTransfer::Refused},
+    {ids::mnuKeyboardLayoutLastSaved, 0, Is<&S::layout, LayoutMark::LastSaved>, UnderTransfer::Refused},
+    {ids::mnuKeyboardLayoutImport, 0, nullptr, UnderTransfer::Refused},
+    {ids::mnuKeyboardCreateNewLayoutFile, 0, nullptr, UnderTransfer::Refused},
+    {ids::mnuHelpVisitHomepage},
+    {ids::mnuHelpDonate},
+    {ids::mnuHelpAbout},
+    {0, ids::toolRefresh, nullptr, UnderTransfer::Refused},
+    {0, ids::toolClear, nullptr, UnderTransfer::Refused},
+};
 
 /// Seconds with at least one decimal: "2.0 s", "1.25 s".
 std::wstring SecondsText(int milliseconds) {
@@ -145,13 +135,14 @@ std::wstring InputModeStatus(InputMode mode, int intervalMs) {
     return L"Standard entry";
 }
 
-const wchar_t* LayoutStatus(LayoutMark mark, bool importedFile) noexcept {
+const wchar_t* LayoutStatus(LayoutMark mark) noexcept {
     switch (mark) {
     case LayoutMark::Default: return L"Default layout";
     case LayoutMark::LastSaved: return L"Last imported layout";
-    case LayoutMark::English: break;
+    case LayoutMark::Imported: return L"Imported layout";
     // Captions that no command has set yet are the built-in ones.
-    case LayoutMark::None: return importedFile ? L"Imported layout" : L"English layout";
+    case LayoutMark::None:
+    case LayoutMark::English: break;
     }
     return L"English layout";
 }
@@ -170,14 +161,26 @@ std::span<const HoverDelayItem> HoverDelayMenu() noexcept {
     return hoverDelays;
 }
 
-CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept {
-    return {IsChecked(id, snapshot), !(snapshot.transferRunning && DisturbsTransfer(id))};
+const Command* CommandOf(int id) noexcept {
+    const auto* const found = std::find_if(std::begin(commands), std::end(commands), [id](const Command& command) {
+        return id != 0 && (command.menuId == id || command.toolId == id);
+    });
+    return found == std::end(commands) ? nullptr : found;
 }
 
-StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs, bool importedFile) {
+CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept {
+    const Command* const command = CommandOf(id);
+    if (command == nullptr) {
+        return {};
+    }
+    return {.checked = command->isChecked != nullptr && command->isChecked(snapshot),
+            .enabled = !(snapshot.transferRunning && command->underTransfer == UnderTransfer::Refused)};
+}
+
+StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs) {
     return {InputModeStatus(snapshot.inputMode, intervalMs),
             snapshot.dragDropMode == DragDropMode::Inject ? L"Injection" : L"Drag and drop",
-            LayoutStatus(snapshot.layout, importedFile)};
+            LayoutStatus(snapshot.layout)};
 }
 
 std::wstring BriefStatus(std::wstring text) {

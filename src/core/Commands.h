@@ -40,7 +40,8 @@ struct HoverDelayItem {
 /// The menu of the Hover button, shortest first.
 [[nodiscard]] std::span<const HoverDelayItem> HoverDelayMenu() noexcept;
 
-enum class LayoutMark { None, Default, English, LastSaved };
+/// What the layout commands did last. The menu marks the first three; "Imported" stands for a file.
+enum class LayoutMark { None, Default, English, LastSaved, Imported };
 
 /// Everything that check marks, enabled states and pressed buttons depend on. The layer's mark and the layout's mark
 /// tell what was done; no option implies them.
@@ -59,6 +60,23 @@ struct CommandSnapshot {
     friend constexpr bool operator==(const CommandSnapshot&, const CommandSnapshot&) = default;
 };
 
+/// What would change the password, its boxes, the captions or the window's place is refused while a transfer runs.
+enum class UnderTransfer { Allowed, Refused };
+
+/// One command of the user's, in the menu bar, on the toolbar or on both.
+struct Command {
+    int menuId = 0;                                               ///< 0: it has no menu item
+    int toolId = 0;                                               ///< 0: it has no button
+    bool (*isChecked)(const CommandSnapshot&) noexcept = nullptr; ///< whether it shows as being in force
+    UnderTransfer underTransfer = UnderTransfer::Allowed;
+
+    /// What names the command: its menu item's number, else its button's.
+    [[nodiscard]] constexpr int Id() const noexcept { return menuId != 0 ? menuId : toolId; }
+};
+/// The command of a menu item or toolbar button; null for numbers that stand for none (the buttons that are there to
+/// be seen, the hover delays).
+[[nodiscard]] const Command* CommandOf(int id) noexcept;
+
 struct CommandState {
     bool checked = false;
     bool enabled = true;
@@ -74,8 +92,8 @@ struct StatusTexts {
     std::wstring layout;
     friend bool operator==(const StatusTexts&, const StatusTexts&) = default;
 };
-/// @param intervalMs the hover delay. @param importedFile whether captions come from a file imported in this run.
-[[nodiscard]] StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs, bool importedFile);
+/// @param intervalMs the hover delay.
+[[nodiscard]] StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs);
 /// A pane's text without the words that can be missed where room is short.
 [[nodiscard]] std::wstring BriefStatus(std::wstring text);
 

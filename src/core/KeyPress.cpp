@@ -1,17 +1,15 @@
 #include "core/KeyPress.h"
 
+#include "core/CaptionText.h"
 #include "core/KeyTable.h"
 
 namespace vextrel {
 
 namespace {
 
-KeyPressOutcome PressCharacterKey(std::wstring_view caption, const BoxState& box, PressModifiers modifiers) {
-    const bool releasesShift = modifiers.shiftIsDown && modifiers.shiftLatched;
-    if (releasesShift) {
-        modifiers.shiftIsDown = false;
-    }
-    return {.edit = EnterText(box, TextOfCaption(caption)), .modifiers = modifiers, .refreshCaptions = releasesShift};
+KeyPressOutcome PressCharacterKey(std::wstring_view caption, const BoxState& box, Modifiers modifiers) {
+    modifiers.shiftIsDown = modifiers.shiftIsDown && !modifiers.shiftLatched;
+    return {.edit = EnterText(box, TextOfCaption(caption)), .modifiers = modifiers};
 }
 
 /// Tab and Enter: they exist in the plain view only.
@@ -24,14 +22,7 @@ std::optional<TextEdit> EnterIfPlain(const BoxState& box, std::wstring_view text
 
 } // namespace
 
-std::wstring_view TextOfCaption(std::wstring_view caption) noexcept {
-    if (caption.empty() || caption == L"space") {
-        return L" ";
-    }
-    return caption == L"&&" ? L"&" : caption;
-}
-
-KeyPressOutcome PressKey(int button, std::wstring_view caption, const BoxState& box, PressModifiers modifiers) {
+KeyPressOutcome PressKey(int button, std::wstring_view caption, const BoxState& box, Modifiers modifiers) {
     // Every key reads caret and selection first, also one that does not use them.
     CheckSelection(box.selection);
     switch (button) {
@@ -40,12 +31,12 @@ KeyPressOutcome PressKey(int button, std::wstring_view caption, const BoxState& 
     case keys::enter: return {.edit = EnterIfPlain(box, L"\r\n"), .modifiers = modifiers};
     case keys::capsLock:
         modifiers.capsLockIsDown = !modifiers.capsLockIsDown;
-        return {.edit = {}, .modifiers = modifiers, .refreshCaptions = true};
+        return {.edit = {}, .modifiers = modifiers};
     case keys::leftShift:
     case keys::rightShift:
         modifiers.shiftLatched = true;
         modifiers.shiftIsDown = !modifiers.shiftIsDown;
-        return {.edit = {}, .modifiers = modifiers, .refreshCaptions = true};
+        return {.edit = {}, .modifiers = modifiers};
     case keys::messageLeftover: return {.edit = {}, .modifiers = modifiers, .showLeftover = true};
     default:
         return IsInertKey(button) ? KeyPressOutcome{.edit = {}, .modifiers = modifiers}

@@ -34,8 +34,14 @@ inline constexpr int messageLeftover = 58;
 
 /// Whether the button is part of the keyboard. The others (Command14, 54 to 56, 58 to 64) exist hidden.
 [[nodiscard]] constexpr bool IsKeyShown(int button) noexcept {
-    return button >= 1 && button <= keyButtonCount && button != 14 && !(button >= 54 && button <= 56) &&
+    return button >= 1 && button <= keyButtonCount && button != 14 && !IsInertKey(button) &&
            !(button >= 58 && button <= 64);
+}
+
+/// Character keys and the space bar, as opposed to action keys.
+[[nodiscard]] constexpr bool IsCharacterKey(int button) noexcept {
+    return button != keys::backspace && button != keys::tab && button != keys::enter && button != keys::capsLock &&
+           button != keys::leftShift && button != keys::rightShift;
 }
 
 /// The captions of one character key.

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "core/KeyTable.h"
-#include "core/CaptureRules.h"
+#include "core/Modifiers.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -11,6 +12,18 @@ namespace vextrel {
 
 // Capture of a keyboard layout: every character key is pressed once plain and once with Shift, and what arrives in a
 // text box that takes part in nothing else, the setup box, becomes its captions. No key may reach another program.
+
+/// Virtual-key codes of the 47 character keys of a US keyboard, in slot order.
+[[nodiscard]] const std::array<std::uint8_t, 47>& CaptureKeyCodes() noexcept;
+
+/// How the two presses of a captured key are read.
+struct CaptureOrder {
+    bool plainGivesLower = true; ///< false: a modifier already in effect inverts the result
+    bool focusTwice = false;     ///< the plain press gives the box the focus twice when no modifier is held
+    friend constexpr bool operator==(CaptureOrder, CaptureOrder) = default;
+};
+
+[[nodiscard]] CaptureOrder ChooseCaptureOrder(PhysicalModifiers held) noexcept;
 
 enum class CaptureResult {
     Done,
@@ -34,7 +47,8 @@ class CaptureDevice {
     [[nodiscard]] virtual CaptureResult AwaitRelease(std::uint8_t virtualKey) noexcept = 0;
     /// Forgets a dead key that waits for the next character.
     virtual void ForgetDeadKey() noexcept = 0;
-    [[nodiscard]] virtual HeldModifiers Held() noexcept = 0;
+    /// The modifiers that the user holds; Caps Lock, too, held and not toggled.
+    [[nodiscard]] virtual PhysicalModifiers Held() noexcept = 0;
     [[nodiscard]] virtual bool IsCapsLockToggled() noexcept = 0;
     /// What the setup box holds; it is empty afterwards.
     [[nodiscard]] virtual std::wstring TakeText() = 0;

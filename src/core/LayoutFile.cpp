@@ -1,6 +1,6 @@
 #include "core/LayoutFile.h"
 
-#include "core/Captions.h"
+#include "core/TrimBlanks.h"
 
 #include <utility>
 

@@ -1,6 +1,7 @@
 #include "core/Numbers.h"
 
 #include "core/Error.h"
+#include "core/TrimBlanks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,14 +13,6 @@ namespace {
 
 constexpr bool IsDigit(wchar_t c) noexcept {
     return c >= L'0' && c <= L'9';
-}
-
-std::wstring_view TrimBlanks(std::wstring_view text) noexcept {
-    const auto first = text.find_first_not_of(L' ');
-    if (first == std::wstring_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
 }
 
 struct NumberParts {
@@ -70,10 +63,10 @@ std::int64_t RoundHalfEven(double value) noexcept {
 }
 
 std::int16_t ToInt16(std::int64_t value) {
-    if (value < std::numeric_limits<std::int16_t>::min() || value > std::numeric_limits<std::int16_t>::max()) {
-        throw Error(ErrorNumber::Overflow);
+    if (const std::optional<std::int16_t> narrow = Narrowed<std::int16_t>(value)) {
+        return *narrow;
     }
-    return static_cast<std::int16_t>(value);
+    throw Error(ErrorNumber::Overflow);
 }
 
 bool IsNumeric(std::wstring_view text) noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -14,6 +15,15 @@ namespace vextrel {
 /// Narrows to 16 bits signed, the range of caret positions, opacities and selection lengths.
 /// @throws Error "Overflow" when the value does not fit.
 [[nodiscard]] std::int16_t ToInt16(std::int64_t value);
+
+/// @return nothing when the value does not fit.
+template <class Integer>
+[[nodiscard]] constexpr std::optional<Integer> Narrowed(std::int64_t value) noexcept {
+    if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max()) {
+        return std::nullopt;
+    }
+    return static_cast<Integer>(value);
+}
 
 /// Whether the text is a number as users write it into the settings file, of any size: optional blanks around, an
 /// optional sign, decimal digits with an optional fraction.

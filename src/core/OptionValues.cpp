@@ -1,31 +1,17 @@
 #include "core/OptionValues.h"
 
 #include "core/Numbers.h"
-#include "core/CaptureRules.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace vextrel {
 
 namespace {
 
-template <class Integer>
-constexpr std::optional<Integer> Narrowed(std::int64_t value) noexcept {
-    if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max()) {
-        return std::nullopt;
-    }
-    return static_cast<Integer>(value);
-}
-
 constexpr std::int16_t mostOpaqueAlpha = 255;
 /// One above the largest alpha, deliberately.
 constexpr std::int16_t largestKeyboardTransparency = 256;
 constexpr std::int32_t shortIntervalReplacementMs = 2000;
-/// The layer made visible, as long as no other opacity was typed.
-constexpr std::int16_t visibleLayerTransparency = 100;
-/// A typed opacity below this would leave the layer as good as invisible.
-constexpr std::int32_t smallestRememberedOpacity = 2;
 
 } // namespace
 
@@ -104,11 +90,7 @@ std::optional<std::int32_t> ParseHoverInterval(std::wstring_view text) noexcept 
 }
 
 std::optional<std::uint8_t> AlphaForKeyboard(std::int16_t transparency) noexcept {
-    return AlphaForLayer(transparency == largestKeyboardTransparency ? mostOpaqueAlpha : transparency);
-}
-
-std::optional<std::uint8_t> AlphaForLayer(std::int16_t transparency) noexcept {
-    return Narrowed<std::uint8_t>(transparency);
+    return Narrowed<std::uint8_t>(transparency == largestKeyboardTransparency ? mostOpaqueAlpha : transparency);
 }
 
 int HoverSliderPosition(std::int32_t intervalMs) noexcept {
@@ -125,35 +107,6 @@ std::int16_t TransparencyOfPercent(int percent) noexcept {
     const int shown = std::clamp(percent, transparencySliderMinPercent, transparencySliderMaxPercent);
     // Whole numbers up to the division, so that what lies half-way is exactly half-way.
     return static_cast<std::int16_t>(RoundHalfEven(shown * mostOpaqueAlpha / 100.0));
-}
-
-std::optional<std::int32_t> ParseLayerAnswer(std::wstring_view text) noexcept {
-    const std::optional<std::int64_t> number = ParseNumber(text);
-    return number ? Narrowed<std::int32_t>(*number) : std::nullopt;
-}
-
-LayerCommandOutcome RunLayerCommand(LayerCommandState state, std::int16_t coverTransparency,
-                                    std::int16_t defaultCoverTransparency) noexcept {
-    if (state.firstSeen == 0) {
-        state.firstSeen = coverTransparency;
-    }
-    std::int16_t opacity = visibleLayerTransparency;
-    if (coverTransparency != defaultCoverTransparency) {
-        opacity = defaultCoverTransparency;
-    } else if (state.lastTyped >= smallestRememberedOpacity) {
-        opacity = LayerOpacity(state).value_or(coverTransparency);
-    }
-    const bool differs = opacity != state.firstSeen;
-    return {.state = state, .coverTransparency = opacity, .marked = differs, .ask = differs};
-}
-
-LayerCommandState TakeLayerAnswer(LayerCommandState state, std::optional<std::int32_t> answer) noexcept {
-    state.lastTyped = answer.value_or(state.lastTyped);
-    return state;
-}
-
-std::optional<std::int16_t> LayerOpacity(LayerCommandState state) noexcept {
-    return Narrowed<std::int16_t>(state.lastTyped);
 }
 
 } // namespace vextrel

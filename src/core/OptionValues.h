@@ -48,6 +48,14 @@ enum class DragDropMode : std::int16_t { DragDrop = 0, Inject = 1 };
 [[nodiscard]] std::optional<DragDropMode> ParseDragDropMode(std::wstring_view text) noexcept;
 [[nodiscard]] const wchar_t* DragDropModeText(DragDropMode mode) noexcept;
 
+/// Identifiers of the layouts that can be switched to.
+enum class LayoutId : std::int32_t {
+    Default = 0,   ///< captured from the system's active keyboard layout
+    LastSaved = 1, ///< the last imported one, from the settings file
+    Import = 2,    ///< a file that the user picks
+    English = 409, ///< "00000409" read as a decimal number, deliberately not the hexadecimal layout code
+};
+
 /// The layout identifier that "Keyboard Layout" stands for; English (409) when it is not recognised.
 [[nodiscard]] std::int32_t ParseKeyboardLayout(std::wstring_view text) noexcept;
 
@@ -59,8 +67,6 @@ enum class DragDropMode : std::int16_t { DragDrop = 0, Inject = 1 };
 
 /// The alpha that the main window gets for its opacity; 256 is applied as 255. Nothing outside 0..256.
 [[nodiscard]] std::optional<std::uint8_t> AlphaForKeyboard(std::int16_t transparency) noexcept;
-/// The alpha that the layer gets. Nothing outside 0..255.
-[[nodiscard]] std::optional<std::uint8_t> AlphaForLayer(std::int16_t transparency) noexcept;
 
 // The sliders.
 
@@ -79,32 +85,5 @@ inline constexpr int transparencySliderMaxPercent = 100;
 /// percent / 100 x 255, rounded to the nearest, halves to even (50 percent: 127.5 gives 128). A percentage outside the
 /// slider's range counts as the nearer end.
 [[nodiscard]] std::int16_t TransparencyOfPercent(int percent) noexcept;
-
-/// The answer to the question for a new layer opacity: any text; nothing when it is no number of 32 bits.
-[[nodiscard]] std::optional<std::int32_t> ParseLayerAnswer(std::wstring_view text) noexcept;
-
-/// What the protective-layer command of the View menu remembers between uses.
-struct LayerCommandState {
-    std::int16_t firstSeen = 0; ///< the layer's opacity at the first use; 0 = not yet seen
-    std::int32_t lastTyped = 0; ///< the last number typed into its question
-    friend constexpr bool operator==(LayerCommandState, LayerCommandState) = default;
-};
-struct LayerCommandOutcome {
-    LayerCommandState state;
-    std::int16_t coverTransparency = 0; ///< to be set at once
-    bool marked = false;                ///< the menu item's check mark
-    bool ask = false;                   ///< ask for a new value afterwards
-    friend constexpr bool operator==(LayerCommandOutcome, LayerCommandOutcome) = default;
-};
-/// The command up to its question: from any other opacity to the default one, from the default one to the last typed
-/// (if 2 or more) or else to 100. Back at the first opacity ever seen, the mark goes and nothing is asked. A typed
-/// number beyond 16 bits cannot be set: the opacity stays.
-[[nodiscard]] LayerCommandOutcome RunLayerCommand(LayerCommandState state, std::int16_t coverTransparency,
-                                                  std::int16_t defaultCoverTransparency) noexcept;
-/// The answer to the question (nothing when it was cancelled or is no number): what is remembered from now on.
-[[nodiscard]] LayerCommandState TakeLayerAnswer(LayerCommandState state, std::optional<std::int32_t> answer) noexcept;
-/// The opacity to set after the question, answered or not: the remembered number, whether or not it makes sense as an
-/// opacity; nothing when it does not fit 16 bits.
-[[nodiscard]] std::optional<std::int16_t> LayerOpacity(LayerCommandState state) noexcept;
 
 } // namespace vextrel

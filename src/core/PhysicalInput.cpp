@@ -36,11 +36,6 @@ std::size_t CommonEnd(std::wstring_view a, std::wstring_view b) noexcept {
 
 } // namespace
 
-bool FoldedShift(PhysicalModifiers modifiers) noexcept {
-    const bool shift = modifiers.shiftPressed || modifiers.rightShiftPressed || modifiers.leftShiftPressed;
-    return modifiers.capsLockToggled != shift;
-}
-
 void DropControlCharacters(SecretText& text) noexcept {
     wchar_t* const characters = text.Buffer();
     text.SetSize(static_cast<std::size_t>(std::remove_if(characters, characters + text.Size(), IsControlCharacter) -

@@ -16,17 +16,6 @@ inline constexpr wchar_t backspaceCode = 8;
     return code == backspaceCode || (code >= 32 && code <= 126) || code == 128;
 }
 
-/// The physical modifier keys, read when a key goes down or up.
-struct PhysicalModifiers {
-    bool capsLockToggled = false;
-    bool shiftPressed = false; ///< VK_SHIFT reads "down now"
-    bool rightShiftPressed = false;
-    bool leftShiftPressed = false;
-};
-
-/// ShiftIsDown follows the physical keys: true when exactly one of Caps Lock and Shift is in effect.
-[[nodiscard]] bool FoldedShift(PhysicalModifiers modifiers) noexcept;
-
 /// C0, DEL and C1. None of them enters the password from outside (a paste, a character that no key has).
 [[nodiscard]] constexpr bool IsControlCharacter(wchar_t c) noexcept {
     return c < 0x20 || (c >= 0x7F && c <= 0x9F);

@@ -1,15 +1,12 @@
 #include "core/RandomPlacement.h"
 
+#include "core/KeyGrid.h"
 #include "core/Numbers.h"
 
 namespace vextrel {
 
 namespace {
 
-constexpr double unitsPerRow = 15;
-constexpr double keyRows = 5;
-/// The outer width besides the keys: both margins and the borders.
-constexpr double widthBesidesKeysTwips = 2 * sideMarginTwips + 100;
 /// The outer height besides keys and bars: title bar, menu, password box, sliders, gaps and borders.
 constexpr double heightBesidesKeysTwips = 400 + 2 * sideMarginTwips + 950;
 
@@ -30,7 +27,7 @@ double KeyUnitTwips(double outerWidthTwips, double twipsPerPixel) noexcept {
 }
 
 double WindowHeightTwips(double keyWidthTwips, double toolbarHeightTwips, double statusBarHeightTwips) noexcept {
-    return toolbarHeightTwips + (keyRows * keyWidthTwips + heightBesidesKeysTwips) + statusBarHeightTwips;
+    return toolbarHeightTwips + (keyRowCount * keyWidthTwips + heightBesidesKeysTwips) + statusBarHeightTwips;
 }
 
 Placement RandomisePlacement(const PlacementInput& input) noexcept {

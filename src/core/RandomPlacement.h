@@ -26,6 +26,8 @@ struct Placement {
 
 /// Room on either side of the keys, in twips.
 inline constexpr double sideMarginTwips = 300;
+/// The outer width besides the keys: both margins and the borders.
+inline constexpr double widthBesidesKeysTwips = 2 * sideMarginTwips + 100;
 
 /// The key unit that an outer window width gives: a fifteenth of the key area, snapped to whole pixels, in twips
 /// rounded to a whole one.

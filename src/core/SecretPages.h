@@ -4,14 +4,19 @@
 
 namespace vextrel {
 
-// Where a SecretText lives. One implementation is linked per platform: on Windows pages of their own, locked against
-// paging and kept out of crash reports where the system offers it; on the build machine ordinary memory.
+/// Where a SecretText lives: what the core asks of the platform, which has pages that are locked against paging, say.
+class SecretPages {
+  public:
+    /// @return zeroed memory of at least byteCount bytes. @throws Error "Out of memory".
+    [[nodiscard]] virtual void* Allocate(std::size_t byteCount) const = 0;
+    /// Wipes the memory and gives it back. A null pointer is left alone.
+    virtual void Release(void* pages, std::size_t byteCount) const noexcept = 0;
 
-/// @return zeroed memory of at least byteCount bytes.
-/// @throws Error "Out of memory".
-[[nodiscard]] void* AllocateSecretPages(std::size_t byteCount);
-
-/// Wipes the memory and gives it back. A null pointer is left alone.
-void ReleaseSecretPages(void* pages, std::size_t byteCount) noexcept;
+  protected:
+    SecretPages() = default;
+    SecretPages(const SecretPages&) = default;
+    SecretPages& operator=(const SecretPages&) = default;
+    ~SecretPages() = default;
+};
 
 } // namespace vextrel

@@ -2,7 +2,6 @@
 
 #include "core/Error.h"
 #include "core/Wipe.h"
-#include "core/SecretPages.h"
 
 #include <algorithm>
 #include <string>
@@ -19,11 +18,12 @@ constexpr std::size_t roomBytes = roomCharacters * sizeof(wchar_t);
 
 } // namespace
 
-SecretText::SecretText()
-    : characters_(static_cast<wchar_t*>(AllocateSecretPages(roomBytes))) {}
+SecretText::SecretText(const SecretPages& pages)
+    : pages_(pages)
+    , characters_(static_cast<wchar_t*>(pages.Allocate(roomBytes))) {}
 
 SecretText::~SecretText() {
-    ReleaseSecretPages(characters_, roomBytes);
+    pages_.Release(characters_, roomBytes);
 }
 
 std::wstring_view SecretText::View(TextRange range) const noexcept {

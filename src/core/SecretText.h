@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/SecretPages.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
@@ -19,14 +21,15 @@ struct TextRange {
     }
 };
 
-/// The password and whatever is cut from it: text in fixed memory of its own (SecretPages.h), never reallocated, wiped
+/// The password and whatever is cut from it: text in fixed memory of its own, never reallocated, wiped
 /// wherever a character leaves it. Not copyable, so that no second copy comes about by accident.
 class SecretText {
   public:
     /// What 16-bit caret positions can reach.
     static constexpr std::size_t capacity = 32767;
 
-    SecretText();
+    /// @param pages where it lives; they outlive it. @throws Error "Out of memory".
+    explicit SecretText(const SecretPages& pages);
     ~SecretText();
     SecretText(const SecretText&) = delete;
     SecretText& operator=(const SecretText&) = delete;
@@ -52,6 +55,7 @@ class SecretText {
     void SetSize(std::size_t size) noexcept;
 
   private:
+    const SecretPages& pages_;
     wchar_t* characters_;
     std::size_t size_ = 0;
 };

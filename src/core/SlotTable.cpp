@@ -1,5 +1,6 @@
 #include "core/SlotTable.h"
 
+#include "core/CaptionText.h"
 #include "core/Numbers.h"
 
 #include <algorithm>
@@ -48,8 +49,7 @@ std::wstring ScrambledInput(wchar_t typed, const std::function<std::wstring(int)
     if (!slot) {
         return {};
     }
-    std::wstring caption = captionOfButton(StandardButtonOfSlot(*slot));
-    return caption == L"&&" ? L"&" : caption;
+    return std::wstring(TextShownOnKey(captionOfButton(StandardButtonOfSlot(*slot))));
 }
 
 } // namespace vextrel

@@ -9,8 +9,6 @@ namespace vextrel {
 
 namespace {
 
-constexpr wchar_t maskCharacter = L'*';
-
 constexpr std::size_t Position(std::int16_t value) noexcept {
     return value > 0 ? static_cast<std::size_t>(value) : 0;
 }

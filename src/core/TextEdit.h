@@ -18,6 +18,9 @@ struct BoxSelection {
 
 enum class PasswordBoxView { Masked, Plain };
 
+/// What the masked box shows for each unit of the password.
+inline constexpr wchar_t maskCharacter = L'*';
+
 /// One replacement: the characters in the range give way to the text. It is wiped when it goes, since its text is or
 /// may be a piece of the password; there is no move, which could leave characters behind.
 struct Splice {

@@ -1,16 +1,13 @@
 #include "core/WindowGeometry.h"
 
+#include "core/KeyGrid.h"
 #include "core/RandomPlacement.h"
 
 #include <algorithm>
-#include <span>
 
 namespace vextrel {
 
 namespace {
-
-constexpr int unitsPerRow = 15;
-constexpr int keyRows = 5;
 
 // Heights and gaps. With these, a randomly sized window on current Windows has square keys: of its fixed 1950 twips of
 // height, title bar, menu and borders take about 890.
@@ -27,45 +24,23 @@ constexpr double betweenSlidersTwips = 150;
 
 constexpr double smallestKeyTwips = 240;
 
-/// Keys that stand side by side from a first edge on, one unit each.
-struct KeyRun {
-    int firstKey;
-    int count;
-    int leftTenths; ///< tenths of a unit from the key area's left edge
-};
-/// A key of its own width.
-struct WideKey {
-    int key;
-    int leftTenths;
-    int rightTenths;
-};
-struct KeyRow {
-    KeyRun run;
-    std::array<WideKey, 2> wide; ///< number 0: none
-};
-
-constexpr std::array<KeyRow, keyRows> rows{{
-    {{1, 13, 0}, {{{keys::backspace, 130, 150}, {}}}},
-    {{17, 12, 14}, {{{keys::tab, 0, 14}, {65, 134, 150}}}},
-    {{31, 11, 18}, {{{keys::capsLock, 0, 18}, {keys::enter, 128, 150}}}},
-    {{43, 10, 22}, {{{keys::leftShift, 0, 22}, {keys::rightShift, 122, 150}}}},
-    {{}, {{{keys::space, 38, 98}, {}}}},
-}};
-
-void PlaceKeys(WindowLayout& layout) noexcept {
-    const int left = layout.keyArea.left;
+void PlaceKeys(WindowGeometry& geometry) noexcept {
+    const int left = geometry.keyArea.left;
     // Both neighbours of an edge round the same number, so that neither gap nor overlap can arise.
-    const auto edge = [&](int tenths) noexcept { return left + (tenths * layout.keyUnitPx + 5) / 10; };
-    int top = layout.keyArea.top;
-    for (const KeyRow& row : rows) {
-        const int bottom = top + layout.keyHeightPx;
+    const auto edge = [&](int tenths) noexcept {
+        return left + (tenths * geometry.keyUnitPx + tenthsPerUnit / 2) / tenthsPerUnit;
+    };
+    int top = geometry.keyArea.top;
+    for (const KeyRow& row : keyGrid) {
+        const int bottom = top + geometry.keyHeightPx;
         const auto place = [&](int key, int leftTenths, int rightTenths) noexcept {
-            layout.keys[static_cast<std::size_t>(key)] = {edge(leftTenths), top, edge(rightTenths), bottom};
+            geometry.keys[static_cast<std::size_t>(key)] = {edge(leftTenths), top, edge(rightTenths), bottom};
         };
         for (int i = 0; i < row.run.count; ++i) {
-            place(row.run.firstKey + i, row.run.leftTenths + 10 * i, row.run.leftTenths + 10 * (i + 1));
+            const int from = row.run.leftTenths + tenthsPerUnit * i;
+            place(row.run.firstKey + i, from, from + tenthsPerUnit);
         }
-        for (const WideKey& wide : row.wide) {
+        for (const WideKey& wide : {row.left, row.right}) {
             if (wide.key != 0) {
                 place(wide.key, wide.leftTenths, wide.rightTenths);
             }
@@ -75,26 +50,26 @@ void PlaceKeys(WindowLayout& layout) noexcept {
 }
 
 /// Two halves of equal width, each a label and its slider, ending flush with the keys on both sides.
-void PlaceSliders(WindowLayout& layout, int left, int right, int top, int bottom, int dpi,
+void PlaceSliders(WindowGeometry& geometry, int left, int right, int top, int bottom, int dpi,
                   bool hoverLabelShown) noexcept {
     const int half = std::max(0, (right - left - PixelsFromTwips(betweenSlidersTwips, dpi)) / 2);
     const int label = std::min(PixelsFromTwips(labelWidthTwips, dpi), half / 2);
-    layout.hoverDelayLabel = {left, top, left + label, bottom};
-    layout.hoverDelaySlider = {hoverLabelShown ? left + label : left, top, left + half, bottom};
-    layout.transparencyLabel = {right - half, top, right - half + label, bottom};
-    layout.transparencySlider = {right - half + label, top, right, bottom};
+    geometry.hoverDelayLabel = {left, top, left + label, bottom};
+    geometry.hoverDelaySlider = {hoverLabelShown ? left + label : left, top, left + half, bottom};
+    geometry.transparencyLabel = {right - half, top, right - half + label, bottom};
+    geometry.transparencySlider = {right - half + label, top, right, bottom};
 }
 
 } // namespace
 
-WindowLayout LayOutWindow(const WindowLayoutInput& input) noexcept {
+WindowGeometry GeometryOfWindow(const WindowGeometryInput& input) noexcept {
     const int dpi = input.dpi;
     const int clientWidth = std::max(0, PixelsFromTwips(input.clientWidthTwips, dpi));
     const double unitTwips = KeyUnitTwips(input.clientWidthTwips + input.frameWidthTwips, TwipsPerPixel(dpi));
 
-    WindowLayout layout;
-    layout.keyUnitPx = std::clamp(PixelsFromTwips(unitTwips, dpi), 0, clientWidth / unitsPerRow);
-    const int keysWidth = unitsPerRow * layout.keyUnitPx;
+    WindowGeometry geometry;
+    geometry.keyUnitPx = std::clamp(PixelsFromTwips(unitTwips, dpi), 0, clientWidth / unitsPerRow);
+    const int keysWidth = unitsPerRow * geometry.keyUnitPx;
     const int left = (clientWidth - keysWidth) / 2;
     const int right = left + keysWidth;
 
@@ -103,28 +78,28 @@ WindowLayout LayOutWindow(const WindowLayoutInput& input) noexcept {
     const int sliderRow = PixelsFromTwips(sliderRowTwips, dpi);
     const int room = PixelsFromTwips(input.clientHeightTwips, dpi) - input.toolbarHeightPx - input.statusBarHeightPx -
                      gapCount * gap - sliderRow;
-    const int box = std::clamp(room - keyRows * layout.keyUnitPx, PixelsFromTwips(lowPasswordBoxTwips, dpi),
+    const int box = std::clamp(room - keyRowCount * geometry.keyUnitPx, PixelsFromTwips(lowPasswordBoxTwips, dpi),
                                PixelsFromTwips(passwordBoxTwips, dpi));
-    layout.keyHeightPx = std::max(0, (room - box) / keyRows);
-    const int spare = std::max(0, room - box - keyRows * layout.keyHeightPx);
+    geometry.keyHeightPx = std::max(0, (room - box) / keyRowCount);
+    const int spare = std::max(0, room - box - keyRowCount * geometry.keyHeightPx);
 
     int top = input.toolbarHeightPx + gap;
-    layout.passwordBox = {left, top, right, top + box};
+    geometry.passwordBox = {left, top, right, top + box};
     top += box + gap;
-    PlaceSliders(layout, left, right, top, top + sliderRow, dpi, input.hoverLabelShown);
+    PlaceSliders(geometry, left, right, top, top + sliderRow, dpi, input.hoverLabelShown);
     top += sliderRow + gap + spare / 2;
-    layout.keyArea = {left, top, right, top + keyRows * layout.keyHeightPx};
-    PlaceKeys(layout);
-    return layout;
+    geometry.keyArea = {left, top, right, top + keyRowCount * geometry.keyHeightPx};
+    PlaceKeys(geometry);
+    return geometry;
 }
 
 Size MinimumClientSizePx(double frameWidthTwips, int dpi, int toolbarHeightPx, int statusBarHeightPx) noexcept {
     const int keyPx = PixelsFromTwips(smallestKeyTwips, dpi);
-    const int besides = PixelsFromTwips(2 * sideMarginTwips + 100 - frameWidthTwips, dpi);
+    const int besides = PixelsFromTwips(widthBesidesKeysTwips - frameWidthTwips, dpi);
     const int fixedHeight = gapCount * PixelsFromTwips(gapTwips, dpi) + PixelsFromTwips(sliderRowTwips, dpi) +
                             PixelsFromTwips(lowPasswordBoxTwips, dpi);
     return {unitsPerRow * keyPx + std::max(0, besides),
-            keyRows * keyPx + fixedHeight + toolbarHeightPx + statusBarHeightPx};
+            keyRowCount * keyPx + fixedHeight + toolbarHeightPx + statusBarHeightPx};
 }
 
 } // namespace vextrel

@@ -7,7 +7,7 @@
 
 namespace vextrel {
 
-struct WindowLayoutInput {
+struct WindowGeometryInput {
     double clientWidthTwips = 0;
     double clientHeightTwips = 0;
     double frameWidthTwips = 0; ///< outer width less client width: the key unit derives from the outer width
@@ -19,7 +19,7 @@ struct WindowLayoutInput {
 
 /// Where everything in the window goes, in pixels of the client area. No two rectangles overlap; the key rows have no
 /// gaps; everything lies inside the client area as long as that is at least MinimumClientSize.
-struct WindowLayout {
+struct WindowGeometry {
     Rect passwordBox; ///< of txtPassword and txtText alike
     Rect hoverDelayLabel;
     Rect hoverDelaySlider;
@@ -35,7 +35,7 @@ struct WindowLayout {
 /// Lays out the window: below the toolbar the password box, below it the two sliders with their labels side by side,
 /// then the five key rows. Row 1 has 13 keys of one unit and Backspace of two; rows 2 to 4 outer keys of 1.4 / 1.6,
 /// 1.8 / 2.2 and 2.2 / 2.8 units; row 5 the space bar from 3.8 to 9.8 units. Edges are snapped to whole pixels.
-[[nodiscard]] WindowLayout LayOutWindow(const WindowLayoutInput& input) noexcept;
+[[nodiscard]] WindowGeometry GeometryOfWindow(const WindowGeometryInput& input) noexcept;
 
 /// The client area below which the window should not shrink: its keys are 16 pixels wide and high at 96 DPI, and as
 /// large on other screens, with the usual margins.

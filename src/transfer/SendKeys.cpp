@@ -15,7 +15,7 @@ constexpr const wchar_t* errorSource = L"Vextrel.cSendKeys";
 
 } // namespace
 
-void cSendKeys::SendKeys(std::wstring_view command) {
+void SendKeysPlayer::SendKeys(std::wstring_view command) {
     std::vector<std::uint8_t> held; // in the order of pressing
     const auto releaseHeld = [&]() noexcept {
         while (!held.empty()) {
@@ -34,7 +34,7 @@ void cSendKeys::SendKeys(std::wstring_view command) {
     }
 }
 
-void cSendKeys::Play(std::wstring_view command, std::vector<std::uint8_t>& held) {
+void SendKeysPlayer::Play(std::wstring_view command, std::vector<std::uint8_t>& held) {
     const SendKeysProgram program = ParseSendKeys(command);
     for (const SendKeysStroke& stroke : program.strokes) {
         switch (stroke.kind) {
@@ -56,7 +56,7 @@ void cSendKeys::Play(std::wstring_view command, std::vector<std::uint8_t>& held)
     }
 }
 
-void cSendKeys::KeyPress(std::wstring_view text, std::int32_t count) {
+void SendKeysPlayer::KeyPress(std::wstring_view text, std::int32_t count) {
     const auto named = NamedKeyCode(text);
     const auto code = named ? named : KeyCode(text);
     if (!code) {
@@ -65,25 +65,25 @@ void cSendKeys::KeyPress(std::wstring_view text, std::int32_t count) {
     Repeat(*code, count);
 }
 
-void cSendKeys::Repeat(std::uint8_t virtualKey, std::int32_t count) noexcept {
+void SendKeysPlayer::Repeat(std::uint8_t virtualKey, std::int32_t count) noexcept {
     for (; count > 0; --count) {
         KeyDown(virtualKey);
         KeyUp(virtualKey);
     }
 }
 
-void cSendKeys::KeyDown(std::uint8_t virtualKey) noexcept {
+void SendKeysPlayer::KeyDown(std::uint8_t virtualKey) noexcept {
     // Every key counts as an extended one here.
     ::keybd_event(virtualKey, 0, KEYEVENTF_EXTENDEDKEY, 0);
     PumpPendingMessages();
 }
 
-void cSendKeys::KeyUp(std::uint8_t virtualKey) noexcept {
+void SendKeysPlayer::KeyUp(std::uint8_t virtualKey) noexcept {
     ::keybd_event(virtualKey, 0, KEYEVENTF_EXTENDEDKEY | KEYEVENTF_KEYUP, 0);
     PumpPendingMessages();
 }
 
-std::optional<std::uint8_t> cSendKeys::KeyCode(std::wstring_view text) const noexcept {
+std::optional<std::uint8_t> SendKeysPlayer::KeyCode(std::wstring_view text) const noexcept {
     return vextrel::KeyCode(text);
 }
 

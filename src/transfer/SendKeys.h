@@ -9,7 +9,7 @@ namespace vextrel {
 
 /// Turns commands of the send-keys language (SendKeysParser.h) into key strokes for whatever window has the keyboard
 /// focus. Messages are processed after every stroke, so the caller runs it as an operation (ui/Operations.h).
-class cSendKeys {
+class SendKeysPlayer {
   public:
     /// Plays a command from left to right. What stands before an error is played, modifiers that are still held are
     /// released, and then the error is raised.

@@ -1,9 +1,9 @@
 #include "ui/AboutDialog.h"
 
-#include "win32/version.h"
-#include "win32/WebLinks.h"
 #include "core/ids.h"
+#include "win32/WebLinks.h"
 #include "win32/resources.h"
+#include "win32/version.h"
 
 namespace vextrel {
 
@@ -28,7 +28,7 @@ void InitialiseLinks() noexcept {
 
 } // namespace
 
-void frmAbout::FitControls() {
+void AboutDialog::FitControls() {
     const int size = Scaled(iconSize96);
     UniqueIcon icon(static_cast<HICON>(
         ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_VEXTREL), IMAGE_ICON, size, size, 0)));
@@ -37,11 +37,11 @@ void frmAbout::FitControls() {
     ::SendMessageW(name_, WM_SETFONT, reinterpret_cast<WPARAM>(Fonts().Sized(Dpi(), Scaled(24))), FALSE);
 }
 
-void frmAbout::AddLink(const wchar_t* text, const Rect& place96, int id) {
+void AboutDialog::AddLink(const wchar_t* text, const Rect& place96, int id) {
     AddControl(WC_LINK, (L"<a>" + std::wstring(text) + L"</a>").c_str(), WS_TABSTOP, 0, place96, id);
 }
 
-void frmAbout::CreateControls() {
+void AboutDialog::CreateControls() {
     InitialiseLinks();
     picture_ =
         AddControl(WC_STATICW, L"", SS_ICON | SS_REALSIZECONTROL, 0, {20, 20, 20 + iconSize96, 20 + iconSize96}, -1);
@@ -60,7 +60,7 @@ void frmAbout::CreateControls() {
     ::SetFocus(ok);
 }
 
-LRESULT frmAbout::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT AboutDialog::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NOTIFY) {
         const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
         if (header.code == NM_CLICK || header.code == NM_RETURN) {

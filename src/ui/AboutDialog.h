@@ -10,10 +10,10 @@
 namespace vextrel {
 
 /// What the program is, where its maker's pages are, and which protections are in force at the moment.
-class frmAbout final : public Dialog {
+class AboutDialog final : public Dialog {
   public:
     /// @param protections one line each, in the order in which they are to be read.
-    explicit frmAbout(std::vector<std::wstring> protections)
+    explicit AboutDialog(std::vector<std::wstring> protections)
         : protections_(std::move(protections)) {}
 
   private:

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/Geometry.h"
-#include "win32/FontCache.h"
 #include "ui/Operations.h"
+#include "win32/FontCache.h"
 #include "win32/Form.h"
 
 #include <cmath>

@@ -49,7 +49,7 @@ int HeightOf(HWND label, HFONT font, int widthPx) {
 
 } // namespace
 
-void frmDragNote::ShowFor(DragDropMode mode, HWND owner) {
+void DragHint::ShowFor(DragDropMode mode, HWND owner) {
     mode_ = mode;
     // It takes its DPI from the screen that it is created on.
     POINT pointer{};
@@ -71,7 +71,7 @@ void frmDragNote::ShowFor(DragDropMode mode, HWND owner) {
     ::SetTimer(Handle(), Timer1, followIntervalMs, nullptr);
 }
 
-void frmDragNote::CreateControls() {
+void DragHint::CreateControls() {
     const auto label = [this](const wchar_t* text, int id) {
         const HWND control =
             ::CreateWindowExW(WS_EX_NOPARENTNOTIFY | WS_EX_TRANSPARENT, WC_STATICW, text,
@@ -87,7 +87,7 @@ void frmDragNote::CreateControls() {
     text_ = label(inject ? injectionText : dragText, ids::dragNoteText);
 }
 
-void frmDragNote::LayOut() {
+void DragHint::LayOut() {
     const int dpi = Dpi();
     const auto px = [dpi](int twips) { return PixelsFromTwips(twips, dpi); };
     const HFONT font = fonts_.MessageFont(dpi);
@@ -106,7 +106,7 @@ void frmDragNote::LayOut() {
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void frmDragNote::OnDpiChanged() {
+void DragHint::OnDpiChanged() {
     // The new size may put most of it onto the other screen again; answering that would never end.
     if (!std::exchange(changingDpi_, true)) {
         LayOut();
@@ -115,7 +115,7 @@ void frmDragNote::OnDpiChanged() {
     }
 }
 
-void frmDragNote::FollowPointer() noexcept {
+void DragHint::FollowPointer() noexcept {
     POINT pointer{};
     if (::GetCursorPos(&pointer) == FALSE) {
         return;
@@ -125,7 +125,7 @@ void frmDragNote::FollowPointer() noexcept {
                    SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
-void frmDragNote::WakeFinishedDrag() noexcept {
+void DragHint::WakeFinishedDrag() noexcept {
     // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag would go
     // on without an end. Any message of the mouse makes it look at the buttons again.
     if (::GetAsyncKeyState(VK_LBUTTON) >= 0 && ::GetAsyncKeyState(VK_RBUTTON) >= 0) {
@@ -133,11 +133,11 @@ void frmDragNote::WakeFinishedDrag() noexcept {
     }
 }
 
-void frmDragNote::OnUnload() noexcept {
+void DragHint::OnUnload() noexcept {
     ::KillTimer(Handle(), Timer1);
 }
 
-LRESULT frmDragNote::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT DragHint::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const COLORREF ground = mode_ == DragDropMode::Inject ? injectionColour : dragColour;
     switch (message) {
     case WM_TIMER:

@@ -8,10 +8,10 @@ namespace vextrel {
 
 /// The hint that follows the pointer while the password is dragged. It takes neither the pointer nor the focus nor the
 /// drop.
-class frmDragNote final : public Form {
+class DragHint final : public Form {
   public:
-    frmDragNote() = default;
-    ~frmDragNote() override { Unload(); }
+    DragHint() = default;
+    ~DragHint() override { Unload(); }
 
     /// Shows the hint beside the pointer and paints it at once. @param owner the main window.
     void ShowFor(DragDropMode mode, HWND owner);

@@ -4,7 +4,7 @@
 
 namespace vextrel {
 
-void frmError::CreateControls() {
+void ErrorDialog::CreateControls() {
     AddControl(WC_STATICW, L"Something unexpected happened. Vextrel carries on.", SS_LEFT, 0, {14, 14, 386, 32},
                ids::lblTitle);
     AddLines(message_.c_str(), {14, 38, 386, 132}, ids::txtError);
@@ -13,7 +13,7 @@ void frmError::CreateControls() {
     ::SetFocus(close);
 }
 
-void frmError::OnCommand(int id, int notification) {
+void ErrorDialog::OnCommand(int id, int notification) {
     if (id == ids::cmdClose) {
         End(IDOK);
         return;

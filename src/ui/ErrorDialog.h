@@ -8,9 +8,9 @@
 namespace vextrel {
 
 /// Shows an unexpected error: a label, the message in a read-only box (so that it can be copied), a close button.
-class frmError final : public Dialog {
+class ErrorDialog final : public Dialog {
   public:
-    explicit frmError(std::wstring message)
+    explicit ErrorDialog(std::wstring message)
         : message_(std::move(message)) {}
 
   private:

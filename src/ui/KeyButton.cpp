@@ -1,9 +1,9 @@
 #include "ui/KeyButton.h"
 
 #include "core/Captions.h"
-#include "win32/AccessibleName.h"
-#include "ui/KeyPainter.h"
 #include "core/ids.h"
+#include "ui/KeyPainter.h"
+#include "win32/AccessibleName.h"
 #include "win32/EventGuard.h"
 #include "win32/Text.h"
 

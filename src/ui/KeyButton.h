@@ -1,8 +1,8 @@
 #pragma once
 
-#include "win32/FontCache.h"
 #include "ui/KeyCapture.h"
 #include "ui/KeyboardEvents.h"
+#include "win32/FontCache.h"
 #include "win32/SubclassedControl.h"
 
 #include <string>

@@ -1,11 +1,11 @@
 #include "ui/MainWindow.h"
 
+#include "core/ids.h"
 #include "ui/DotPointer.h"
 #include "ui/NoEvents.h"
 #include "ui/StatusBar.h"
-#include "core/ids.h"
-#include "win32/MoveHook.h"
 #include "win32/EventGuard.h"
+#include "win32/MoveHook.h"
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"
 #include "win32/resources.h"
@@ -29,18 +29,18 @@ constexpr UINT_PTR tmrCheckActiveWindow = 1;
 
 } // namespace
 
-frmKeyboard::frmKeyboard()
+MainWindow::MainWindow()
     : controller_(&NoEvents::Instance()) {}
 
-frmKeyboard::~frmKeyboard() {
+MainWindow::~MainWindow() {
     Unload();
 }
 
-void frmKeyboard::SetController(KeyboardEvents* controller) noexcept {
+void MainWindow::SetController(KeyboardEvents* controller) noexcept {
     controller_ = controller != nullptr ? controller : &NoEvents::Instance();
 }
 
-void frmKeyboard::Load() {
+void MainWindow::Load() {
     CreateMenuBar();
     // As wide as random sizing ever makes it; the height is a place holder. The window gets its size before it is
     // shown.
@@ -52,11 +52,11 @@ void frmKeyboard::Load() {
                 .heightPx = 320});
     CreateControls();
     ApplyDpi();
-    mKBFormMoveSubclass::InstallHook(Handle());
+    MoveHook::InstallHook(Handle());
     ::SetTimer(Handle(), tmrCheckActiveWindow, checkActiveWindowMs, nullptr);
 }
 
-void frmKeyboard::ApplyDpi() {
+void MainWindow::ApplyDpi() {
     const int dpi = Dpi();
     fonts_.Clear();
     const auto font = reinterpret_cast<WPARAM>(fonts_.MessageFont(dpi));
@@ -83,10 +83,10 @@ void frmKeyboard::ApplyDpi() {
                    ::MulDiv(20, dpi, USER_DEFAULT_SCREEN_DPI), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void frmKeyboard::OnUnload() noexcept {
+void MainWindow::OnUnload() noexcept {
     GuardEvent(Handle(), L"Form_Unload", [&] {
         ::KillTimer(Handle(), tmrCheckActiveWindow);
-        mKBFormMoveSubclass::RemoveHook(Handle());
+        MoveHook::RemoveHook(Handle());
         // Undoes what a hidden pointer may have left.
         ::ShowCursor(TRUE);
         controller_->FormUnloading();
@@ -95,20 +95,20 @@ void frmKeyboard::OnUnload() noexcept {
     static_cast<void>(menuBar_.Release());
 }
 
-PasswordBox& frmKeyboard::VisibleBox() noexcept {
+PasswordBox& MainWindow::VisibleBox() noexcept {
     return txtPassword_.IsShown() ? txtPassword_ : txtText_;
 }
 
-HWND frmKeyboard::ActiveControl() const noexcept {
+HWND MainWindow::ActiveControl() const noexcept {
     const HWND focus = ::GetFocus();
     return ::IsChild(Handle(), focus) ? focus : activeControl_;
 }
 
-void frmKeyboard::FocusVisibleBox() noexcept {
+void MainWindow::FocusVisibleBox() noexcept {
     ::SetFocus(VisibleBox().Handle());
 }
 
-int frmKeyboard::ToolbarHeightPx() noexcept {
+int MainWindow::ToolbarHeightPx() noexcept {
     if (!toolbar_.IsShown()) {
         return 0;
     }
@@ -121,7 +121,7 @@ int frmKeyboard::ToolbarHeightPx() noexcept {
     return toolbarHeightPx_;
 }
 
-WindowLayoutInput frmKeyboard::LayoutInput() {
+WindowGeometryInput MainWindow::LayoutInput() {
     RECT client{};
     RECT outer{};
     ::GetClientRect(Handle(), &client);
@@ -136,7 +136,7 @@ WindowLayoutInput frmKeyboard::LayoutInput() {
             .hoverLabelShown = (::GetWindowLongPtrW(lblHoverDelay_, GWL_STYLE) & WS_VISIBLE) != 0};
 }
 
-void frmKeyboard::FitPasswordFont() {
+void MainWindow::FitPasswordFont() {
     RECT room{};
     ::GetClientRect(txtPassword_.Handle(), &room);
     // A line is about a third higher than its font's nominal size.
@@ -149,10 +149,10 @@ void frmKeyboard::FitPasswordFont() {
     }
 }
 
-void frmKeyboard::LayOut() {
+void MainWindow::LayOut() {
     KeepKeysClickable();
-    const WindowLayoutInput input = LayoutInput();
-    layout_ = LayOutWindow(input);
+    const WindowGeometryInput input = LayoutInput();
+    layout_ = GeometryOfWindow(input);
     RECT client{};
     ::GetClientRect(Handle(), &client);
 
@@ -181,14 +181,14 @@ void frmKeyboard::LayOut() {
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
-RECT frmKeyboard::KeyAreaOnScreen() const noexcept {
+RECT MainWindow::KeyAreaOnScreen() const noexcept {
     const Rect& area = layout_.keyArea;
     RECT onScreen{area.left, area.top, area.right, area.bottom};
     ::MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&onScreen), 2);
     return onScreen;
 }
 
-void frmKeyboard::ShowToolbarControl(bool show) {
+void MainWindow::ShowToolbarControl(bool show) {
     if (show == toolbar_.IsShown()) {
         return;
     }
@@ -202,20 +202,20 @@ void frmKeyboard::ShowToolbarControl(bool show) {
     LayOut();
 }
 
-void frmKeyboard::ShowHoverDelayLabel(bool show) {
+void MainWindow::ShowHoverDelayLabel(bool show) {
     ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
     LayOut();
 }
 
-void frmKeyboard::SetHoverSlider(int positionMs) noexcept {
+void MainWindow::SetHoverSlider(int positionMs) noexcept {
     ::SendMessageW(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs);
 }
 
-void frmKeyboard::SetTransparencySlider(int percent) noexcept {
+void MainWindow::SetTransparencySlider(int percent) noexcept {
     ::SendMessageW(sldTransparency_, TBM_SETPOS, TRUE, percent);
 }
 
-void frmKeyboard::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
+void MainWindow::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
     // A click changes a button by itself, whatever comes of it.
     toolbar_.Refresh(snapshot);
     if (snapshot != shownState_) {
@@ -228,7 +228,7 @@ void frmKeyboard::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
     }
 }
 
-void frmKeyboard::RefreshMenuBar(const CommandSnapshot& snapshot) noexcept {
+void MainWindow::RefreshMenuBar(const CommandSnapshot& snapshot) noexcept {
     for (const Menu& menu : MenuBar()) {
         for (const MenuItem& item : menu.items) {
             const CommandState state = StateOfCommand(item.id, snapshot);
@@ -241,20 +241,20 @@ void frmKeyboard::RefreshMenuBar(const CommandSnapshot& snapshot) noexcept {
     }
 }
 
-void frmKeyboard::ShowNotice(std::wstring text) {
+void MainWindow::ShowNotice(std::wstring text) {
     if (text != notice_) {
         notice_ = std::move(text);
         ShowStatus();
     }
 }
 
-void frmKeyboard::ShowStatus() {
+void MainWindow::ShowStatus() {
     const int dpi = Dpi();
     ShowStatusTexts(statusBar_, fonts_.MessageFont(dpi), dpi,
                     {notice_.empty() ? status_.inputMode : notice_, status_.transferMode, status_.layout});
 }
 
-LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (keyCapture_.Route(Handle(), message, wParam, lParam)) {
         return 0;
     }
@@ -319,13 +319,13 @@ LRESULT frmKeyboard::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefaultHandler(message, wParam, lParam);
 }
 
-void frmKeyboard::OnClose() {
+void MainWindow::OnClose() {
     if (controller_->MayUnload()) {
         Unload();
     }
 }
 
-bool frmKeyboard::OnCommand(int id, int notification) {
+bool MainWindow::OnCommand(int id, int notification) {
     if (notification == EN_SETFOCUS && (id == ids::txtPassword || id == ids::txtText)) {
         activeControl_ = ::GetDlgItem(Handle(), id);
         return true;
@@ -341,7 +341,7 @@ bool frmKeyboard::OnCommand(int id, int notification) {
     return true;
 }
 
-void frmKeyboard::OnSliderMoved(HWND slider) {
+void MainWindow::OnSliderMoved(HWND slider) {
     const auto position = static_cast<int>(::SendMessageW(slider, TBM_GETPOS, 0, 0));
     if (slider == sldHoverDelay_) {
         GuardEvent(Handle(), L"Hover Delay Slider Change Error", [&] { controller_->HoverSliderMoved(position); });
@@ -351,7 +351,7 @@ void frmKeyboard::OnSliderMoved(HWND slider) {
     }
 }
 
-LRESULT frmKeyboard::OnNotify(const NMHDR& header) {
+LRESULT MainWindow::OnNotify(const NMHDR& header) {
     if (header.idFrom == ids::tbToolbar && header.code == static_cast<UINT>(TBN_DROPDOWN)) {
         GuardEvent(Handle(), L"tbToolbar_ButtonMenuClick", [&] {
             if (const int chosen = toolbar_.TrackHoverMenu(); chosen != 0) {
@@ -363,7 +363,7 @@ LRESULT frmKeyboard::OnNotify(const NMHDR& header) {
     return 0;
 }
 
-Size frmKeyboard::MinimumSize() {
+Size MainWindow::MinimumSize() {
     RECT outer{};
     RECT inner{};
     ::GetWindowRect(Handle(), &outer);
@@ -371,20 +371,20 @@ Size frmKeyboard::MinimumSize() {
     if (statusBar_ == nullptr || inner.bottom <= 0) {
         return {};
     }
-    const WindowLayoutInput input = LayoutInput();
+    const WindowGeometryInput input = LayoutInput();
     const Size client =
         MinimumClientSizePx(input.frameWidthTwips, input.dpi, input.toolbarHeightPx, input.statusBarHeightPx);
     return {client.width + static_cast<int>(outer.right - outer.left - inner.right),
             client.height + static_cast<int>(outer.bottom - outer.top - inner.bottom)};
 }
 
-void frmKeyboard::OnGetMinMaxInfo(MINMAXINFO& info) {
+void MainWindow::OnGetMinMaxInfo(MINMAXINFO& info) {
     if (const Size smallest = MinimumSize(); smallest.width > 0) {
         info.ptMinTrackSize = {smallest.width, smallest.height};
     }
 }
 
-void frmKeyboard::KeepKeysClickable() {
+void MainWindow::KeepKeysClickable() {
     // The minimum was asked for at another width: at this one, menu and toolbar may need more rows.
     const Size smallest = MinimumSize();
     RECT outer{};
@@ -395,14 +395,14 @@ void frmKeyboard::KeepKeysClickable() {
     }
 }
 
-void frmKeyboard::OnDpiChanged(const RECT& suggested) {
+void MainWindow::OnDpiChanged(const RECT& suggested) {
     ApplyDpi();
     ::SetWindowPos(Handle(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                    suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
     controller_->FormResized();
 }
 
-void frmKeyboard::OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
+void MainWindow::OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
     ApplyDpi();
     // Another font changes the rows' heights and so the keys' places.
     GuardEvent(Handle(), L"Resize", [&] { controller_->FormResized(); });

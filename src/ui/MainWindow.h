@@ -1,12 +1,12 @@
 #pragma once
 
 #include "core/Commands.h"
-#include "win32/FontCache.h"
+#include "core/WindowGeometry.h"
 #include "ui/KeyButton.h"
 #include "ui/KeyboardEvents.h"
 #include "ui/PasswordBox.h"
 #include "ui/ToolbarControl.h"
-#include "core/WindowGeometry.h"
+#include "win32/FontCache.h"
 #include "win32/Form.h"
 #include "win32/ScreenCapture.h"
 #include "win32/handles.h"
@@ -19,10 +19,10 @@ namespace vextrel {
 
 /// The main window: keys, password boxes, toolbar, sliders, status bar, menu bar. It holds no logic: every event goes
 /// to the controller.
-class frmKeyboard final : public Form {
+class MainWindow final : public Form {
   public:
-    frmKeyboard();
-    ~frmKeyboard() override;
+    MainWindow();
+    ~MainWindow() override;
 
     /// Creates the window and its controls, hidden. @throws Error with the system's code.
     void Load();
@@ -85,7 +85,7 @@ class frmKeyboard final : public Form {
     void OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void OnClose();
     void ShowStatus();
-    [[nodiscard]] WindowLayoutInput LayoutInput();
+    [[nodiscard]] WindowGeometryInput LayoutInput();
 
     KeyboardEvents* controller_;
     FontCache fonts_;
@@ -103,7 +103,7 @@ class frmKeyboard final : public Form {
     HWND activeControl_ = nullptr; ///< the box that had the focus last
     KeyCapture keyCapture_;
     std::array<KeyButton, keyButtonCount> keys_;
-    WindowLayout layout_;
+    WindowGeometry layout_;
     std::optional<CommandSnapshot> shownState_; ///< what the menu bar says; nothing at first
     StatusTexts status_;
     std::wstring notice_;

@@ -1,13 +1,13 @@
 // What the main window consists of: menu bar, controls, their names and tool tips.
 #include "core/OptionValues.h"
-#include "win32/AccessibleName.h"
-#include "ui/MainWindow.h"
 #include "core/ids.h"
+#include "ui/MainWindow.h"
+#include "win32/AccessibleName.h"
 #include "win32/Text.h"
 
 namespace vextrel {
 
-void frmKeyboard::CreateMenuBar() {
+void MainWindow::CreateMenuBar() {
     menuBar_.Reset(::CreateMenu());
     for (const Menu& menu : MenuBar()) {
         const HMENU items = ::CreatePopupMenu();
@@ -19,7 +19,7 @@ void frmKeyboard::CreateMenuBar() {
     }
 }
 
-HWND frmKeyboard::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, int id) {
+HWND MainWindow::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, int id) {
     const HWND control = ::CreateWindowExW(WS_EX_NOPARENTNOTIFY, controlClass, text, WS_CHILD | WS_CLIPSIBLINGS | style,
                                            0, 0, 0, 0, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                            ::GetModuleHandleW(nullptr), nullptr);
@@ -29,7 +29,7 @@ HWND frmKeyboard::AddControl(const wchar_t* controlClass, const wchar_t* text, D
     return control;
 }
 
-void frmKeyboard::CreateControls() {
+void MainWindow::CreateControls() {
     // In the order in which Tab visits them; a label stands before what it names.
     txtPassword_.Create(Handle(), ids::txtPassword, PasswordBoxView::Masked, controller_);
     txtText_.Create(Handle(), ids::txtText, PasswordBoxView::Plain, controller_);
@@ -59,7 +59,7 @@ void frmKeyboard::CreateControls() {
     AddToolTips();
 }
 
-void frmKeyboard::AddToolTips() {
+void MainWindow::AddToolTips() {
     const HWND toolTips = toolbar_.ToolTips();
     ExcludeFromCapture(toolTips);
     for (const HWND slider : {sldHoverDelay_, sldTransparency_}) {
@@ -74,7 +74,7 @@ void frmKeyboard::AddToolTips() {
     }
 }
 
-void frmKeyboard::NameControls() noexcept {
+void MainWindow::NameControls() noexcept {
     SetAccessibleNames({{txtPassword_.Handle(), L"Password, masked"},
                         {txtText_.Handle(), L"Password, in clear"},
                         {sldHoverDelay_, L"Hover delay"},

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/DragGesture.h"
 #include "core/SecretText.h"
 #include "core/TextEdit.h"
-#include "core/DragGesture.h"
 #include "ui/KeyboardEvents.h"
 #include "win32/SubclassedControl.h"
 

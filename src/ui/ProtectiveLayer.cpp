@@ -1,13 +1,13 @@
 #include "ui/ProtectiveLayer.h"
 
 #include "core/Geometry.h"
-#include "ui/DotPointer.h"
 #include "core/HitTest.h"
-#include "ui/NoEvents.h"
 #include "core/ids.h"
-#include "win32/MoveHook.h"
+#include "ui/DotPointer.h"
+#include "ui/NoEvents.h"
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
+#include "win32/MoveHook.h"
 #include "win32/Text.h"
 #include "win32/WindowStyle.h"
 
@@ -26,10 +26,10 @@ constexpr int offScreenTwips = -10000;
 
 } // namespace
 
-frmBlank::frmBlank()
+ProtectiveLayer::ProtectiveLayer()
     : events_(&NoEvents::Instance()) {}
 
-void frmBlank::Load(HWND mainWindow) {
+void ProtectiveLayer::Load(HWND mainWindow) {
     Form::Load({.title = L"",
                 .style = WS_POPUP,
                 // No tool bar entry, no place in Alt+Tab, and a click leaves the activation where it is.
@@ -47,31 +47,31 @@ void frmBlank::Load(HWND mainWindow) {
         ThrowLastError();
     }
     ::ImmAssociateContextEx(txtSetup_, nullptr, 0);
-    mKBFormMoveSubclass::InstallHook(Handle());
+    MoveHook::InstallHook(Handle());
     ::SetTimer(Handle(), tmrForegroundCheck, foregroundCheckMs, nullptr);
 }
 
-void frmBlank::OnUnload() noexcept {
+void ProtectiveLayer::OnUnload() noexcept {
     StopHoverTimer();
     ::KillTimer(Handle(), tmrForegroundCheck);
-    mKBFormMoveSubclass::RemoveHook(Handle());
+    MoveHook::RemoveHook(Handle());
 }
 
-void frmBlank::SetController(KeyboardEvents* events, LayerHost* host) noexcept {
+void ProtectiveLayer::SetController(KeyboardEvents* events, LayerHost* host) noexcept {
     events_ = events != nullptr ? events : &NoEvents::Instance();
     host_ = host;
 }
 
-void frmBlank::Place(const RECT& area) noexcept {
+void ProtectiveLayer::Place(const RECT& area) noexcept {
     ::SetWindowPos(Handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
                    SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOOWNERZORDER);
 }
 
-void frmBlank::Show(bool show) noexcept {
+void ProtectiveLayer::Show(bool show) noexcept {
     ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
 }
 
-void frmBlank::SetAlpha(std::optional<std::uint8_t> alpha) noexcept {
+void ProtectiveLayer::SetAlpha(std::optional<std::uint8_t> alpha) noexcept {
     if (alpha) {
         invisible_ = *alpha == 0;
         SetLayeredTransparency(Handle(), alpha);
@@ -79,29 +79,29 @@ void frmBlank::SetAlpha(std::optional<std::uint8_t> alpha) noexcept {
     }
 }
 
-void frmBlank::ApplyClickThrough() noexcept {
+void ProtectiveLayer::ApplyClickThrough() noexcept {
     // Disabled, too: a modal window may come to lie beneath the layer where the system does not make what a topmost
     // window owns topmost, and has to be clickable there.
     SetClickThrough(Handle(), invisible_ || ::IsWindowEnabled(Handle()) == FALSE);
 }
 
-void frmBlank::RunHoverTimer(UINT intervalMs) noexcept {
+void ProtectiveLayer::RunHoverTimer(UINT intervalMs) noexcept {
     if (hoverIntervalMs_ != intervalMs) {
         RestartHoverTimer(intervalMs);
     }
 }
 
-void frmBlank::RestartHoverTimer(UINT intervalMs) noexcept {
+void ProtectiveLayer::RestartHoverTimer(UINT intervalMs) noexcept {
     hoverIntervalMs_ = intervalMs;
     ::SetTimer(Handle(), Timer1, intervalMs, nullptr);
 }
 
-void frmBlank::StopHoverTimer() noexcept {
+void ProtectiveLayer::StopHoverTimer() noexcept {
     hoverIntervalMs_ = 0;
     ::KillTimer(Handle(), Timer1);
 }
 
-LRESULT frmBlank::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     const auto guarded = [this](const wchar_t* handler, auto&& body) {
         if (host_ != nullptr) {
@@ -145,7 +145,7 @@ LRESULT frmBlank::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-std::optional<int> frmBlank::KeyAt(POINT client) const noexcept {
+std::optional<int> ProtectiveLayer::KeyAt(POINT client) const noexcept {
     RECT area{};
     ::GetClientRect(Handle(), &area);
     // A captured mouse reports points outside, too; the rule takes its outer keys to reach any distance.
@@ -156,13 +156,13 @@ std::optional<int> frmBlank::KeyAt(POINT client) const noexcept {
     return KeyUnderPoint(client.x * twips, client.y * twips, area.right * twips, area.bottom * twips);
 }
 
-void frmBlank::SetKeyState(int key, bool pushed) const noexcept {
+void ProtectiveLayer::SetKeyState(int key, bool pushed) const noexcept {
     if (const HWND window = host_->KeyWindow(key); window != nullptr) {
         ::SendMessageW(window, BM_SETSTATE, pushed ? TRUE : FALSE, 0);
     }
 }
 
-void frmBlank::Push(std::optional<int> key) noexcept {
+void ProtectiveLayer::Push(std::optional<int> key) noexcept {
     const std::optional<int> before = std::exchange(pressedKey_, key);
     if (before && before != key && host_ != nullptr) {
         SetKeyState(*before, false);
@@ -172,19 +172,19 @@ void frmBlank::Push(std::optional<int> key) noexcept {
     }
 }
 
-void frmBlank::OnEnabled(bool enabled) noexcept {
+void ProtectiveLayer::OnEnabled(bool enabled) noexcept {
     ApplyClickThrough();
     // A dialog that ends on a press, as a file dialog does on a double click, leaves the release to what lies beneath.
     pressedElsewhere_ = enabled && IsAnyMouseButtonDown();
 }
 
-void frmBlank::OnMouseDown(POINT client) {
+void ProtectiveLayer::OnMouseDown(POINT client) {
     pressedElsewhere_ = false;
     ::SetCapture(Handle());
     Push(KeyAt(client));
 }
 
-void frmBlank::OnMouseMove(POINT client, bool buttonHeld) {
+void ProtectiveLayer::OnMouseMove(POINT client, bool buttonHeld) {
     pressedElsewhere_ = pressedElsewhere_ && buttonHeld;
     if (host_->CurrentInputMode() == InputMode::Standard && !buttonHeld) {
         return;
@@ -200,7 +200,7 @@ void frmBlank::OnMouseMove(POINT client, bool buttonHeld) {
     }
 }
 
-void frmBlank::OnMouseUp(POINT client) {
+void ProtectiveLayer::OnMouseUp(POINT client) {
     const std::optional<int> key = std::exchange(pressedElsewhere_, false) ? std::nullopt : KeyAt(client);
     // Before the click, which may open a dialog: no key stays pushed beneath it. Giving up the capture comes back as
     // WM_CAPTURECHANGED and releases the remembered key.
@@ -214,7 +214,7 @@ void frmBlank::OnMouseUp(POINT client) {
     }
 }
 
-void frmBlank::OnDoubleClick() {
+void ProtectiveLayer::OnDoubleClick() {
     pressedElsewhere_ = false;
     ::SetCapture(Handle());
     POINT pointer{};
@@ -228,7 +228,7 @@ void frmBlank::OnDoubleClick() {
     }
 }
 
-bool frmBlank::IsUnderPointer(POINT pointer) const noexcept {
+bool ProtectiveLayer::IsUnderPointer(POINT pointer) const noexcept {
     RECT area{};
     // Hidden with the minimised window, the layer keeps its place.
     if (!IsVisible() || ::GetWindowRect(Handle(), &area) == FALSE) {
@@ -238,7 +238,7 @@ bool frmBlank::IsUnderPointer(POINT pointer) const noexcept {
     return pointer.x >= area.left && pointer.x <= area.right && pointer.y >= area.top && pointer.y <= area.bottom;
 }
 
-void frmBlank::OnHoverTick() {
+void ProtectiveLayer::OnHoverTick() {
     if (!host_->IsHoverEntryEnabled()) {
         return;
     }

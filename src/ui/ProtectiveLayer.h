@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/LayerHost.h"
 #include "ui/KeyboardEvents.h"
+#include "ui/LayerHost.h"
 #include "win32/Form.h"
 
 #include <cstdint>
@@ -11,10 +11,10 @@ namespace vextrel {
 
 /// The protective layer: a translucent window laid exactly over the keys. It takes the clicks, works out from the
 /// pointer's position alone which key lies beneath, and drives that key itself.
-class frmBlank final : public Form {
+class ProtectiveLayer final : public Form {
   public:
-    frmBlank();
-    ~frmBlank() override { Unload(); }
+    ProtectiveLayer();
+    ~ProtectiveLayer() override { Unload(); }
 
     /// Creates the window, hidden, owned by the main window. @throws Error with the system's code.
     void Load(HWND mainWindow);

@@ -1,8 +1,8 @@
 #include "ui/StatusBar.h"
 
 #include "core/Commands.h"
-#include "win32/FontCache.h"
 #include "core/WindowGeometry.h"
+#include "win32/FontCache.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "ui/ToolbarControl.h"
 
-#include "win32/SystemLook.h"
 #include "core/ids.h"
 #include "win32/EventGuard.h"
+#include "win32/SystemLook.h"
 #include "win32/Text.h"
 #include "win32/resources.h"
 

@@ -64,23 +64,23 @@ std::wstring Returned(const char* text) {
 
 } // namespace
 
-cOpenSave::cOpenSave()
+FileDialog::FileDialog()
     : filter_(FilterForSystem(L"All Files (*.*)|*.*"))
     , dialogs_(L"comdlg32.dll") {}
 
-void cOpenSave::SetFilter(std::wstring_view filter) {
+void FileDialog::SetFilter(std::wstring_view filter) {
     filter_ = FilterForSystem(filter);
 }
 
-bool cOpenSave::ShowOpen() {
+bool FileDialog::ShowOpen() {
     return Show("GetOpenFileNameA");
 }
 
-bool cOpenSave::ShowSave() {
+bool FileDialog::ShowSave() {
     return Show("GetSaveFileNameA");
 }
 
-bool cOpenSave::Show(const char* dialog) {
+bool FileDialog::Show(const char* dialog) {
     const auto show = dialogs_.Find<decltype(&::GetOpenFileNameA)>(dialog);
     const std::string filter = Narrow(filter_);
     const std::string title = Narrow(DialogTitle);
@@ -121,7 +121,7 @@ bool cOpenSave::Show(const char* dialog) {
     return false;
 }
 
-bool cOpenSave::ChooseDirectory() {
+bool FileDialog::ChooseDirectory() {
     const SystemLibrary ole(L"ole32.dll");
     const SystemLibrary shell(L"shell32.dll");
     const auto initialise = ole.Find<decltype(&::CoInitializeEx)>("CoInitializeEx");
@@ -158,12 +158,12 @@ bool cOpenSave::ChooseDirectory() {
     return false;
 }
 
-bool cOpenSave::DirExists(const std::wstring& path) const noexcept {
+bool FileDialog::DirExists(const std::wstring& path) const noexcept {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-bool cOpenSave::FileExists(const std::wstring& path) const noexcept {
+bool FileDialog::FileExists(const std::wstring& path) const noexcept {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }

@@ -13,9 +13,9 @@ namespace vextrel {
 ///
 /// Showing runs a message loop: the caller does it as a modal operation (ui/Operations.h). The process's current folder
 /// is afterwards what it was before; with OFN_NOCHANGEDIR among the flags it does not change meanwhile either.
-class cOpenSave {
+class FileDialog {
   public:
-    cOpenSave();
+    FileDialog();
 
     /// Whether a cancelled dialog is told from one in which the user chose.
     bool CancelError = false;

@@ -2,7 +2,7 @@
 
 #include "win32/ProgramState.h"
 
-namespace vextrel::mKBHk {
+namespace vextrel {
 
 namespace {
 
@@ -82,4 +82,4 @@ DWORD WINAPI KeyboardHook::ServeHook(void* self) noexcept {
     return 0;
 }
 
-} // namespace vextrel::mKBHk
+} // namespace vextrel

@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-namespace vextrel::mKBHk {
+namespace vextrel {
 
 /// The low-level keyboard hook that swallows Print Screen for the whole system while it is installed.
 ///
@@ -34,4 +34,4 @@ class KeyboardHook {
     DWORD threadId_ = 0;
 };
 
-} // namespace vextrel::mKBHk
+} // namespace vextrel

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace vextrel::mKBFormMoveSubclass {
+namespace vextrel::MoveHook {
 
 namespace {
 
@@ -21,7 +21,7 @@ HWND actingWindow = nullptr;
 bool acting = false;
 
 void Act(HWND window, UINT message, WPARAM wParam) noexcept {
-    auto* form = static_cast<frmKeyboard*>(reinterpret_cast<Form*>(::GetWindowLongPtrW(window, GWLP_USERDATA)));
+    auto* form = static_cast<MainWindow*>(reinterpret_cast<Form*>(::GetWindowLongPtrW(window, GWLP_USERDATA)));
     if (form == nullptr || std::exchange(acting, true)) {
         return;
     }
@@ -64,4 +64,4 @@ void SetActingWindow(HWND mainWindow) noexcept {
     actingWindow = mainWindow;
 }
 
-} // namespace vextrel::mKBFormMoveSubclass
+} // namespace vextrel::MoveHook

@@ -15,7 +15,7 @@ inline constexpr bool HooksDisabled = true;
 inline constexpr bool HooksDisabled = false;
 #endif
 
-/// What the whole program knows from its start; modMain owns the one instance.
+/// What the whole program knows from its start; Program owns the one instance.
 struct ProgramState {
     HINSTANCE instance = nullptr;
     std::wstring folder;           ///< of the running program file, without a trailing separator

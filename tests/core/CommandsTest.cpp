@@ -35,11 +35,11 @@ TEST(Commands, EveryMarkAndPressedButtonShowsItsOption) {
         {ids::mnuKeyboardLayoutLastSaved, 0, [](const S& s) { return s.layout == LayoutMark::LastSaved; }},
     };
     std::set<int> marked;
-    for (int n = 0; n < 12 << 8; ++n) { // every combination
-        const auto bit = [n](int which) { return (n / 12 >> which & 1) != 0; };
+    for (int n = 0; n < 15 << 8; ++n) { // every combination
+        const auto bit = [n](int which) { return (n / 15 >> which & 1) != 0; };
         const S snapshot{
             InputMode(1 + n % 3), DragDropMode(bit(0)), bit(1), bit(2), bit(3), bit(4), bit(5), bit(6), bit(7),
-            LayoutMark(n / 3 % 4)};
+            LayoutMark(n / 3 % 5)};
         for (const auto& row : rows) {
             for (const int id : {row.menuId, row.toolId}) {
                 ASSERT_EQ(id != 0 && StateOfCommand(id, snapshot).checked, id != 0 && row.checked(snapshot)) << id;
@@ -127,25 +127,24 @@ TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
         int intervalMs;
         DragDropMode transfer;
         LayoutMark layout;
-        bool imported;
         const wchar_t *texts, *brief;
     } rows[] = {
-        {InputMode::Standard, 1500, drag, English, false, L"Standard entry|Drag and drop|English layout",
+        {InputMode::Standard, 1500, drag, English, L"Standard entry|Drag and drop|English layout",
          L"Standard|Drag|English"},
-        {InputMode::Hover, 1500, inject, Default, true, L"Hover entry, 1.5 s|Injection|Default layout",
+        {InputMode::Hover, 1500, inject, Default, L"Hover entry, 1.5 s|Injection|Default layout",
          L"Hover, 1.5 s|Injection|Default"},
-        {InputMode::HiddenMouseAndHover, 500, inject, LastSaved, true,
-         L"Hidden mouse, 0.5 s|Injection|Last imported layout", L"Hidden mouse, 0.5 s|Injection|Last imported"},
-        {InputMode::Hover, 32767, drag, None, true, L"Hover entry, 32.767 s|Drag and drop|Imported layout",
+        {InputMode::HiddenMouseAndHover, 500, inject, LastSaved, L"Hidden mouse, 0.5 s|Injection|Last imported layout",
+         L"Hidden mouse, 0.5 s|Injection|Last imported"},
+        {InputMode::Hover, 32767, drag, Imported, L"Hover entry, 32.767 s|Drag and drop|Imported layout",
          L"Hover, 32.767 s|Drag|Imported"},
-        {InputMode::Hover, 1, drag, None, false, L"Hover entry, 0.001 s|Drag and drop|English layout",
+        {InputMode::Hover, 1, drag, None, L"Hover entry, 0.001 s|Drag and drop|English layout",
          L"Hover, 0.001 s|Drag|English"},
-        {InputMode::Hover, 2000, drag, None, false, L"Hover entry, 2.0 s|Drag and drop|English layout",
+        {InputMode::Hover, 2000, drag, None, L"Hover entry, 2.0 s|Drag and drop|English layout",
          L"Hover, 2.0 s|Drag|English"},
     };
     for (const auto& row : rows) {
-        const auto [first, second, third] = StatusBarTexts(
-            {.inputMode = row.mode, .dragDropMode = row.transfer, .layout = row.layout}, row.intervalMs, row.imported);
+        const auto [first, second, third] =
+            StatusBarTexts({.inputMode = row.mode, .dragDropMode = row.transfer, .layout = row.layout}, row.intervalMs);
         EXPECT_EQ(first + L"|" + second + L"|" + third, row.texts);
         EXPECT_EQ(BriefStatus(first) + L"|" + BriefStatus(second) + L"|" + BriefStatus(third), row.brief);
     }

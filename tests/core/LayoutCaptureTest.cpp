@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include <set>
 
 namespace vextrel {
@@ -21,7 +23,7 @@ class FakeKeyboard final : public CaptureDevice {
     bool capsLock = false;
     bool shiftEndsCapsLock = false;
     bool ctrlIsHeld = false;
-    HeldModifiers held;
+    PhysicalModifiers held;
     std::set<std::uint8_t> down;
     int pressedWithoutFocus = 0;
     int presses = 0;
@@ -57,7 +59,7 @@ class FakeKeyboard final : public CaptureDevice {
         return virtualKey == silentKey ? CaptureResult::NoAnswer : CaptureResult::Done;
     }
     void ForgetDeadKey() noexcept override { mark_ = false; }
-    HeldModifiers Held() noexcept override { return held; }
+    PhysicalModifiers Held() noexcept override { return held; }
     /// A tap whose release never comes is not seen either.
     bool IsCapsLockToggled() noexcept override { return capsLock || silentKey == capsLockKey; }
     std::wstring TakeText() override { return std::exchange(text_, {}); }
@@ -150,6 +152,29 @@ TEST(LayoutCapture, ASlotBeyondTheTableIsAnErrorBeforeAnyKey) {
     KeyCaptions captions;
     EXPECT_THROW(static_cast<void>(CaptureKey(keyboard, 81, KeyCaptions::slotCount, captions)), Error);
     EXPECT_EQ(keyboard.presses, 0);
+}
+
+TEST(LayoutCapture, EachSlotHasTheKeyThatCarriesItsEnglishCharacter) {
+    // Letters and digits have their capital's code; the rest are the OEM keys of a US keyboard.
+    const std::map<wchar_t, int> oemKeys = {{L'`', 192}, {L'-', 189},  {L'=', 187}, {L'[', 219},
+                                            {L']', 221}, {L'\\', 220}, {L';', 186}, {L'\'', 222},
+                                            {L',', 188}, {L'.', 190},  {L'/', 191}};
+    const KeyCaptions english;
+    for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
+        const KeyCaption& key = english.At(slot);
+        const wchar_t lower = key.lower.at(0);
+        const wchar_t capital = lower >= L'a' && lower <= L'z' ? key.upper.at(0) : lower;
+        const int code = oemKeys.contains(lower) ? oemKeys.at(lower) : static_cast<int>(capital);
+        EXPECT_EQ(CaptureKeyCodes().at(slot), code) << slot;
+    }
+}
+
+TEST(LayoutCapture, OneModifierInvertsWhatAPressGives) {
+    for (unsigned bits = 0; bits < 4; ++bits) {
+        const PhysicalModifiers held{(bits & 1) != 0, (bits & 2) != 0};
+        const CaptureOrder expected{.plainGivesLower = held.capsLock == held.shift, .focusTwice = bits == 0};
+        EXPECT_EQ(ChooseCaptureOrder(held), expected) << bits;
+    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "core/OptionValues.h"
 
+#include "core/LayerOpacity.h"
+
 #include <gtest/gtest.h>
 
 namespace vextrel {
@@ -119,7 +121,7 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
     std::int16_t opacity = 5;
     for (const auto& use : uses) {
         SCOPED_TRACE(&use - uses);
-        const LayerCommandOutcome outcome = RunLayerCommand(state, opacity, 5);
+        const LayerCommandOutcome outcome = RunLayerCommand(state, opacity);
         EXPECT_EQ(outcome.coverTransparency, use.atOnce);
         EXPECT_EQ(outcome.ask, use.asks);
         EXPECT_EQ(outcome.marked, use.asks);
@@ -133,7 +135,7 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
     }
     EXPECT_EQ(state.firstSeen, 5);
 
-    const LayerCommandOutcome fromVisible = RunLayerCommand({}, 100, 5);
+    const LayerCommandOutcome fromVisible = RunLayerCommand({}, 100);
     EXPECT_EQ(fromVisible, (LayerCommandOutcome{{100, 0}, 5, true, true})) << "the first opacity seen decides the mark";
 }
 

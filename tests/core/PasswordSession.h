@@ -5,8 +5,10 @@
 
 #include "core/KeyPress.h"
 #include "core/KeyTable.h"
-#include "core/PhysicalInput.h"
 #include "core/PasswordView.h"
+#include "core/PhysicalInput.h"
+
+#include "HeapText.h"
 
 #include "Throws.h"
 
@@ -22,7 +24,7 @@ struct Session {
     bool masked = true;
     std::size_t caret = 0;
     std::size_t selected = 0;
-    PressModifiers modifiers;
+    Modifiers modifiers;
 };
 
 inline void PutCaret(Session& s, std::size_t caret) {
@@ -227,7 +229,7 @@ class Ruled {
     void Delete() { Apply(EraseForwards(State())); }
 
     void PasteMasked(const std::wstring& text) {
-        SecretText clean;
+        HeapText clean;
         clean.Assign(std::wstring_view(text).substr(0, SecretText::capacity));
         DropControlCharacters(clean);
         if (!clean.View().empty()) {
@@ -269,7 +271,7 @@ class Ruled {
     }
 
   private:
-    SecretText password_;
+    HeapText password_;
 };
 
 /// One thing that the user does.

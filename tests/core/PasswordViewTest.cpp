@@ -1,5 +1,7 @@
 #include "core/PasswordView.h"
 
+#include "HeapText.h"
+
 #include "Throws.h"
 
 #include <gtest/gtest.h>
@@ -18,13 +20,13 @@ TEST(PasswordView, MaskingReadsThePlainBoxUpToTheFirstLineBreak) {
         {L"a\tb", L"a\r\nb"}, {L"\t\t", L"\r\n\r\n"}, {L"a\tb\r\n\tc", L"a\r\nb"}, {L"a\nb\rc\n\rd", L"a\nb\rc\n\rd"},
     };
     for (const auto& row : rows) {
-        SecretText password;
+        HeapText password;
         password.Assign(L"something that was longer before");
         ReadPlainBox(row.plain, password);
         EXPECT_TRUE(password.View() == row.password) << testing::PrintToString(std::wstring(row.plain));
         EXPECT_EQ(password.Buffer()[password.Size()], L'\0');
     }
-    SecretText password;
+    HeapText password;
     password.Assign(L"kept");
     EXPECT_TRUE(
         Throws(ErrorNumber::Overflow, [&] { ReadPlainBox(std::wstring(SecretText::capacity, L'\t'), password); }));

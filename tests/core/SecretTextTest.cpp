@@ -1,5 +1,7 @@
 #include "core/SecretText.h"
 
+#include "HeapText.h"
+
 #include "Throws.h"
 
 #include <gtest/gtest.h>
@@ -26,12 +28,12 @@ TEST(SecretText, NothingIsLeftBehindItsEnd) {
                   {{4, ~std::size_t{0}}, L"u", L"secru"},
                   {{~std::size_t{0}, 2}, L"s", L"secrets"}};
     for (const auto& [range, piece, result] : pieces) {
-        SecretText text;
+        HeapText text;
         text.Assign(L"secret");
         text.Replace(range, piece);
         EXPECT_TRUE(text.View() == result && IsZeroBehindItsEnd(text)) << testing::PrintToString(std::wstring(result));
     }
-    SecretText text;
+    HeapText text;
     const auto holds = [&text](const wchar_t* content) { return text.View() == content && IsZeroBehindItsEnd(text); };
     text.Assign(L"secret");
     text.Assign(text.View({2, 3}));
@@ -46,7 +48,7 @@ TEST(SecretText, NothingIsLeftBehindItsEnd) {
 }
 
 TEST(SecretText, APartIsCutAtTheEnd) {
-    SecretText text;
+    HeapText text;
     text.Assign(L"abc");
     EXPECT_TRUE(text.View({1, 5}) == L"bc");
     EXPECT_TRUE(text.View({3, 1}).empty());
@@ -55,7 +57,7 @@ TEST(SecretText, APartIsCutAtTheEnd) {
 
 TEST(SecretText, WhatDoesNotFitChangesNothing) {
     const std::wstring full(SecretText::capacity, L'x');
-    SecretText text;
+    HeapText text;
     text.Assign(full);
     EXPECT_TRUE(Throws(ErrorNumber::Overflow, [&] { text.Assign(full + L"y"); }));
     EXPECT_TRUE(Throws(ErrorNumber::Overflow, [&] { text.Replace({0, 0}, L"y"); }));

@@ -26,12 +26,12 @@ const std::vector<std::vector<int>> keyRows{
     {57},
 };
 
-const Rect& KeyRect(const WindowLayout& layout, int key) {
+const Rect& KeyRect(const WindowGeometry& layout, int key) {
     return layout.keys[static_cast<std::size_t>(key)];
 }
 
-WindowLayoutInput RandomlySized(double outerWidthTwips, int dpi, bool toolbar = true) {
-    WindowLayoutInput input;
+WindowGeometryInput RandomlySized(double outerWidthTwips, int dpi, bool toolbar = true) {
+    WindowGeometryInput input;
     input.dpi = dpi;
     input.frameWidthTwips = frameTwips;
     input.clientWidthTwips = outerWidthTwips - frameTwips;
@@ -45,7 +45,7 @@ WindowLayoutInput RandomlySized(double outerWidthTwips, int dpi, bool toolbar = 
 }
 
 /// Rows without gap or overlap, everything one below the other inside the client area, left and right edges aligned.
-void ExpectSound(const WindowLayout& l, const WindowLayoutInput& input) {
+void ExpectSound(const WindowGeometry& l, const WindowGeometryInput& input) {
     const Rect client{0, 0, PixelsFromTwips(input.clientWidthTwips, input.dpi),
                       PixelsFromTwips(input.clientHeightTwips, input.dpi)};
     const int unit = l.keyUnitPx;
@@ -100,12 +100,12 @@ void ExpectSound(const WindowLayout& l, const WindowLayoutInput& input) {
     ASSERT_EQ(l.hoverDelayLabel.Width(), l.transparencyLabel.Width());
 }
 
-TEST(WindowLayout, EveryWidthAtEveryDpiIsSound) {
+TEST(WindowGeometry, EveryWidthAtEveryDpiIsSound) {
     for (const int dpi : everyDpi) {
         const double widest = TwipsFromPixels(3840, dpi);
         for (double width = 5500; width <= widest; width += TwipsPerPixel(dpi)) {
-            const WindowLayoutInput input = RandomlySized(width, dpi, std::fmod(width, 2) < 1);
-            const WindowLayout layout = LayOutWindow(input);
+            const WindowGeometryInput input = RandomlySized(width, dpi, std::fmod(width, 2) < 1);
+            const WindowGeometry layout = GeometryOfWindow(input);
             ExpectSound(layout, input);
             ASSERT_FALSE(HasFatalFailure()) << width << " twips at " << dpi;
             // What random sizing leaves is room for keys that look square.
@@ -114,13 +114,13 @@ TEST(WindowLayout, EveryWidthAtEveryDpiIsSound) {
     }
 }
 
-TEST(WindowLayout, TheHitTestFindsTheKeyThatIsDrawnThere) {
+TEST(WindowGeometry, TheHitTestFindsTheKeyThatIsDrawnThere) {
     for (const int dpi : everyDpi) {
         const double factor = TwipsPerPixel(dpi);
         // The hit test knows whole twips only: where a pixel is none, its edges lie up to a pixel further off.
         const int edge = 1440 % dpi == 0 ? 1 : 2;
         for (double width = 5500; width <= TwipsFromPixels(3840, dpi); width += 15 * factor) {
-            const WindowLayout layout = LayOutWindow(RandomlySized(width, dpi));
+            const WindowGeometry layout = GeometryOfWindow(RandomlySized(width, dpi));
             const Rect area = layout.keyArea;
             for (const auto& row : keyRows) {
                 for (const int key : row) {
@@ -145,10 +145,10 @@ TEST(WindowLayout, TheHitTestFindsTheKeyThatIsDrawnThere) {
     }
 }
 
-TEST(WindowLayout, TheSmallestWindowKeepsEverythingAndAShortageShrinksTheBoxFirst) {
+TEST(WindowGeometry, TheSmallestWindowKeepsEverythingAndAShortageShrinksTheBoxFirst) {
     for (const int dpi : everyDpi) {
         for (const int toolbar : {0, 28 * dpi / 96}) {
-            WindowLayoutInput input;
+            WindowGeometryInput input;
             input.dpi = dpi;
             input.frameWidthTwips = frameTwips;
             input.toolbarHeightPx = toolbar;
@@ -156,13 +156,13 @@ TEST(WindowLayout, TheSmallestWindowKeepsEverythingAndAShortageShrinksTheBoxFirs
             const Size smallest = MinimumClientSizePx(frameTwips, dpi, toolbar, input.statusBarHeightPx);
             input.clientWidthTwips = TwipsFromPixels(smallest.width, dpi);
             input.clientHeightTwips = TwipsFromPixels(smallest.height, dpi);
-            const WindowLayout layout = LayOutWindow(input);
+            const WindowGeometry layout = GeometryOfWindow(input);
             ExpectSound(layout, input);
             EXPECT_EQ(layout.keyUnitPx, 16 * dpi / 96) << dpi;
             EXPECT_EQ(layout.keyHeightPx, 16 * dpi / 96) << dpi;
 
             input.clientHeightTwips += 5 * TwipsFromPixels(layout.keyHeightPx, dpi) + 75;
-            const WindowLayout taller = LayOutWindow(input);
+            const WindowGeometry taller = GeometryOfWindow(input);
             ExpectSound(taller, input);
             EXPECT_EQ(taller.keyHeightPx, 2 * layout.keyHeightPx);
             EXPECT_EQ(taller.keyUnitPx, layout.keyUnitPx);
@@ -170,7 +170,7 @@ TEST(WindowLayout, TheSmallestWindowKeepsEverythingAndAShortageShrinksTheBoxFirs
         }
     }
     // A window that is being minimised has no room at all.
-    const WindowLayout none = LayOutWindow({});
+    const WindowGeometry none = GeometryOfWindow({});
     EXPECT_EQ(none.keyUnitPx, 0);
     EXPECT_EQ(none.keyHeightPx, 0);
 }

@@ -2,6 +2,7 @@
 
 #include "Fuzz.h"
 
+#include "core/LayerOpacity.h"
 #include "core/Numbers.h"
 #include "core/OptionValues.h"
 
@@ -84,14 +85,13 @@ void RequireSlidersInStep(std::int16_t transparency, std::int32_t interval) {
 
 /// The layer command over and over, as one user may give it in one run of the program.
 void RequireLayerCommandsWell(Bytes& input) {
-    const auto standard = static_cast<std::int16_t>(input.Byte());
-    auto cover = input.Number<std::int16_t>();
+    auto cover = input.Byte() % 2 == 0 ? defaultCoverTransparency : input.Number<std::int16_t>();
     const std::int16_t first = cover;
     LayerCommandState state;
     while (!input.IsAtEnd()) {
-        const LayerCommandOutcome outcome = RunLayerCommand(state, cover, standard);
-        std::int32_t wanted = standard;
-        if (cover == standard) {
+        const LayerCommandOutcome outcome = RunLayerCommand(state, cover);
+        std::int32_t wanted = defaultCoverTransparency;
+        if (cover == defaultCoverTransparency) {
             wanted = state.lastTyped < 2 ? 100 : state.lastTyped > 32767 ? cover : state.lastTyped;
         }
         Require(outcome.coverTransparency == wanted, "away from the standard opacity, or back to it");

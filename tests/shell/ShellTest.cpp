@@ -1,23 +1,23 @@
 // Parts of the shell that no command of the window reaches, called directly.
 
-#include "ui/ErrorDialog.h"
+#include "app/Keyboard.h"
 #include "core/Error.h"
+#include "core/SendKeysParser.h"
 #include "driver/Input.h"
 #include "driver/Sandbox.h"
 #include "driver/Target.h"
-#include "app/Keyboard.h"
-#include "ui/ProtectiveLayer.h"
-#include "win32/SettingsStore.h"
-#include "core/SendKeysParser.h"
-#include "transfer/TextDataObject.h"
-#include "transfer/SendKeys.h"
-#include "ui/DragHint.h"
 #include "transfer/CharacterCodes.h"
-#include "ui/InputBox.h"
-#include "win32/FileDialog.h"
+#include "transfer/SendKeys.h"
+#include "transfer/TextDataObject.h"
 #include "ui/AboutDialog.h"
+#include "ui/DragHint.h"
+#include "ui/ErrorDialog.h"
+#include "ui/InputBox.h"
+#include "ui/ProtectiveLayer.h"
 #include "win32/ComPtr.h"
+#include "win32/FileDialog.h"
 #include "win32/FreedMemory.h"
+#include "win32/SettingsStore.h"
 #include "win32/Text.h"
 
 #include <gtest/gtest.h>
@@ -53,7 +53,7 @@ TEST(SendKeys, EveryStrokeArrivesInASecondProgram) {
     driver::Pointer pointer;
     pointer.Click(second.Field(target::editField));
     driver::Await("the target is in front", [&] { return GetForegroundWindow() == second.Window(); });
-    cSendKeys keys;
+    SendKeysPlayer keys;
     std::wstring expected;
     const auto arrives = [&](const std::wstring& command, const std::wstring& strokes) {
         expected += strokes;
@@ -103,7 +103,7 @@ TEST(SendKeys, EveryStrokeArrivesInASecondProgram) {
 
 TEST(FileDialogs, TellFilesFromFolders) {
     const driver::Sandbox sandbox;
-    cOpenSave dialogs;
+    FileDialog dialogs;
     EXPECT_EQ(dialogs.Filter(), std::wstring(L"All Files (*.*)\0*.*\0\0", 21));
     EXPECT_TRUE(dialogs.DirExists(sandbox.Folder()));
     EXPECT_FALSE(dialogs.DirExists(sandbox.Program()));
@@ -116,12 +116,12 @@ TEST(FileDialogs, LeaveTheCurrentFolderAndTellACancel) {
     const driver::Sandbox sandbox;
     std::filesystem::current_path(sandbox.Folder().parent_path());
     const auto before = std::filesystem::current_path();
-    cOpenSave dialogs;
+    FileDialog dialogs;
     dialogs.CancelError = true;
     dialogs.InitDir = sandbox.Folder();
     dialogs.FileName = sandbox.Program();
     dialogs.Directory = L"kept";
-    const auto answered = [&](bool (cOpenSave::*show)(), WPARAM button) {
+    const auto answered = [&](bool (FileDialog::*show)(), WPARAM button) {
         const std::jthread user([button] {
             HWND dialog = nullptr;
             driver::Await("the dialog", [&] {
@@ -133,7 +133,7 @@ TEST(FileDialogs, LeaveTheCurrentFolderAndTellACancel) {
         });
         return (dialogs.*show)();
     };
-    for (const auto show : {&cOpenSave::ShowOpen, &cOpenSave::ShowSave, &cOpenSave::ChooseDirectory}) {
+    for (const auto show : {&FileDialog::ShowOpen, &FileDialog::ShowSave, &FileDialog::ChooseDirectory}) {
         for (const bool tell : {false, true}) {
             dialogs.CancelError = tell;
             EXPECT_EQ(answered(show, IDCANCEL), tell);
@@ -142,14 +142,14 @@ TEST(FileDialogs, LeaveTheCurrentFolderAndTellACancel) {
             EXPECT_EQ(dialogs.Directory, L"kept");
         }
     }
-    EXPECT_FALSE(answered(&cOpenSave::ShowOpen, IDOK));
+    EXPECT_FALSE(answered(&FileDialog::ShowOpen, IDOK));
     EXPECT_EQ(dialogs.FileName, sandbox.Program());
     EXPECT_EQ(dialogs.FileTitle, L"vextrel.exe");
     dialogs.FileName = L"vextrel.exe";
     dialogs.MaxFileSize = 20;
-    EXPECT_TRUE(answered(&cOpenSave::ShowOpen, IDOK)) << "too small for the path";
+    EXPECT_TRUE(answered(&FileDialog::ShowOpen, IDOK)) << "too small for the path";
     EXPECT_EQ(dialogs.FileName, L"vextrel.exe");
-    EXPECT_FALSE(answered(&cOpenSave::ChooseDirectory, IDOK));
+    EXPECT_FALSE(answered(&FileDialog::ChooseDirectory, IDOK));
     EXPECT_TRUE(dialogs.DirExists(dialogs.Directory)) << Narrow(dialogs.Directory);
     EXPECT_EQ(std::filesystem::current_path(), before);
     std::filesystem::current_path(driver::OwnFolder());
@@ -210,12 +210,12 @@ TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
         SCOPED_TRACE(percent);
         const TextSize textSize(percent);
         for (const DragDropMode mode : {DragDropMode::DragDrop, DragDropMode::Inject}) {
-            frmDragNote hint;
+            DragHint hint;
             hint.ShowFor(mode, nullptr);
             checkOnScreens(hint.Handle(), percent);
         }
-        frmAbout about({L"One", L"Two"});
-        frmError error(L"Form_Load\r\n13: Type mismatch");
+        AboutDialog about({L"One", L"Two"});
+        ErrorDialog error(L"Form_Load\r\n13: Type mismatch");
         InputBox question(L"Value", L"Give a new protective layer transparency value (0-255).", L"5");
         for (Dialog* dialog :
              {static_cast<Dialog*>(&about), static_cast<Dialog*>(&error), static_cast<Dialog*>(&question)}) {
@@ -230,7 +230,7 @@ TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
     }
 }
 
-TEST(LayoutSwitcher, UnknownLayoutsAndFilesWithoutOneLoadNothing) {
+TEST(Layouts, UnknownLayoutsAndFilesWithoutOneLoadNothing) {
     const driver::Sandbox sandbox;
     const std::string settings = "[Settings]\r\nKeyboard Layout=Config\r\n[Row 2 Lower Case]\r\nKey 1=mine\r\n";
     sandbox.Write(settings);
@@ -368,7 +368,7 @@ TEST(FreedMemory, HoldsNothingOnceOverwritten) {
 }
 
 TEST(Layer, DoesNothingOnceItsControllerHasGone) {
-    frmBlank layer;
+    ProtectiveLayer layer;
     layer.Load(nullptr);
     layer.Place({0, 0, 300, 100});
     for (const int message : {WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_RBUTTONUP,

@@ -2,10 +2,10 @@
 // clear, and drags it out of the password box into another program's field. The first argument is the folder for the
 // screenshots.
 
+#include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Screen.h"
 #include "driver/Target.h"
-#include "core/ids.h"
 
 #include <iostream>
 

@@ -1,11 +1,11 @@
 // Takes pictures of the real program for the manual, and for whoever changes its looks. Arguments: the folder for the
 // pictures, the beginning of their names, and "all" for menus and dialogs, too, instead of the main window alone.
 
-#include "driver/App.h"
-#include "driver/Screen.h"
 #include "core/RandomPlacement.h"
 #include "core/WindowGeometry.h"
 #include "core/ids.h"
+#include "driver/App.h"
+#include "driver/Screen.h"
 
 #include <algorithm>
 #include <iostream>

@@ -1,12 +1,14 @@
 // How long the rules take that run on a click, a hover, a start or a long input. Run by tests/bench/core/run.
 
 #include "core/Captions.h"
+#include "core/HitTest.h"
 #include "core/KeyPress.h"
 #include "core/LayoutFile.h"
-#include "core/HitTest.h"
 #include "core/RandomPlacement.h"
 #include "core/SendKeysParser.h"
 #include "core/WindowGeometry.h"
+
+#include "HeapText.h"
 
 #include <benchmark/benchmark.h>
 
@@ -38,7 +40,7 @@ BENCHMARK(HitTest);
 
 /// A character appended to a password of the given length, which is then taken back by Backspace.
 void KeyPressAndBackspace(benchmark::State& state) {
-    SecretText password;
+    HeapText password;
     password.Assign(std::wstring(static_cast<std::size_t>(state.range(0)), L'x'));
     BoxState box;
     const auto press = [&](int button) {
@@ -121,11 +123,11 @@ void CaptionRefresh(benchmark::State& state) {
 BENCHMARK(CaptionRefresh)->Unit(benchmark::kMicrosecond);
 
 void WindowLayoutAtNewSize(benchmark::State& state) {
-    WindowLayoutInput input{
+    WindowGeometryInput input{
         .clientHeightTwips = 5400, .frameWidthTwips = 240, .toolbarHeightPx = 40, .statusBarHeightPx = 22};
     for (auto step : state) {
         input.clientWidthTwips = input.clientWidthTwips < 15000 ? input.clientWidthTwips + 15 : 6000;
-        benchmark::DoNotOptimize(LayOutWindow(input));
+        benchmark::DoNotOptimize(GeometryOfWindow(input));
     }
 }
 BENCHMARK(WindowLayoutAtNewSize);

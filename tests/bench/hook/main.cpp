@@ -3,9 +3,9 @@
 // is what every key waits, whichever window it goes to.
 //
 // usage: vextrel_hook_bench [PATH OF vextrel.exe]
+#include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Target.h"
-#include "core/ids.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,8 +1,8 @@
 #include "windows/Comparison.h"
 
+#include "core/ids.h"
 #include "driver/Input.h"
 #include "floor/Contract.h"
-#include "core/ids.h"
 #include "windows/Table.h"
 
 #include <algorithm>

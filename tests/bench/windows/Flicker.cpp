@@ -1,6 +1,6 @@
+#include "core/ids.h"
 #include "driver/Input.h"
 #include "floor/Contract.h"
-#include "core/ids.h"
 #include "windows/Comparison.h"
 
 #include <commctrl.h>

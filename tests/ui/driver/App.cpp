@@ -1,7 +1,7 @@
 #include "driver/App.h"
 
-#include "driver/Remote.h"
 #include "core/ids.h"
+#include "driver/Remote.h"
 
 #include <commctrl.h>
 

@@ -1,8 +1,8 @@
 // What goes wrong around the program while it runs: what the user sees of it, and what is kept.
+#include "core/ids.h"
 #include "driver/Screen.h"
 #include "driver/Target.h"
 #include "faults/FaultyApp.h"
-#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

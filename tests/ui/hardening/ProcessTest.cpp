@@ -1,7 +1,7 @@
 // What other programs can do to the running program, and what a folder full of planted libraries does.
+#include "core/ids.h"
 #include "driver/App.h"
 #include "faults/FaultOrder.h"
-#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // What is left of a password in the program's memory, measured from outside in the real program.
+#include "core/ids.h"
 #include "driver/App.h"
 #include "driver/MemoryScan.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

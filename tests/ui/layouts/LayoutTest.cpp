@@ -1,9 +1,9 @@
+#include "core/KeyTable.h"
+#include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "core/KeyTable.h"
 #include "protections/Session.h"
-#include "core/ids.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
+#include "core/ids.h"
 #include "driver/Target.h"
 #include "faults/FaultyApp.h"
-#include "core/ids.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

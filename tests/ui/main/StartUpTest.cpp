@@ -1,6 +1,6 @@
+#include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Target.h"
-#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

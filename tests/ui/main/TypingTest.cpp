@@ -1,5 +1,5 @@
-#include "driver/App.h"
 #include "core/ids.h"
+#include "driver/App.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "driver/App.h"
 #include "core/ids.h"
+#include "driver/App.h"
 
 namespace vextrel::driver {
 

@@ -156,9 +156,7 @@ void RandomUser::ComeToRest() {
 std::wstring RandomUser::CaptionOf(int button) const {
     for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
         if (StandardButtonOfSlot(slot) == button) {
-            const PressModifiers& modifiers = model_.s.modifiers;
-            return CharacterKeyCaption(layout_->captions.At(slot), {.shiftIsDown = modifiers.shiftIsDown,
-                                                                    .capsLockIsDown = modifiers.capsLockIsDown});
+            return CharacterKeyCaption(layout_->captions.At(slot), model_.s.modifiers);
         }
     }
     return button == keys::space ? L" " : L"";

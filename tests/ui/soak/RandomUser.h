@@ -1,9 +1,9 @@
 #pragma once
 
-#include "driver/Remote.h"
-#include "driver/Target.h"
 #include "PasswordSession.h"
 #include "core/LayoutFile.h"
+#include "driver/Remote.h"
+#include "driver/Target.h"
 #include "protections/Session.h"
 
 #include <array>

@@ -1,8 +1,8 @@
+#include "core/KeyTable.h"
+#include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Target.h"
-#include "core/KeyTable.h"
 #include "protections/Session.h"
-#include "core/ids.h"
 
 #include <gtest/gtest.h>
 

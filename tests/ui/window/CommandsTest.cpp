@@ -1,7 +1,7 @@
 #include "core/Commands.h"
-#include "driver/App.h"
 #include "core/OptionValues.h"
 #include "core/ids.h"
+#include "driver/App.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

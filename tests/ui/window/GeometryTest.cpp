@@ -1,10 +1,10 @@
 #include "core/Geometry.h"
+#include "core/Commands.h"
+#include "core/OptionValues.h"
+#include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "core/OptionValues.h"
-#include "core/Commands.h"
-#include "core/ids.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
