@@ -7,8 +7,10 @@ Application::Application(ProgramState& program, SettingsStore& store, Operations
     , toolbar_(std::make_unique<vextrel::Toolbar>())
     , keyboard_(std::make_unique<vextrel::Keyboard>(program, store, operations)) {
     keyboard_->SetCloseProgram([this] { CloseProgram(); });
-    hook_.Install();
-    keyboard_->SetPrintScreenBlocked(hook_.IsInstalled());
+    if (!program.HooksDisabled) {
+        hook_.Install();
+    }
+    program.printScreenBlocked = hook_.IsInstalled();
 }
 
 Application::~Application() {
@@ -18,6 +20,7 @@ Application::~Application() {
 }
 
 void Application::CloseProgram() noexcept {
+    ::PostQuitMessage(0);
     // Unloading one window may take others with it: look anew each time.
     for (std::size_t left = Form::Loaded().size(); left > 0; --left) {
         if (left <= Form::Loaded().size()) {

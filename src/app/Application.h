@@ -2,7 +2,6 @@
 
 #include "app/ErrorReport.h"
 #include "app/Keyboard.h"
-#include "app/Toolbar.h"
 #include "ui/Operations.h"
 #include "win32/KeyboardHook.h"
 #include "win32/ProgramState.h"
@@ -11,6 +10,16 @@
 #include <memory>
 
 namespace vextrel {
+
+/// The application's toolbar object: a stored flag. What is really shown the options know.
+class Toolbar {
+  public:
+    [[nodiscard]] bool Visible() const noexcept { return visible_; }
+    void SetVisible(bool visible) noexcept { visible_ = visible; }
+
+  private:
+    bool visible_ = false;
+};
 
 /// The one application object: owns the toolbar object and the controller, in that order of creation.
 class Application {
@@ -31,7 +40,7 @@ class Application {
     [[nodiscard]] bool MouseHidden() const noexcept { return mouseHidden_; }
     void SetMouseHidden(bool value) noexcept { mouseHidden_ = value; }
 
-    /// Unloads every loaded window, last to first.
+    /// Unloads every loaded window, last to first, and ends the loop of events.
     void CloseProgram() noexcept;
     /// Shows an unexpected error, modal to the owner.
     void LogError(std::wstring_view source, std::int32_t number, std::wstring_view description, HWND owner) noexcept;

@@ -2,16 +2,9 @@
 
 namespace vextrel {
 
-void CaptionBoard::SetShiftIsDown(bool down) {
-    if (down != modifiers_.shiftIsDown) {
-        modifiers_.shiftIsDown = down;
-        Refresh();
-    }
-}
-
-void CaptionBoard::SetAltGrIsDown(bool down) {
-    if (down != modifiers_.altGrIsDown) {
-        modifiers_.altGrIsDown = down;
+void CaptionBoard::SetModifiers(const vextrel::Modifiers& modifiers) {
+    if (modifiers != modifiers_) {
+        modifiers_ = modifiers;
         Refresh();
     }
 }

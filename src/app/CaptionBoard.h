@@ -20,26 +20,23 @@ class CaptionBoard {
 
     [[nodiscard]] Layout& CurrentLayout() noexcept { return layout_; }
 
-    [[nodiscard]] const ModifierState& Modifiers() const noexcept { return modifiers_; }
-    /// Refreshes the captions when the value changes.
-    void SetShiftIsDown(bool down);
-    void SetAltGrIsDown(bool down);
-    /// A plain stored value: the caller refreshes.
-    void SetCapsLockIsDown(bool down) noexcept { modifiers_.capsLockIsDown = down; }
+    [[nodiscard]] const vextrel::Modifiers& Modifiers() const noexcept { return modifiers_; }
+    /// Shows the captions anew if anything changes.
+    void SetModifiers(const vextrel::Modifiers& modifiers);
 
     /// 101 is the standard arrangement; 1, 2 and 3 rebuild the key slot table with each refresh.
     [[nodiscard]] std::int16_t KeyboardType() const noexcept { return keyboardType_; }
     void SetKeyboardType(std::int16_t type) noexcept { keyboardType_ = type; }
 
-    /// Shows the captions that layout and modifiers give. For the pointer that rests on a key it is no arrival. @param
-    /// shuffle whether a shuffled arrangement is drawn anew.
+    /// Shows the captions that layout and modifiers give. For the pointer that rests on a key it is no arrival.
+    /// @param shuffle whether a shuffled arrangement is drawn anew.
     void Refresh(bool shuffle = false);
 
   private:
     MainWindow& form_;
     Hover& hover_;
     Layout layout_;
-    ModifierState modifiers_;
+    vextrel::Modifiers modifiers_;
     std::int16_t keyboardType_ = standardKeyboardType;
     KeySlotTable slots_;
     ClockRandom random_;

@@ -1,8 +1,10 @@
 #include "app/CommandHandlers.h"
 
-#include "app/Keyboard.h"
-#include "core/CaptureRules.h"
+#include "app/ProtectionReport.h"
+#include "core/Commands.h"
 #include "core/ids.h"
+#include "transfer/TextDataObject.h"
+#include "ui/AboutDialog.h"
 #include "win32/EventGuard.h"
 #include "win32/WebLinks.h"
 
@@ -13,124 +15,153 @@ namespace vextrel {
 
 namespace {
 
-struct Handler {
-    int id;
-    const wchar_t* name; ///< as an error report gives it
-    void (*run)(Keyboard& keyboard);
-};
+using Parts = CommandHandlers::Parts;
 
 template <InputMode mode>
-void ChooseInputMode(Keyboard& keyboard) {
-    keyboard.Options().SetInputMode(mode);
+void ChooseInputMode(const Parts& parts) {
+    parts.options.SetInputMode(mode);
+}
+
+template <DragDropMode mode>
+void ChooseDragDropMode(const Parts& parts) {
+    parts.options.SetDragDropMode(mode);
+}
+
+void ToggleInjection(const Parts& parts) {
+    const bool injects = parts.options.Snapshot().dragDropMode == DragDropMode::Inject;
+    parts.options.SetDragDropMode(injects ? DragDropMode::DragDrop : DragDropMode::Inject);
+}
+
+/// Sets a two-way option to what it is not.
+template <auto now, auto set>
+void Toggle(const Parts& parts) {
+    (parts.options.*set)(!(parts.options.Snapshot().*now));
 }
 
 template <LayoutId layout>
-void ChooseLayout(Keyboard& keyboard) {
-    keyboard.Layouts().SwitchKeyboardLang(static_cast<std::int32_t>(layout), false);
+void ChooseLayout(const Parts& parts) {
+    parts.layouts.SwitchKeyboardLang(static_cast<std::int32_t>(layout), false);
 }
 
-/// A delay from the Hover button's menu switches to hover entry as well.
-template <int delayMs>
-void ChooseDelay(Keyboard& keyboard) {
-    keyboard.Options().SetInputMode(InputMode::Hover);
-    keyboard.Options().SetTimerInterval(delayMs);
+template <WebPage page>
+void Open(const Parts& parts) {
+    OpenWebPage(parts.form.Handle(), page);
 }
 
-void ToggleKeepOnTop(Keyboard& keyboard) {
-    keyboard.Options().SetKeepOnTop(!keyboard.Options().KeepOnTop());
+void ToggleMask(const Parts& parts) {
+    if (!parts.operations.IsTransferring()) {
+        Toggle<&CommandSnapshot::textIsMasked, &Options::SetTextIsMasked>(parts);
+    }
 }
-void ToggleMask(Keyboard& keyboard) {
-    keyboard.ToggleMask();
+
+void ToggleLayer(const Parts& parts) {
+    const bool asks = parts.layer.ToggleOpacity();
+    parts.options.RefreshToolbar();
+    if (asks) {
+        parts.layer.AskOpacity();
+    }
 }
-void ToggleBeep(Keyboard& keyboard) {
-    keyboard.Options().SetBeepOnHover(!keyboard.Hover().BeepOnHover());
+
+void ShowAbout(const Parts& parts) {
+    AboutDialog(ProtectionsInForce({.printScreenBlocked = parts.program.printScreenBlocked,
+                                    .layerTakesClicks = parts.layer.TakesClicks(),
+                                    .textIsMasked = parts.password.TextIsMasked(),
+                                    .mouseHidden = parts.pointer.MouseHidden(),
+                                    .capture = CaptureStateOf(parts.form.Handle()),
+                                    .hardening = parts.program.hardening}))
+        .RunModal(parts.operations, parts.form.Handle());
 }
-void ToggleKeepPassword(Keyboard& keyboard) {
-    keyboard.Options().SetKeepPasswordAfterDragDrop(!keyboard.Options().Snapshot().keepPassword);
+
+void Rearrange(const Parts& parts) {
+    if (!parts.operations.IsTransferring()) {
+        parts.placement.RandomiseFormSizeAndPlacement();
+        parts.layer.ResetFormCover();
+    }
 }
-void DoNothing(Keyboard&) {}
+
+void Clear(const Parts& parts) {
+    if (!parts.operations.IsTransferring()) {
+        parts.password.ClearText();
+        TextDataObject::DiscardAll();
+    }
+}
+
+struct Handler {
+    int command;         ///< Command::Id
+    const wchar_t* name; ///< of its menu item, as an error report gives it
+    void (*run)(const Parts& parts);
+};
 
 constexpr const wchar_t* toolbarHandler = L"tbToolbar_ButtonClick";
 constexpr const wchar_t* delayHandler = L"tbToolbar_ButtonMenuClick";
 
 constexpr Handler handlers[] = {
-    {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click", ToggleKeepOnTop},
+    {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click", Toggle<&CommandSnapshot::keepOnTop, &Options::SetKeepOnTop>},
     {ids::mnuFileExit, L"mnuFileExit_Click",
-     [](Keyboard& keyboard) { ::PostMessageW(keyboard.Form().Handle(), WM_CLOSE, 0, 0); }},
+     [](const Parts& parts) { ::PostMessageW(parts.form.Handle(), WM_CLOSE, 0, 0); }},
     {ids::mnuModeStandard, L"mnuModeStandard_Click", ChooseInputMode<InputMode::Standard>},
     {ids::mnuModeHover, L"mnuModeHover_Click", ChooseInputMode<InputMode::Hover>},
     {ids::mnuModeHiddenMouseAndHover, L"mnuModeHiddenMouseAndHover_Click",
      ChooseInputMode<InputMode::HiddenMouseAndHover>},
-    {ids::mnuViewToolbar, L"mnuViewToolbar_Click",
-     [](Keyboard& keyboard) { keyboard.Options().ShowToolbar(!keyboard.Options().Snapshot().toolbarShown); }},
-    {ids::mnuViewProtectiveLayer, L"mnuViewProtectiveLayer_Click",
-     [](Keyboard& keyboard) { keyboard.ToggleProtectiveLayer(); }},
+    {ids::mnuViewToolbar, L"mnuViewToolbar_Click", Toggle<&CommandSnapshot::toolbarShown, &Options::ShowToolbar>},
+    {ids::mnuViewProtectiveLayer, L"mnuViewProtectiveLayer_Click", ToggleLayer},
     {ids::mnuViewPasswordMask, L"mnuViewPasswordMask_Click", ToggleMask},
-    {ids::mnuOptionsBeepOnHover, L"mnuOptionsBeepOnHover_Click", ToggleBeep},
-    {ids::mnuOptionsKeepPasswordAfterDragDrop, L"mnuOptionsKeepPasswordAfterDragDrop_Click", ToggleKeepPassword},
-    {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click",
-     [](Keyboard& keyboard) { keyboard.Options().SetDragDropMode(DragDropMode::DragDrop); }},
-    {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click",
-     [](Keyboard& keyboard) { keyboard.Options().SetDragDropMode(DragDropMode::Inject); }},
+    {ids::mnuOptionsBeepOnHover, L"mnuOptionsBeepOnHover_Click",
+     Toggle<&CommandSnapshot::beepOnHover, &Options::SetBeepOnHover>},
+    {ids::mnuOptionsKeepPasswordAfterDragDrop, L"mnuOptionsKeepPasswordAfterDragDrop_Click",
+     Toggle<&CommandSnapshot::keepPassword, &Options::SetKeepPasswordAfterDragDrop>},
+    {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click", ChooseDragDropMode<DragDropMode::DragDrop>},
+    {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click", ChooseDragDropMode<DragDropMode::Inject>},
     {ids::mnuOptionsSaveSettingsInINI, L"mnuOptionsSaveSettingsInINI_Click",
-     [](Keyboard& keyboard) { keyboard.Options().SetSaveSettingsInINI(!keyboard.Options().SaveSettingsInINI()); }},
+     Toggle<&CommandSnapshot::saveSettings, &Options::SetSaveSettingsInINI>},
     {ids::mnuKeyboardLayoutDefault, L"mnuKeyboardLayoutDefault_Click", ChooseLayout<LayoutId::Default>},
     {ids::mnuKeyboardLayoutEnglish, L"mnuKeyboardLayoutEnglish_Click", ChooseLayout<LayoutId::English>},
     {ids::mnuKeyboardLayoutLastSaved, L"mnuKeyboardLayoutLastSaved_Click", ChooseLayout<LayoutId::LastSaved>},
     {ids::mnuKeyboardLayoutImport, L"mnuKeyboardLayoutImport_Click", ChooseLayout<LayoutId::Import>},
     {ids::mnuKeyboardCreateNewLayoutFile, L"mnuKeyboardCreateNewLayoutFile_Click",
-     [](Keyboard& keyboard) { keyboard.Layouts().CreateNewLayoutFile(); }},
-    {ids::mnuHelpVisitHomepage, L"mnuHelpVisitHomepage_Click",
-     [](Keyboard& keyboard) { OpenWebPage(keyboard.Form().Handle(), WebPage::Homepage); }},
-    {ids::mnuHelpDonate, L"mnuHelpDonate_Click",
-     [](Keyboard& keyboard) { OpenWebPage(keyboard.Form().Handle(), WebPage::Donate); }},
-    {ids::mnuHelpAbout, L"mnuHelpAbout_Click", [](Keyboard& keyboard) { keyboard.ShowAbout(); }},
-
-    {ids::toolStandard, toolbarHandler, ChooseInputMode<InputMode::Standard>},
-    {ids::toolHover, toolbarHandler, ChooseInputMode<InputMode::Hover>},
-    {ids::toolHideMouse, toolbarHandler, ChooseInputMode<InputMode::HiddenMouseAndHover>},
-    {ids::toolInject, toolbarHandler,
-     [](Keyboard& keyboard) {
-         const bool injects = keyboard.Options().Snapshot().dragDropMode == DragDropMode::Inject;
-         keyboard.Options().SetDragDropMode(injects ? DragDropMode::DragDrop : DragDropMode::Inject);
-     }},
-    // These five are there to be seen; they only have the toolbar refreshed.
-    {ids::toolScrambleOnScreen, toolbarHandler, DoNothing},
-    {ids::toolScrambleAll, toolbarHandler, DoNothing},
-    {ids::toolDvorak, toolbarHandler, DoNothing},
-    {ids::toolUnscramble, toolbarHandler, DoNothing},
-    {ids::toolObsfucate, toolbarHandler, DoNothing},
-    {ids::toolToggleMask, toolbarHandler, ToggleMask},
-    {ids::toolBeep, toolbarHandler, ToggleBeep},
-    {ids::toolKeepPassword, toolbarHandler, ToggleKeepPassword},
-    {ids::toolKeepOnTop, toolbarHandler, ToggleKeepOnTop},
-    {ids::toolRefresh, toolbarHandler, [](Keyboard& keyboard) { keyboard.Rearrange(); }},
-    {ids::toolClear, toolbarHandler, [](Keyboard& keyboard) { keyboard.ClearText(); }},
-
-    {ids::hoverDelayHalfSecond, delayHandler, ChooseDelay<500>},
-    {ids::hoverDelayOneSecond, delayHandler, ChooseDelay<1000>},
-    {ids::hoverDelayOneAndAHalfSeconds, delayHandler, ChooseDelay<1500>},
-    {ids::hoverDelayTwoSeconds, delayHandler, ChooseDelay<2000>},
+     [](const Parts& parts) { parts.layouts.CreateNewLayoutFile(); }},
+    {ids::mnuHelpVisitHomepage, L"mnuHelpVisitHomepage_Click", Open<WebPage::Homepage>},
+    {ids::mnuHelpDonate, L"mnuHelpDonate_Click", Open<WebPage::Donate>},
+    {ids::mnuHelpAbout, L"mnuHelpAbout_Click", ShowAbout},
+    {ids::toolInject, nullptr, ToggleInjection},
+    {ids::toolRefresh, nullptr, Rearrange},
+    {ids::toolClear, nullptr, Clear},
 };
 
-constexpr bool IsToolbarButton(int id) noexcept {
-    return id >= ids::toolStandard && id <= ids::toolClear;
+void RunCommand(int id, const Parts& parts) {
+    const Command* const command = CommandOf(id);
+    const auto* const handler = std::find_if(std::begin(handlers), std::end(handlers), [command](const Handler& entry) {
+        return command != nullptr && entry.command == command->Id();
+    });
+    const bool isTool = IsToolButton(id);
+    if (handler == std::end(handlers) && !isTool) {
+        return;
+    }
+    GuardEvent(parts.form.Handle(), isTool ? toolbarHandler : handler->name, [&] {
+        if (handler != std::end(handlers)) {
+            handler->run(parts);
+        }
+        // The buttons that are there to be seen have nothing but this.
+        if (isTool) {
+            parts.options.RefreshToolbar();
+        }
+    });
 }
 
 } // namespace
 
-void RunCommand(int id, Keyboard& keyboard) noexcept {
-    const auto* const handler =
-        std::find_if(std::begin(handlers), std::end(handlers), [id](const Handler& entry) { return entry.id == id; });
-    if (handler == std::end(handlers)) {
-        return;
-    }
-    GuardEvent(keyboard.Form().Handle(), handler->name, [&] {
-        handler->run(keyboard);
-        if (IsToolbarButton(id)) {
-            keyboard.Options().RefreshToolbar();
+void CommandHandlers::Run(int id) noexcept {
+    for (const HoverDelayItem& item : HoverDelayMenu()) {
+        if (item.id == id) {
+            // A delay switches to hover entry as well.
+            GuardEvent(parts_.form.Handle(), delayHandler, [&] {
+                parts_.options.SetInputMode(InputMode::Hover);
+                parts_.options.SetTimerInterval(item.delayMs);
+            });
+            return;
         }
-    });
+    }
+    RunCommand(id, parts_);
 }
 
 } // namespace vextrel

@@ -1,11 +1,35 @@
 #pragma once
 
+#include "app/Layouts.h"
+#include "app/Options.h"
+#include "app/Placement.h"
+
 namespace vextrel {
 
-class Keyboard;
+/// What the commands of the menu bar, the toolbar and the Hover button's menu do.
+class CommandHandlers {
+  public:
+    /// What the commands act on.
+    struct Parts {
+        MainWindow& form;
+        Operations& operations;
+        const ProgramState& program;
+        Options& options;
+        PasswordField& password;
+        HiddenPointer& pointer;
+        LayerWatch& layer;
+        Placement& placement;
+        Layouts& layouts;
+    };
 
-/// Runs a command of the menu bar, the toolbar or the Hover button's menu, guarded under its handler's name. An
-/// unknown identifier does nothing.
-void RunCommand(int id, Keyboard& keyboard) noexcept;
+    explicit CommandHandlers(const Parts& parts)
+        : parts_(parts) {}
+
+    /// Runs a command, guarded under its handler's name. A number that stands for none does nothing.
+    void Run(int id) noexcept;
+
+  private:
+    Parts parts_;
+};
 
 } // namespace vextrel

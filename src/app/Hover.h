@@ -28,7 +28,6 @@ class Hover {
     void MoveOverKey(int button);
     void LeaveKeys() { Obey(entry_.LeaveKeys()); }
     void ClearCurrentButton() noexcept { entry_.ClearCurrentButton(); }
-    [[nodiscard]] std::optional<int> CurrentButton() const noexcept { return entry_.CurrentButton(); }
 
     /// The key that this tick enters, if any.
     [[nodiscard]] std::optional<int> Tick() const;

@@ -1,18 +1,14 @@
 #include "app/Keyboard.h"
 
-#include "app/CommandHandlers.h"
 #include "core/KeyPress.h"
 #include "core/PhysicalInput.h"
 #include "core/SlotTable.h"
-#include "core/Wipe.h"
-#include "ui/AboutDialog.h"
-#include "ui/LayerQuestion.h"
 #include "win32/Clipboard.h"
 #include "win32/EventGuard.h"
 #include "win32/HoverBeep.h"
+#include "win32/InputState.h"
 #include "win32/Messages.h"
-#include "win32/ScreenCapture.h"
-#include "win32/WindowStyle.h"
+#include "win32/TopLevelWindow.h"
 
 #include <utility>
 
@@ -23,45 +19,97 @@ namespace {
 /// How often a double-clicked key is repainted while messages run.
 constexpr int flashRounds = 1000;
 
-bool IsDownNow(int virtualKey) noexcept {
-    return ::GetAsyncKeyState(virtualKey) < 0;
-}
-const wchar_t* CaptureLine(CaptureState state) noexcept {
-    switch (state) {
-    case CaptureState::Excluded: return L"Windows hidden from screen capture";
-    case CaptureState::Black: return L"Windows black in screen captures";
-    case CaptureState::Shown: break;
-    }
-    return L"Windows visible to screen capture";
-}
-bool IsToggled(int virtualKey) noexcept {
-    return (::GetKeyState(virtualKey) & 1) != 0;
-}
-
 } // namespace
 
+Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& operations)
+    : program_(program)
+    , store_(store)
+    , operations_(operations)
+    , hover_(form_, formCover_)
+    , captions_(form_, hover_)
+    , password_(form_)
+    , transfer_(form_, password_, operations)
+    , pointer_(form_, operations)
+    , placement_(form_)
+    , layer_(form_, formCover_, operations)
+    , options_({.form = form_,
+                .store = store,
+                .operations = operations,
+                .password = password_,
+                .transfer = transfer_,
+                .hover = hover_,
+                .pointer = pointer_,
+                .layer = layer_})
+    , layouts_({.form = form_,
+                .cover = formCover_,
+                .captions = captions_,
+                .options = options_,
+                .store = store,
+                .program = program,
+                .operations = operations})
+    , commands_({.form = form_,
+                 .operations = operations,
+                 .program = program,
+                 .options = options_,
+                 .password = password_,
+                 .pointer = pointer_,
+                 .layer = layer_,
+                 .placement = placement_,
+                 .layouts = layouts_}) {
+    try {
+        Start();
+    } catch (...) {
+        UnloadWindows();
+        throw;
+    }
+}
+
 Keyboard::~Keyboard() {
-    LeaveWindows();
+    UnloadWindows();
 }
 
-void Keyboard::LeaveWindows() noexcept {
+// How the controller comes to life, in the order that the rest of the program relies on: the windows, the first
+// settings while nothing is visible, the random place, the shown window, the remaining settings through their setters.
+void Keyboard::Start() {
+    program_.SettingsFilePath = store_.GetSettingsPath(false);
+    LoadWindows();
+    placement_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
+    options_.ApplyEarlySettings();
+    password_.SetTextIsMasked(true);
+    hover_.SetTimerEnabled(false);
+    placement_.RandomiseFormSizeAndPlacement();
+    ::ShowWindow(form_.Handle(), SW_SHOW);
+    layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
+    layer_.ResetFormCover();
+    layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
+    layouts_.ReadActionCaptions();
+    captions_.Refresh();
+    options_.ApplyRemainingSettings();
+    ::ShowWindow(form_.Handle(), SW_SHOW);
+    if (!layer_.AreTopmost(true)) { // as both windows are created; what takes a moment is left out
+        layer_.KeepTogether(true);
+    }
+    options_.RefreshToolbar();
+    pointer_.AllowQuestions();
+}
+
+void Keyboard::LoadWindows() {
+    form_.Load(*this, *this, *this);
+    if (!program_.HooksDisabled) {
+        form_.InstallMoveHook();
+    }
+    // Translucent before it is shown: to become so afterwards costs painting everything once more.
+    SetLayeredTransparency(form_.Handle(), AlphaForKeyboard(options_.KeyboardTransparency()));
+    formCover_.Load(form_.Handle(), *this);
+    operations_.SetWindows(form_.Handle(), formCover_.Handle());
+    form_.Sliders().SetHoverPosition(HoverSliderPosition(hover_.TimerInterval()));
+    form_.Sliders().SetTransparencyPercent(TransparencySliderPercent(options_.KeyboardTransparency()));
+}
+
+void Keyboard::UnloadWindows() noexcept {
     operations_.SetWindows(nullptr, nullptr);
-    formCover_.SetController(nullptr, nullptr);
-    form_.SetController(nullptr);
     formCover_.Unload();
-}
-
-void Keyboard::ClearText() {
-    if (!operations_.IsTransferring()) {
-        password_.ClearText();
-        TextDataObject::DiscardAll();
-    }
-}
-
-void Keyboard::ToggleMask() {
-    if (!operations_.IsTransferring()) {
-        options_.SetTextIsMasked(!password_.TextIsMasked());
-    }
+    form_.Unload();
 }
 
 void Keyboard::ButtonClick(int button) {
@@ -74,19 +122,12 @@ void Keyboard::EnterKey(int button) {
         return;
     }
     form_.ShowNotice({});
-    const ModifierState& before = captions_.Modifiers();
-    const KeyPressOutcome outcome = PressKey(
-        button, form_.Key(button).Caption(), password_.ReadBox(),
-        {.shiftIsDown = before.shiftIsDown, .capsLockIsDown = before.capsLockIsDown, .shiftLatched = shiftLatched_});
+    const KeyPressOutcome outcome =
+        PressKey(button, form_.Key(button).Caption(), password_.ReadBox(), captions_.Modifiers());
     if (outcome.edit) {
         password_.Apply(*outcome.edit);
     }
-    shiftLatched_ = outcome.modifiers.shiftLatched;
-    captions_.SetCapsLockIsDown(outcome.modifiers.capsLockIsDown);
-    captions_.SetShiftIsDown(outcome.modifiers.shiftIsDown);
-    if (outcome.refreshCaptions) {
-        captions_.Refresh();
-    }
+    captions_.SetModifiers(outcome.modifiers);
     if (outcome.showLeftover) {
         ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
     }
@@ -96,13 +137,13 @@ void Keyboard::ButtonMouseMove(int button) {
     if (operations_.IsResting()) {
         return;
     }
-    protection_.PointerOverKeys(true);
+    pointer_.SetOverKeys(true);
     hover_.MoveOverKey(button);
 }
 
 void Keyboard::MouseMoveInTextBox() {
     if (hover_.TimerEnabled()) {
-        protection_.PointerOverKeys(false);
+        pointer_.SetOverKeys(false);
     }
 }
 
@@ -127,9 +168,7 @@ void Keyboard::Timer() {
 void Keyboard::EnterCharacter(wchar_t code) {
     if (code == backspaceCode) {
         password_.Apply(EraseBackwards(password_.ReadBox()));
-        return;
-    }
-    if (scrambledInput_) {
+    } else if (scrambledInput_) {
         password_.Enter(ScrambledInput(code, [this](int button) { return form_.Key(button).Caption(); }));
     } else {
         password_.Enter({&code, 1});
@@ -144,7 +183,7 @@ bool Keyboard::KeyPress(wchar_t code) {
         EnterCharacter(code);
         return false;
     }
-    if (IsMasked()) {
+    if (password_.TextIsMasked()) {
         // The masked box takes nothing by itself: it must hold exactly one asterisk per character.
         if (!IsControlCharacter(code)) {
             password_.Enter({&code, 1});
@@ -155,10 +194,9 @@ bool Keyboard::KeyPress(wchar_t code) {
 }
 
 void Keyboard::FollowPhysicalModifiers() {
-    captions_.SetShiftIsDown(FoldedShift({.capsLockToggled = IsToggled(VK_CAPITAL),
-                                          .shiftPressed = IsDownNow(VK_SHIFT),
-                                          .rightShiftPressed = IsDownNow(VK_RSHIFT),
-                                          .leftShiftPressed = IsDownNow(VK_LSHIFT)}));
+    Modifiers modifiers = captions_.Modifiers();
+    modifiers.shiftIsDown = FoldedShift({.capsLock = WasToggled(VK_CAPITAL), .shift = IsShiftDownNow()});
+    captions_.SetModifiers(modifiers);
 }
 
 bool Keyboard::PlainBoxWillChange() {
@@ -169,27 +207,23 @@ bool Keyboard::PlainBoxWillChange() {
     return true;
 }
 
-bool Keyboard::KeyDown(UINT virtualKey) {
+bool Keyboard::KeyDown(unsigned virtualKey) {
     FollowPhysicalModifiers();
     if (operations_.IsTransferring()) {
         return false;
     }
-    if (virtualKey == VK_DELETE && IsMasked()) {
+    if (virtualKey == VK_DELETE && password_.TextIsMasked()) {
         password_.Apply(EraseForwards(password_.ReadBox()));
         return false;
     }
     return true;
 }
 
-void Keyboard::KeyUp(UINT) {
-    FollowPhysicalModifiers();
-}
-
 void Keyboard::PasteIntoMaskedBox() {
     if (operations_.IsTransferring()) {
         return;
     }
-    SecretText pasted;
+    LockedText pasted;
     ReadClipboardText(form_.Handle(), pasted);
     DropControlCharacters(pasted);
     password_.Enter(pasted.View());
@@ -204,72 +238,18 @@ void Keyboard::DragPassword() {
 
 void Keyboard::Command(int id) {
     form_.ShowNotice({});
-    RunCommand(id, *this);
-}
-
-void Keyboard::HoverSliderMoved(int positionMs) {
-    // The slider may stand for an interval beside its steps; telling it again what it shows changes nothing.
-    const int snapped = HoverSliderPosition(positionMs);
-    if (snapped != HoverSliderPosition(hover_.TimerInterval())) {
-        options_.SetTimerInterval(snapped);
-    } else {
-        form_.SetHoverSlider(snapped);
-    }
-}
-
-void Keyboard::TransparencySliderMoved(int percent) {
-    // The slider may stand for a value between its positions; telling it again what it shows changes nothing.
-    if (percent != TransparencySliderPercent(options_.KeyboardTransparency())) {
-        options_.SetKeyboardTransparency(TransparencyOfPercent(percent));
-    }
+    commands_.Run(id);
 }
 
 void Keyboard::FormActivated() {
-    protection_.KeepLayerAbove();
+    layer_.KeepLayerAbove();
     form_.FocusVisibleBox();
     options_.RefreshToolbar();
 }
 
 void Keyboard::FormResized() {
-    form_.LayOut();
-    protection_.FormMove();
-}
-
-void Keyboard::Rearrange() {
-    if (operations_.IsTransferring()) {
-        return;
-    }
-    protection_.RandomiseFormSizeAndPlacement();
-    protection_.ResetFormCover();
-}
-
-std::vector<std::wstring> Keyboard::ProtectionsInForce() const {
-    std::vector<std::wstring> lines;
-    lines.emplace_back(printScreenBlocked_ ? L"Print Screen is blocked" : L"Print Screen is not blocked");
-    lines.emplace_back(protection_.LayerTakesClicks() ? L"Protective layer over the keys"
-                                                      : L"Protective layer invisible: clicks reach the keys");
-    lines.emplace_back(options_.Snapshot().textIsMasked ? L"Password masked" : L"Password shown in clear");
-    lines.emplace_back(protection_.MouseHidden() ? L"Pointer shown as a grey dot" : L"Pointer shown as usual");
-    lines.emplace_back(CaptureLine(CaptureStateOf(form_.Handle())));
-    const std::vector<std::wstring> process = HardeningLines(hardening_);
-    lines.insert(lines.end(), process.begin(), process.end());
-    return lines;
-}
-
-void Keyboard::ShowAbout() {
-    AboutDialog(ProtectionsInForce()).RunModal(operations_, form_.Handle());
-}
-
-void Keyboard::FormMoved() {
-    protection_.FormMove();
-}
-
-void Keyboard::DisplayChanged() {
-    protection_.ReturnToVisiblePlace();
-}
-
-bool Keyboard::MayUnload() {
-    return operations_.RequestClose();
+    form_.Arrange();
+    layer_.FormMove();
 }
 
 void Keyboard::WipePassword() noexcept {
@@ -285,18 +265,10 @@ void Keyboard::FormUnloading() {
     }
 }
 
-void Keyboard::MenuLoop(bool entered) {
-    menuOpen_ = entered;
-}
-
 void Keyboard::BringToFront() {
     if (::GetForegroundWindow() != form_.Handle()) {
         ::SetForegroundWindow(form_.Handle());
     }
-}
-
-void Keyboard::CheckForeground() {
-    protection_.CheckForeground(options_.LayerMarked());
 }
 
 void Keyboard::CheckActiveWindow() {
@@ -306,45 +278,28 @@ void Keyboard::CheckActiveWindow() {
         return;
     }
     lastForeground_ = front;
-    DWORD process = 0;
-    ::GetWindowThreadProcessId(front, &process);
-    if (options_.KeepOnTop() && process != ::GetCurrentProcessId()) {
-        protection_.KeepTogether(true);
+    if (options_.KeepOnTop() && !IsOurs(front)) {
+        layer_.KeepTogether(true);
     }
 }
 
 void Keyboard::FlashKey(int button) {
     if (const int older = std::exchange(flashedKey_, button); older != 0) {
         // In the middle of another flash: its loop goes on with this key, so that fast clicking nests nothing.
-        ::SendMessageW(form_.Key(older).Handle(), BM_SETSTATE, FALSE, 0);
-        ::SendMessageW(form_.Key(button).Handle(), BM_SETSTATE, TRUE, 0);
+        PushKey(older, false);
+        PushKey(button, true);
         flashRoundsLeft_ = flashRounds;
         return;
     }
     const Operations::Scope flash(operations_, Operations::Kind::Flash);
-    ::SendMessageW(form_.Key(button).Handle(), BM_SETSTATE, TRUE, 0);
+    PushKey(button, true);
     for (flashRoundsLeft_ = flashRounds; flashRoundsLeft_ > 0 && !operations_.IsClosePending(); --flashRoundsLeft_) {
         if (!PumpPendingMessages()) {
             break;
         }
         ::RedrawWindow(form_.Key(flashedKey_).Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     }
-    ::SendMessageW(form_.Key(std::exchange(flashedKey_, 0)).Handle(), BM_SETSTATE, FALSE, 0);
-}
-
-void Keyboard::ToggleProtectiveLayer() {
-    const LayerCommandOutcome outcome =
-        RunLayerCommand(layerCommand_, protection_.CoverTransparency(), program_.DefaultCoverTransparency);
-    layerCommand_ = outcome.state;
-    protection_.SetCoverTransparency(outcome.coverTransparency);
-    options_.SetLayerMarked(outcome.marked);
-    if (!outcome.ask) {
-        return;
-    }
-    layerCommand_ = TakeLayerAnswer(layerCommand_, AskForLayerOpacity(operations_, form_.Handle()));
-    if (const std::optional<std::int16_t> opacity = LayerOpacity(layerCommand_)) {
-        protection_.SetCoverTransparency(*opacity);
-    }
+    PushKey(std::exchange(flashedKey_, 0), false);
 }
 
 } // namespace vextrel

@@ -1,30 +1,28 @@
 #pragma once
 
 #include "app/CaptionBoard.h"
+#include "app/CommandHandlers.h"
+#include "app/HiddenPointer.h"
 #include "app/Hover.h"
+#include "app/LayerWatch.h"
 #include "app/Layouts.h"
 #include "app/Options.h"
 #include "app/PasswordField.h"
-#include "app/Protection.h"
+#include "app/Placement.h"
 #include "app/Transfer.h"
-#include "ui/KeyboardEvents.h"
-#include "ui/LayerHost.h"
 #include "ui/MainWindow.h"
 #include "ui/Operations.h"
 #include "ui/ProtectiveLayer.h"
-#include "win32/Hardening.h"
 #include "win32/ProgramState.h"
 #include "win32/SettingsStore.h"
 
 #include <functional>
-#include <string>
-#include <vector>
 
 namespace vextrel {
 
 /// The controller: owns both windows and all state, and offers the operations that the windows call. What the
 /// operations do stands with the concern they belong to; here they are wired.
-class Keyboard final : private KeyboardEvents, private LayerHost {
+class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvents, private LayerEvents {
   public:
     /// Builds everything up to the shown window, applying the stored settings in their order.
     Keyboard(ProgramState& program, SettingsStore& store, Operations& operations);
@@ -33,103 +31,88 @@ class Keyboard final : private KeyboardEvents, private LayerHost {
     Keyboard& operator=(const Keyboard&) = delete;
 
     [[nodiscard]] MainWindow& Form() noexcept { return form_; }
-    [[nodiscard]] ProtectiveLayer& FormCover() noexcept { return formCover_; }
-    [[nodiscard]] Options& Options() noexcept { return options_; }
-    [[nodiscard]] PasswordField& Password() noexcept { return password_; }
-    [[nodiscard]] Protection& Protections() noexcept { return protection_; }
-    [[nodiscard]] Layouts& Layouts() noexcept { return layouts_; }
-    [[nodiscard]] Hover& Hover() noexcept { return hover_; }
-
-    /// Empties box and password; refused while they are being handed over.
-    void ClearText();
-    /// Switches the mask; refused while the password is being handed over.
-    void ToggleMask();
-    /// The protective-layer command of the View menu.
-    void ToggleProtectiveLayer();
-    void ShowAbout();
-    /// A new random size and place.
-    void Rearrange();
-
-    /// What the process was granted at its start; shown to who asks.
-    void SetHardening(const Hardening& hardening) noexcept { hardening_ = hardening; }
-    void SetPrintScreenBlocked(bool blocked) noexcept { printScreenBlocked_ = blocked; }
+    [[nodiscard]] vextrel::Options& Options() noexcept { return options_; }
+    [[nodiscard]] vextrel::Layouts& Layouts() noexcept { return layouts_; }
 
     /// What ends the program's other windows when the main window is unloaded.
     void SetCloseProgram(std::function<void()> closeProgram) { closeProgram_ = std::move(closeProgram); }
 
+    /// Brings Shift on the screen into line with the physical keys.
+    void FollowPhysicalModifiers();
+
   private:
     void Start();
-    /// From here on no window reaches the controller.
-    void LeaveWindows() noexcept;
     void LoadWindows();
-    void ApplyEarlySettings();
-    void ApplyRemainingSettings();
+    /// Before anything that they report to goes.
+    void UnloadWindows() noexcept;
 
-    // KeyboardEvents
+    // KeyEvents and LayerEvents
     void ButtonClick(int button) override;
-    void ButtonMouseUp(int) override {}
+    void ButtonMouseUp(int) override {} // an entry point that does nothing (docs/architecture.md, oddities)
     void ButtonMouseMove(int button) override;
-    void MouseMoveInTextBox() override;
+
+    // LayerEvents and WindowEvents
     void MouseMoveInForm() override;
+    [[nodiscard]] bool ShowsDotPointer() const override { return pointer_.ShowsDot(); }
+
+    // LayerEvents
+    void FlashKey(int button) override;
+    void PushKey(int button, bool pushed) noexcept override { form_.Key(button).SetPushed(pushed); }
+    void BringToFront() override;
     void Timer() override;
+    void ClearCurrentButton() override { hover_.ClearCurrentButton(); }
+    void CheckForeground() override { layer_.CheckForeground(); }
+    [[nodiscard]] InputMode CurrentInputMode() const override { return options_.InputMode(); }
+    [[nodiscard]] bool IsHoverEntryEnabled() const override { return hover_.TimerEnabled(); }
+
+    // BoxEvents
+    void MouseMoveInTextBox() override;
     bool KeyPress(wchar_t code) override;
-    bool KeyDown(UINT virtualKey) override;
-    void KeyUp(UINT virtualKey) override;
+    bool KeyDown(unsigned virtualKey) override;
+    void KeyUp(unsigned) override { FollowPhysicalModifiers(); }
     void PasteIntoMaskedBox() override;
     bool PlainBoxWillChange() override;
     void PlainBoxHasChanged() override { password_.PlainBoxHasChanged(); }
     void DragPassword() override;
+
+    // WindowEvents
     void Command(int id) override;
-    void HoverSliderMoved(int positionMs) override;
-    void TransparencySliderMoved(int percent) override;
+    void HoverSliderMoved(int positionMs) override { options_.HoverSliderMoved(positionMs); }
+    void TransparencySliderMoved(int percent) override { options_.TransparencySliderMoved(percent); }
     void FormActivated() override;
     void FormResized() override;
-    void FormMoved() override;
-    void DisplayChanged() override;
-    bool MayUnload() override;
+    void FormMoved() override { layer_.FormMove(); }
+    void DisplayChanged() override { placement_.ReturnToVisiblePlace(); }
+    bool MayUnload() override { return operations_.RequestClose(); }
     void FormUnloading() override;
     void CheckActiveWindow() override;
-    void MenuLoop(bool entered) override;
+    void MenuLoop(bool entered) override { menuOpen_ = entered; }
     void SessionEnding() override { WipePassword(); }
-    [[nodiscard]] bool ShowsDotPointer() const override { return protection_.ShowsDot(); }
 
-    // LayerHost
-    [[nodiscard]] InputMode CurrentInputMode() const override { return options_.InputMode(); }
-    [[nodiscard]] bool IsHoverEntryEnabled() const override { return hover_.TimerEnabled(); }
-    void ClearCurrentButton() override { hover_.ClearCurrentButton(); }
-    [[nodiscard]] HWND KeyWindow(int button) override { return form_.Key(button).Handle(); }
-    void BringToFront() override;
-    void CheckForeground() override;
-    void FlashKey(int button) override;
-
-    void WipePassword() noexcept;
     void EnterKey(int button);
-    [[nodiscard]] std::vector<std::wstring> ProtectionsInForce() const;
-    void FollowPhysicalModifiers();
     void EnterCharacter(wchar_t code);
-    [[nodiscard]] bool IsMasked() noexcept { return form_.VisibleBox().View() == PasswordBoxView::Masked; }
+    void WipePassword() noexcept;
 
     ProgramState& program_;
     SettingsStore& store_;
     Operations& operations_;
     MainWindow form_;
     ProtectiveLayer formCover_;
-    Hover hover_;
+    vextrel::Hover hover_;
     CaptionBoard captions_;
     PasswordField password_;
     Transfer transfer_;
-    Protection protection_;
-    Options options_;
-    Layouts layouts_;
-    LayerCommandState layerCommand_;
-    bool shiftLatched_ = false;
+    HiddenPointer pointer_;
+    Placement placement_;
+    LayerWatch layer_;
+    vextrel::Options options_;
+    vextrel::Layouts layouts_;
+    CommandHandlers commands_;
     bool scrambledInput_ = false; ///< dormant: no command sets it
     bool menuOpen_ = false;
     int flashedKey_ = 0; ///< 0: none flashes
     int flashRoundsLeft_ = 0;
     HWND lastForeground_ = nullptr;
-    Hardening hardening_;
-    bool printScreenBlocked_ = false;
     std::function<void()> closeProgram_;
 };
 

@@ -1,6 +1,5 @@
 #include "app/Layouts.h"
 
-#include "core/CaptureRules.h"
 #include "core/LayoutFile.h"
 #include "transfer/SystemLayout.h"
 
@@ -79,7 +78,7 @@ void Layouts::Import(bool dontRecord) {
         return;
     }
     ReadLayout(file);
-    parts_.options.SetLayoutMark(LayoutMark::None);
+    parts_.options.SetLayoutMark(LayoutMark::Imported);
     if (!dontRecord) {
         SaveLayoutToSettings();
     }

@@ -1,6 +1,6 @@
 #include "app/Options.h"
 
-#include "win32/WindowStyle.h"
+#include "win32/TopLevelWindow.h"
 
 namespace vextrel {
 
@@ -13,6 +13,44 @@ constexpr const wchar_t* stopSavingQuestion =
     L"Is it okay for Vextrel to update the local vxrconfig.ini file this last time (to disable the feature)?";
 
 } // namespace
+
+template <auto parse, auto setter>
+void Options::ApplyIfRead(Options& options, std::wstring_view text) {
+    if (const auto value = parse(text)) {
+        (options.*setter)(*value);
+    }
+}
+
+struct Options::StoredOption {
+    const wchar_t* key;
+    void (*apply)(Options& options, std::wstring_view text);
+};
+constexpr Options::StoredOption Options::remainingSettings[] = {
+    {settings::mouseMode, [](Options& options, std::wstring_view text) { options.SetInputMode(ParseInputMode(text)); }},
+    {settings::dragDropMode, ApplyIfRead<ParseDragDropMode, &Options::SetDragDropMode>},
+    {settings::viewPasswordMask, ApplyIfRead<ParseBoolean, &Options::SetTextIsMasked>},
+    {settings::beepOnHover, ApplyIfRead<ParseBoolean, &Options::SetBeepOnHover>},
+    {settings::keepPassword, ApplyIfRead<ParseBoolean, &Options::SetKeepPasswordAfterDragDrop>},
+    {settings::transparency, ApplyIfRead<ParseTransparency, &Options::SetKeyboardTransparency>},
+    {settings::hoverTimerInterval, ApplyIfRead<ParseHoverInterval, &Options::SetTimerInterval>},
+    {settings::toolbarVisible, ApplyIfRead<ParseBoolean, &Options::ShowToolbarControl>},
+};
+
+void Options::ApplyEarlySettings() {
+    SetSaveSettingsInINI(IsOnUnlessFalse(parts_.store.ReadSetting(settings::saveSettings)));
+    ShowToolbar(IsOnUnlessFalse(parts_.store.ReadSetting(settings::viewToolbar)));
+}
+
+void Options::ApplyRemainingSettings() {
+    for (const StoredOption& option : remainingSettings) {
+        option.apply(*this, parts_.store.ReadSetting(option.key));
+    }
+}
+
+void Options::ShowToolbarControl(bool show) {
+    parts_.form.ShowToolbarControl(show);
+    parts_.layer.ResetFormCover();
+}
 
 void Options::Write(const wchar_t* key, std::wstring_view value) {
     if (parts_.form.IsVisible()) {
@@ -56,15 +94,15 @@ void Options::SetInputMode(enum InputMode mode) {
     }
     switch (mode) {
     case InputMode::Standard:
-        parts_.protection.ShowMouse();
+        parts_.pointer.ShowMouse();
         parts_.hover.SetTimerEnabled(false);
         break;
     case InputMode::Hover:
         parts_.hover.SetTimerEnabled(true);
-        parts_.protection.ShowMouse();
+        parts_.pointer.ShowMouse();
         break;
     case InputMode::HiddenMouseAndHover:
-        if (!parts_.protection.HideMouse()) {
+        if (!parts_.pointer.HideMouse()) {
             RefreshToolbar();
             return;
         }
@@ -105,32 +143,41 @@ void Options::SetKeepPasswordAfterDragDrop(bool keep) {
 void Options::SetKeyboardTransparency(std::int16_t transparency) {
     keyboardTransparency_ = transparency;
     SetLayeredTransparency(parts_.form.Handle(), AlphaForKeyboard(transparency));
-    parts_.form.SetTransparencySlider(TransparencySliderPercent(transparency));
+    parts_.form.Sliders().SetTransparencyPercent(TransparencySliderPercent(transparency));
     Write(settings::transparency, std::to_wstring(transparency));
 }
 
 void Options::SetTimerInterval(std::int32_t intervalMs) {
     parts_.hover.SetTimerInterval(intervalMs);
-    parts_.form.SetHoverSlider(HoverSliderPosition(intervalMs));
+    parts_.form.Sliders().SetHoverPosition(HoverSliderPosition(intervalMs));
     RefreshToolbar();
     Write(settings::hoverTimerInterval, std::to_wstring(intervalMs));
+}
+
+void Options::HoverSliderMoved(int positionMs) {
+    const int snapped = HoverSliderPosition(positionMs);
+    if (snapped != HoverSliderPosition(parts_.hover.TimerInterval())) {
+        SetTimerInterval(snapped);
+    } else {
+        parts_.form.Sliders().SetHoverPosition(snapped);
+    }
+}
+
+void Options::TransparencySliderMoved(int percent) {
+    if (percent != TransparencySliderPercent(keyboardTransparency_)) {
+        SetKeyboardTransparency(TransparencyOfPercent(percent));
+    }
 }
 
 void Options::SetKeepOnTop(bool keepOnTop) {
     keepOnTop_ = keepOnTop;
     SetTopmost(parts_.form.Handle(), keepOnTop);
-    parts_.protection.KeepTogether(keepOnTop);
-    RefreshToolbar();
-}
-
-void Options::SetLayerMarked(bool marked) {
-    layerMarked_ = marked;
+    parts_.layer.KeepTogether(keepOnTop);
     RefreshToolbar();
 }
 
 void Options::SetLayoutMark(LayoutMark mark) {
     layoutMark_ = mark;
-    layoutIsImported_ = mark == LayoutMark::None;
     RefreshToolbar();
 }
 
@@ -143,14 +190,14 @@ CommandSnapshot Options::Snapshot() const {
             .keepOnTop = keepOnTop_,
             .saveSettings = saveSettings_,
             .toolbarShown = toolbarShown_,
-            .layerMarked = layerMarked_,
+            .layerMarked = parts_.layer.IsMarked(),
             .layout = layoutMark_,
             .transferRunning = parts_.operations.IsTransferring()};
 }
 
 void Options::RefreshToolbar() {
     const CommandSnapshot snapshot = Snapshot();
-    parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval(), layoutIsImported_));
+    parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval()));
 }
 
 } // namespace vextrel

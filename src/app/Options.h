@@ -1,13 +1,12 @@
 #pragma once
 
+#include "app/HiddenPointer.h"
 #include "app/Hover.h"
+#include "app/LayerWatch.h"
 #include "app/PasswordField.h"
-#include "app/Protection.h"
 #include "app/Transfer.h"
 #include "core/Commands.h"
 #include "core/OptionValues.h"
-#include "ui/MainWindow.h"
-#include "ui/Operations.h"
 #include "win32/SettingsStore.h"
 
 namespace vextrel {
@@ -24,11 +23,17 @@ class Options {
         PasswordField& password;
         Transfer& transfer;
         Hover& hover;
-        Protection& protection;
+        HiddenPointer& pointer;
+        LayerWatch& layer;
     };
 
     explicit Options(const Parts& parts)
         : parts_(parts) {}
+
+    /// The stored settings that apply before the window is shown, and those that apply to the shown one; each through
+    /// its setter, in the order that the rest of the program relies on.
+    void ApplyEarlySettings();
+    void ApplyRemainingSettings();
 
     [[nodiscard]] bool SaveSettingsInINI() const noexcept { return saveSettings_; }
     /// Switching saving off asks whether that itself may be saved.
@@ -49,14 +54,15 @@ class Options {
     [[nodiscard]] std::int16_t KeyboardTransparency() const noexcept { return keyboardTransparency_; }
     void SetKeyboardTransparency(std::int16_t transparency);
     void SetTimerInterval(std::int32_t intervalMs);
+    /// The user moved a slider. It may stand for a value between its steps; telling it again what it shows changes
+    /// nothing.
+    void HoverSliderMoved(int positionMs);
+    void TransparencySliderMoved(int percent);
 
     [[nodiscard]] bool KeepOnTop() const noexcept { return keepOnTop_; }
     /// Not persistent: the window starts topmost.
     void SetKeepOnTop(bool keepOnTop);
 
-    [[nodiscard]] bool LayerMarked() const noexcept { return layerMarked_; }
-    void SetLayerMarked(bool marked);
-    /// What the layout commands did last; no mark stands for an imported file.
     void SetLayoutMark(LayoutMark mark);
 
     /// Check marks, enabled states, toolbar and status bar, all from the present state.
@@ -64,6 +70,14 @@ class Options {
     [[nodiscard]] CommandSnapshot Snapshot() const;
 
   private:
+    struct StoredOption;
+    static const StoredOption remainingSettings[];
+
+    /// What a settings file without or with an unreadable value leaves as it is.
+    template <auto parse, auto setter>
+    static void ApplyIfRead(Options& options, std::wstring_view text);
+    /// The toolbar control alone, whatever the option says.
+    void ShowToolbarControl(bool show);
     void Write(const wchar_t* key, std::wstring_view value);
     void ConfirmStopSaving();
 
@@ -73,9 +87,7 @@ class Options {
     enum InputMode inputMode_ = InputMode::Standard;
     std::int16_t keyboardTransparency_ = 255;
     bool keepOnTop_ = true;
-    bool layerMarked_ = false;
     LayoutMark layoutMark_ = LayoutMark::None;
-    bool layoutIsImported_ = false;
 };
 
 } // namespace vextrel

@@ -16,9 +16,6 @@ constexpr int keysOfThePlainView[] = {keys::tab, keys::enter};
 void PasswordField::SetTextIsMasked(bool masked) {
     if (masked) {
         TakePlainText();
-    }
-    textIsMasked_ = masked;
-    if (masked) {
         Mask();
     } else {
         Unmask();
@@ -29,8 +26,8 @@ void PasswordField::SetTextIsMasked(bool masked) {
 }
 
 void PasswordField::TakePlainText() {
-    if (!form_.txtPassword().IsShown()) {
-        SecretText text;
+    if (!TextIsMasked()) {
+        LockedText text;
         form_.txtText().ReadText(text);
         ReadPlainBox(text.View(), currentPassword_);
     }
@@ -38,42 +35,36 @@ void PasswordField::TakePlainText() {
 
 void PasswordField::Mask() {
     PasswordBox& masked = form_.txtPassword();
-    PasswordBox& plain = form_.txtText();
-    const bool wasPlain = !masked.IsShown();
-    const BoxSelection selection = wasPlain ? plain.Selection() : masked.Selection();
-    plain.Show(false);
-    masked.Show(true);
+    const bool wasPlain = !TextIsMasked();
+    const BoxSelection selection = form_.VisibleBox().Selection();
+    form_.ShowBox(PasswordBoxView::Masked);
     if (wasPlain) {
         // Nothing visible depends on it any more, and the password must not wait in a control.
-        plain.OverwriteAndEmpty();
+        form_.txtText().OverwriteAndEmpty();
         OverwriteFreedMemory();
     }
-    FillMaskedBox();
-    if (form_.IsVisible()) {
-        ::SetFocus(masked.Handle());
-    }
+    masked.SetMask(currentPassword_.Size());
+    FocusIfVisible(masked);
     masked.Select(selection);
 }
 
 void PasswordField::Unmask() {
-    PasswordBox& masked = form_.txtPassword();
     PasswordBox& plain = form_.txtText();
-    const BoxSelection selection = masked.IsShown() ? masked.Selection() : plain.Selection();
-    plain.Show(true);
-    masked.Show(false);
+    const BoxSelection selection = form_.VisibleBox().Selection();
+    form_.ShowBox(PasswordBoxView::Plain);
     plain.SetText(currentPassword_.CString());
-    if (form_.IsVisible()) {
-        ::SetFocus(plain.Handle());
-    }
+    FocusIfVisible(plain);
     plain.Select(selection);
 }
 
-void PasswordField::FillMaskedBox() noexcept {
-    form_.txtPassword().SetText(std::wstring(currentPassword_.Size(), L'*').c_str());
+void PasswordField::FocusIfVisible(PasswordBox& box) const noexcept {
+    if (form_.IsVisible()) {
+        ::SetFocus(box.Handle());
+    }
 }
 
-void PasswordField::ClearText() {
-    form_.txtPassword().SetText(L"");
+void PasswordField::ClearText() noexcept {
+    form_.txtPassword().SetMask(0);
     form_.txtText().OverwriteAndEmpty();
     currentPassword_.Clear();
     OverwriteFreedMemory();
@@ -82,7 +73,7 @@ void PasswordField::ClearText() {
 void PasswordField::HighlightText() {
     PasswordBox& masked = form_.txtPassword();
     const auto maskedLength = static_cast<std::int16_t>(masked.Length());
-    if (masked.IsShown()) {
+    if (TextIsMasked()) {
         ::SetFocus(masked.Handle());
         masked.Select({0, maskedLength});
     } else {
@@ -105,7 +96,7 @@ BoxState PasswordField::ReadBox() {
                    .length = box.Length(),
                    .passwordLength = currentPassword_.Size()};
     if (state.view == PasswordBoxView::Plain && state.selection.start > 0) {
-        SecretText text;
+        LockedText text;
         box.ReadText(text);
         const std::wstring_view before = text.View({static_cast<std::size_t>(state.selection.start) - 1, 1});
         state.characterBeforeCaret = before.empty() ? L'\0' : before.front();
@@ -127,7 +118,7 @@ void PasswordField::Enter(std::wstring_view text) {
 void PasswordField::ShowPassword(std::int16_t caret) {
     PasswordBox& box = form_.VisibleBox();
     if (box.View() == PasswordBoxView::Masked) {
-        FillMaskedBox();
+        box.SetMask(currentPassword_.Size());
     } else {
         box.OverwriteAndEmpty();
         box.SetText(currentPassword_.CString());
@@ -140,7 +131,7 @@ void PasswordField::PlainBoxWillChange() {
 }
 
 void PasswordField::PlainBoxHasChanged() {
-    SecretText after;
+    LockedText after;
     form_.txtText().ReadText(after);
     const std::optional<Splice> splice = FollowPlainBox(plainBefore_.View(), after.View(), currentPassword_.Size());
     plainBefore_.Clear();
@@ -153,11 +144,8 @@ void PasswordField::Wipe() noexcept {
     selectedPassword_.Clear();
     plainBefore_.Clear();
     if (form_.IsLoaded()) {
-        form_.txtPassword().SetText(L"");
-        form_.txtText().OverwriteAndEmpty();
+        ClearText();
     }
-    currentPassword_.Clear();
-    OverwriteFreedMemory();
 }
 
 } // namespace vextrel

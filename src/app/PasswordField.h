@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/SecretText.h"
 #include "core/TextEdit.h"
 #include "ui/MainWindow.h"
+#include "win32/LockedText.h"
 
 #include <string_view>
 
@@ -19,13 +19,13 @@ class PasswordField {
     /// What the next drag or injection carries; empty in between.
     [[nodiscard]] SecretText& SelectedPassword() noexcept { return selectedPassword_; }
 
-    [[nodiscard]] bool TextIsMasked() const noexcept { return textIsMasked_; }
+    [[nodiscard]] bool TextIsMasked() const noexcept { return form_.ShownView() == PasswordBoxView::Masked; }
     /// Switches the display. Caret and selection go along; the focus does, too, while the window is visible.
     /// @throws Error "Overflow" when the plain text does not fit into the password; nothing is changed then.
     void SetTextIsMasked(bool masked);
 
     /// Empties masked box, plain box and password, in that order.
-    void ClearText();
+    void ClearText() noexcept;
     /// Focuses the visible box; selects everything in the masked one, moves the selection of the plain one behind as
     /// many characters as the masked one holds.
     void HighlightText();
@@ -55,13 +55,12 @@ class PasswordField {
     void TakePlainText();
     void Mask();
     void Unmask();
-    void FillMaskedBox() noexcept;
+    void FocusIfVisible(PasswordBox& box) const noexcept;
 
     MainWindow& form_;
-    SecretText currentPassword_;
-    SecretText selectedPassword_;
-    SecretText plainBefore_; ///< the plain box's text while it changes by itself; empty in between
-    bool textIsMasked_ = false;
+    LockedText currentPassword_;
+    LockedText selectedPassword_;
+    LockedText plainBefore_; ///< the plain box's text while it changes by itself; empty in between
 };
 
 } // namespace vextrel

@@ -1,39 +1,34 @@
 #include "app/Program.h"
 
+#include "app/Application.h"
 #include "core/OptionValues.h"
 #include "win32/EventGuard.h"
+#include "win32/Files.h"
 #include "win32/Hardening.h"
-#include "win32/MoveHook.h"
 #include "win32/ScreenCapture.h"
 
 #include <ole2.h>
 
 #include <optional>
 
-namespace vextrel::Program {
+namespace vextrel {
 
 namespace {
 
-Application* theApplication = nullptr;
-
-/// What exists from here on: writes ask the save switch, moves and sizes of the main window count.
+/// What holds once the application object exists: writes ask the save switch, moves and sizes of the main window count.
 class RunningScope {
   public:
     RunningScope(Application& application, SettingsStore& store) noexcept
-        : store_(store) {
-        theApplication = &application;
-        MoveHook::SetActingWindow(application.Keyboard().Form().Handle());
-        store_.SetWriteGate([&application] { return application.Keyboard().Options().SaveSettingsInINI(); });
+        : form_(application.Keyboard().Form()) {
+        form_.ReportMoves(true);
+        store.SetWriteGate([&application] { return application.Keyboard().Options().SaveSettingsInINI(); });
     }
-    ~RunningScope() {
-        MoveHook::SetActingWindow(nullptr);
-        theApplication = nullptr;
-    }
+    ~RunningScope() { form_.ReportMoves(false); }
     RunningScope(const RunningScope&) = delete;
     RunningScope& operator=(const RunningScope&) = delete;
 
   private:
-    SettingsStore& store_;
+    MainWindow& form_;
 };
 
 /// Drag-and-drop, the folder browser and the naming of controls need OLE on this thread.
@@ -52,16 +47,9 @@ void RegisterControls() noexcept {
     ::InitCommonControlsEx(&classes);
 }
 
-std::wstring SettingAtStart(std::wstring_view key) {
-    ProgramState program;
-    program.folder = FindProgramFolder();
-    const SettingsStore store(program);
-    return store.ReadINIValue(store.GetSettingsPath(false), settings::section, key);
-}
-
-Hardening HardenUnlessSwitchedOff() noexcept {
+Hardening HardenUnlessSwitchedOff(const SettingsStore& store) noexcept {
     try {
-        if (!IsOnUnlessFalse(SettingAtStart(settings::hardenProcess))) {
+        if (!IsOnUnlessFalse(store.ReadSetting(settings::hardenProcess))) {
             return {.switchedOff = true};
         }
     } catch (...) {
@@ -71,18 +59,18 @@ Hardening HardenUnlessSwitchedOff() noexcept {
 }
 
 /// Shift that was held when the focus left a password box comes up elsewhere; the keys follow it all the same.
-void FollowReleasedModifier(MainWindow& form, const MSG& message) noexcept {
+void FollowReleasedModifier(Keyboard& keyboard, const MSG& message) noexcept {
     const bool released = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
     if (released && (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
-        GuardEvent(form.Handle(), L"Form_KeyUp", [&] { form.Controller().KeyUp(static_cast<UINT>(message.wParam)); });
+        GuardEvent(keyboard.Form().Handle(), L"Form_KeyUp", [&] { keyboard.FollowPhysicalModifiers(); });
     }
 }
 
-int ServeEvents(MainWindow& form) {
+int ServeEvents(Keyboard& keyboard) {
     MSG message{};
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
-        FollowReleasedModifier(form, message);
-        if (!::IsDialogMessageW(form.Handle(), &message)) {
+        FollowReleasedModifier(keyboard, message);
+        if (!::IsDialogMessageW(keyboard.Form().Handle(), &message)) {
             ::TranslateMessage(&message);
             ::DispatchMessageW(&message);
         }
@@ -92,34 +80,30 @@ int ServeEvents(MainWindow& form) {
 
 } // namespace
 
-Application* gApplication() noexcept {
-    return theApplication;
-}
-
-int Main(HINSTANCE instance) {
-    const Hardening hardening = HardenUnlessSwitchedOff();
+int Main(bool hooksDisabled) {
     Operations operations;
     ErrorReport errors(operations);
     const ErrorSinkScope sink(errors);
     int exitCode = 1;
     GuardEvent(nullptr, L"Sub Main", [&] {
+        ProgramState program;
+        program.folder = FindProgramFolder();
+        program.HooksDisabled = hooksDisabled;
+        SettingsStore store(program);
+        program.SettingsFilePath = store.GetSettingsPath(false);
+        // Before anything else is loaded or shown.
+        program.hardening = HardenUnlessSwitchedOff(store);
         const OleScope ole;
         RegisterControls();
-        ProgramState program;
-        program.instance = instance;
-        program.folder = FindProgramFolder();
-        program.DefaultCoverTransparency = 5;
-        SettingsStore store(program);
         std::optional<CaptureExclusion> captureExclusion;
-        if (!ParseBoolean(SettingAtStart(settings::allowScreenCapture)).value_or(false)) {
-            captureExclusion.emplace();
+        if (!ParseBoolean(store.ReadSetting(settings::allowScreenCapture)).value_or(false)) {
+            captureExclusion.emplace(!hooksDisabled);
         }
         Application application(program, store, operations, errors);
         const RunningScope running(application, store);
-        application.Keyboard().SetHardening(hardening);
-        exitCode = ServeEvents(application.Keyboard().Form());
+        exitCode = ServeEvents(application.Keyboard());
     });
     return exitCode;
 }
 
-} // namespace vextrel::Program
+} // namespace vextrel

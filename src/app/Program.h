@@ -1,14 +1,10 @@
 #pragma once
 
-#include "app/Application.h"
-
-namespace vextrel::Program {
-
-/// The application object; empty until its construction has completed, and again once it goes.
-[[nodiscard]] Application* gApplication() noexcept;
+namespace vextrel {
 
 /// Runs the program: builds the application object, serves window events until the main window is unloaded.
+/// @param hooksDisabled for a build that only tests run: no hook is installed, no window procedure replaced.
 /// @return the process's exit code.
-int Main(HINSTANCE instance);
+int Main(bool hooksDisabled = false);
 
-} // namespace vextrel::Program
+} // namespace vextrel

@@ -1,7 +1,6 @@
 #include "app/Transfer.h"
 
 #include "transfer/DropSource.h"
-#include "transfer/Injection.h"
 #include "win32/ComPtr.h"
 #include "win32/EventGuard.h"
 #include "win32/FreedMemory.h"
@@ -99,7 +98,7 @@ void Transfer::CompleteDrag(TransferEnd end) {
 }
 
 TransferEnd Transfer::InjectAtPointer() {
-    const InjectionOutcome outcome = Inject(field_.SelectedPassword());
+    const InjectionOutcome outcome = injection_.Inject(field_.SelectedPassword());
     notice_ = NoticeOf(outcome);
     return outcome.kind == InjectionOutcome::Kind::Injected ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver;
 }

@@ -3,6 +3,7 @@
 #include "app/PasswordField.h"
 #include "core/OptionValues.h"
 #include "core/PasswordView.h"
+#include "transfer/Injection.h"
 #include "transfer/TextDataObject.h"
 #include "ui/DragHint.h"
 #include "ui/Operations.h"
@@ -42,6 +43,7 @@ class Transfer {
     Operations& operations_;
     enum DragDropMode mode_ = DragDropMode::DragDrop;
     bool keepPassword_ = false;
+    Injection injection_;
     TransferPlan plan_;
     std::unique_ptr<DragHint> note_;
     std::wstring notice_;

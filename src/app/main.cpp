@@ -1,5 +1,7 @@
 #include "app/Program.h"
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int) {
-    return vextrel::Program::Main(instance);
+#include "win32/Windows.h"
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    return vextrel::Main();
 }

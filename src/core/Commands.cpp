@@ -157,6 +157,11 @@ std::span<const ToolButton> ToolButtons() noexcept {
     return toolButtons;
 }
 
+bool IsToolButton(int id) noexcept {
+    return std::any_of(std::begin(toolButtons), std::end(toolButtons),
+                       [id](const ToolButton& button) { return button.id == id; });
+}
+
 std::span<const HoverDelayItem> HoverDelayMenu() noexcept {
     return hoverDelays;
 }

@@ -28,6 +28,7 @@ struct ToolButton {
     ToolButtonStyle style;
     bool startsGroup; ///< a gap stands before it
 };
+[[nodiscard]] bool IsToolButton(int id) noexcept;
 /// The toolbar's 15 buttons, in order; the position is also the number of the picture.
 [[nodiscard]] std::span<const ToolButton> ToolButtons() noexcept;
 

@@ -53,7 +53,4 @@ class HoverEntry {
     std::optional<std::wstring> lastCaption_;
 };
 
-/// The delays of the toolbar's menu, in milliseconds.
-inline constexpr int hoverDelaysMs[] = {500, 1000, 1500, 2000};
-
 } // namespace vextrel

@@ -142,7 +142,8 @@ CaptureOrder ChooseCaptureOrder(PhysicalModifiers held) noexcept {
     return {.plainGivesLower = held.shift && held.capsLock, .focusTwice = false};
 }
 
-CaptureResult CaptureKey(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot, KeyCaptions& captions) {
+CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot,
+                                       KeyCaptions& captions) {
     KeyCaption& caption = captions.At(slot);
     const CaptureOrder order = ChooseCaptureOrder(device.Held());
     std::wstring plain;
@@ -168,7 +169,7 @@ CaptureResult CaptureAllKeys(CaptureDevice& device, KeyCaptions& captions) {
         if (result != CaptureResult::Done) {
             break;
         }
-        result = CaptureKey(device, virtualKey, slot++, captions);
+        result = GetCommandButtonCaptions(device, virtualKey, slot++, captions);
     }
     return result;
 }

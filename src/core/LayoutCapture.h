@@ -54,16 +54,13 @@ class CaptureDevice {
     [[nodiscard]] virtual std::wstring TakeText() = 0;
 
   protected:
-    CaptureDevice() = default;
-    CaptureDevice(const CaptureDevice&) = default;
-    CaptureDevice& operator=(const CaptureDevice&) = default;
     ~CaptureDevice() = default;
 };
 
 /// Captures the two captions of one slot. Both change together, and only if the result is Done.
 /// @throws Error "Subscript out of range" for slot 49 and above, before any key is pressed.
-[[nodiscard]] CaptureResult CaptureKey(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot,
-                                       KeyCaptions& captions);
+[[nodiscard]] CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot,
+                                                     KeyCaptions& captions);
 
 /// Captures slots 0 to 46 in order. What stops it leaves the slots not yet captured as they were. Keys that it pressed
 /// are released and a Caps Lock that it switched off is on again, however it ends.

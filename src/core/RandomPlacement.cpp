@@ -30,10 +30,10 @@ double WindowHeightTwips(double keyWidthTwips, double toolbarHeightTwips, double
     return toolbarHeightTwips + (keyRowCount * keyWidthTwips + heightBesidesKeysTwips) + statusBarHeightTwips;
 }
 
-Placement RandomisePlacement(const PlacementInput& input) noexcept {
+RandomPlace RandomisePlacement(const RandomPlaceInput& input) noexcept {
     const double targetWidth =
         RoundedTwips((input.screenWidthTwips / 2 - narrowestWidthTwips) * input.widthDraw + narrowestWidthTwips);
-    Placement placement;
+    RandomPlace placement;
     placement.keyWidthTwips = KeyUnitTwips(targetWidth, input.twipsPerPixel);
     placement.widthTwips = widthBesidesKeysTwips + unitsPerRow * placement.keyWidthTwips;
     placement.topTwips =

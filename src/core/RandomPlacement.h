@@ -3,7 +3,7 @@
 namespace vextrel {
 
 /// What the window is and where it may go. Lengths in twips.
-struct PlacementInput {
+struct RandomPlaceInput {
     double screenWidthTwips = 0;
     double screenHeightTwips = 0;
     double oldHeightTwips = 0;     ///< the window's height before this placement: the top follows from it
@@ -16,7 +16,7 @@ struct PlacementInput {
     double leftDraw = 0;
 };
 
-struct Placement {
+struct RandomPlace {
     double leftTwips = 0;
     double topTwips = 0;
     double widthTwips = 0;
@@ -39,6 +39,6 @@ inline constexpr double widthBesidesKeysTwips = 2 * sideMarginTwips + 100;
 
 /// A random width between 5500 twips and half the screen, the size that follows from it, and a random place at least
 /// 400 twips from the top and left edges. The formula stands as it is: nothing is clamped.
-[[nodiscard]] Placement RandomisePlacement(const PlacementInput& input) noexcept;
+[[nodiscard]] RandomPlace RandomisePlacement(const RandomPlaceInput& input) noexcept;
 
 } // namespace vextrel

@@ -13,9 +13,6 @@ class SecretPages {
     virtual void Release(void* pages, std::size_t byteCount) const noexcept = 0;
 
   protected:
-    SecretPages() = default;
-    SecretPages(const SecretPages&) = default;
-    SecretPages& operator=(const SecretPages&) = default;
     ~SecretPages() = default;
 };
 

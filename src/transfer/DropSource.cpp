@@ -1,6 +1,7 @@
 #include "transfer/DropSource.h"
 
 #include "win32/InputState.h"
+#include "win32/TopLevelWindow.h"
 
 namespace vextrel {
 
@@ -21,7 +22,7 @@ HWND WindowUnderPointer() noexcept {
 
 bool Answers(HWND window) noexcept {
     DWORD_PTR answer = 0;
-    return window == nullptr || ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId() ||
+    return window == nullptr || IsOurs(window) ||
            ::SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, answerLimitMs, &answer) != 0;
 }
 

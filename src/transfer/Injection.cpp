@@ -1,8 +1,9 @@
 #include "transfer/Injection.h"
 
-#include "transfer/CharacterCodes.h"
+#include "transfer/AnsiCharacter.h"
 #include "win32/Messages.h"
 #include "win32/Text.h"
+#include "win32/TopLevelWindow.h"
 
 #include <array>
 
@@ -14,23 +15,6 @@ namespace {
 /// not in time.
 constexpr int waitRounds = 100000;
 constexpr std::size_t classNameSize = 255;
-
-std::wstring& TargetClass() noexcept {
-    static std::wstring name;
-    return name;
-}
-
-void RecordClass(HWND window) {
-    std::array<char, classNameSize> name{};
-    ::GetClassNameA(window, name.data(), static_cast<int>(name.size()));
-    TargetClass() = Widen(name.data());
-}
-
-bool IsOurs(HWND window) noexcept {
-    DWORD process = 0;
-    ::GetWindowThreadProcessId(window, &process);
-    return process == ::GetCurrentProcessId();
-}
 
 void BringForward(HWND window) noexcept {
     const HWND root = ::GetAncestor(window, GA_ROOT);
@@ -58,9 +42,7 @@ void WaitForReaction() noexcept {
 }
 
 /// What Windows shows in place of a window that hangs. It takes what is posted and gives it to nobody.
-bool IsStandIn() {
-    return TargetClass() == L"Ghost";
-}
+constexpr const wchar_t* standInClass = L"Ghost";
 
 InjectionOutcome PostUnits(HWND window, std::wstring_view password) noexcept {
     for (const wchar_t unit : password) {
@@ -91,7 +73,13 @@ InjectionOutcome Post(HWND window, std::wstring_view password) noexcept {
 
 } // namespace
 
-InjectionOutcome Inject(const SecretText& password) {
+void Injection::RecordClass(HWND window) {
+    std::array<char, classNameSize> name{};
+    ::GetClassNameA(window, name.data(), static_cast<int>(name.size()));
+    targetClass_ = Widen(name.data());
+}
+
+InjectionOutcome Injection::Inject(const SecretText& password) {
     POINT place{};
     if (::GetCursorPos(&place) == FALSE) {
         return {InjectionOutcome::Kind::NoWindow};
@@ -102,7 +90,7 @@ InjectionOutcome Inject(const SecretText& password) {
         if (IsOurs(window)) {
             return {InjectionOutcome::Kind::OwnWindow};
         }
-        if (IsStandIn()) {
+        if (targetClass_ == standInClass) {
             return {InjectionOutcome::Kind::Refused, ERROR_TIMEOUT};
         }
     }
@@ -114,10 +102,6 @@ InjectionOutcome Inject(const SecretText& password) {
         return {InjectionOutcome::Kind::NoWindow};
     }
     return Post(window, password.View());
-}
-
-const std::wstring& InjectionTargetClass() noexcept {
-    return TargetClass();
 }
 
 } // namespace vextrel

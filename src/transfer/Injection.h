@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/SecretText.h"
+#include "win32/Windows.h"
 
 #include <cstdint>
 #include <string>
@@ -21,13 +22,22 @@ struct InjectionOutcome {
     friend bool operator==(const InjectionOutcome&, const InjectionOutcome&) = default;
 };
 
-/// Brings the window under the pointer forward, clicks into it and posts the password to it character by character, as
-/// bytes of the ANSI code page. Messages are processed before the first character goes, so the caller runs it as an
-/// operation (ui/Operations.h). A target that does not answer is not waited for.
-/// @param password read when the messages have been processed, which may wipe it.
-[[nodiscard]] InjectionOutcome Inject(const SecretText& password);
+/// Injects a password into other programs' windows.
+class Injection {
+  public:
+    /// Brings the window under the pointer forward, clicks into it and posts the password to it character by character,
+    /// as bytes of the ANSI code page. Messages are processed before the first character goes, so the caller runs it as
+    /// a transfer. A target that does not answer is not waited for.
+    /// @param password read when the messages have been processed, which may wipe it.
+    [[nodiscard]] InjectionOutcome Inject(const SecretText& password);
 
-/// The class of the window that was found under the pointer last; for diagnosis.
-[[nodiscard]] const std::wstring& InjectionTargetClass() noexcept;
+    /// The class of the window that was found under the pointer last; for diagnosis.
+    [[nodiscard]] const std::wstring& TargetClass() const noexcept { return targetClass_; }
+
+  private:
+    void RecordClass(HWND window);
+
+    std::wstring targetClass_;
+};
 
 } // namespace vextrel

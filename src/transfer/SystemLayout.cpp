@@ -1,11 +1,12 @@
 #include "transfer/SystemLayout.h"
 
+#include "win32/InputState.h"
 #include "win32/Messages.h"
+#include "win32/SubclassedWindow.h"
 #include "win32/Text.h"
+#include "win32/TopLevelWindow.h"
 
 #include <imm.h>
-
-#include <algorithm>
 
 namespace vextrel {
 
@@ -15,41 +16,29 @@ namespace {
 /// what comes later would end up in the wrong slot.
 constexpr ULONGLONG answerLimitMs = 1000;
 
-bool IsDown(int virtualKey) noexcept {
-    return ::GetAsyncKeyState(virtualKey) < 0;
-}
-
 /// The real keyboard and an edit control, which is watched for as long as this lives.
-class SystemKeyboard final : public CaptureDevice {
+class SystemKeyboard final : public CaptureDevice, private SubclassedWindow {
   public:
-    explicit SystemKeyboard(HWND setupBox)
-        : box_(setupBox) {
+    explicit SystemKeyboard(HWND setupBox) {
         // What an input method composes is no caption, and it would keep the keys to itself.
-        ::ImmAssociateContextEx(box_, nullptr, 0);
-        if (::SetWindowSubclass(box_, &SystemKeyboard::SubclassProc, subclassId, reinterpret_cast<DWORD_PTR>(this)) ==
-            FALSE) {
-            ThrowLastError();
-        }
+        ::ImmAssociateContextEx(setupBox, nullptr, 0);
+        Attach(setupBox);
     }
-    ~SystemKeyboard() { ::RemoveWindowSubclass(box_, &SystemKeyboard::SubclassProc, subclassId); }
-    SystemKeyboard(const SystemKeyboard&) = delete;
-    SystemKeyboard& operator=(const SystemKeyboard&) = delete;
 
     void GiveFocus() noexcept override {
         // Where taking the focus brings a window to the front, it must not be taken from another program.
-        if (const HWND front = ::GetForegroundWindow();
-            front == nullptr || ::GetWindowThreadProcessId(front, nullptr) == ::GetCurrentThreadId()) {
-            ::SetFocus(box_);
+        if (const HWND front = ::GetForegroundWindow(); front == nullptr || IsOurs(front)) {
+            ::SetFocus(Handle());
         }
     }
     void ProcessMessages() noexcept override { PumpPendingMessages(); }
 
     CaptureResult Readiness() noexcept override {
-        if (::GetFocus() != box_ || ::GetForegroundWindow() != ::GetAncestor(box_, GA_ROOT)) {
+        if (!HasFocus()) {
             return CaptureResult::LostFocus;
         }
         for (const int modifier : {VK_CONTROL, VK_MENU, VK_LWIN, VK_RWIN}) {
-            if (IsDown(modifier)) {
+            if (IsDownNow(modifier)) {
                 return CaptureResult::ModifierHeld;
             }
         }
@@ -71,7 +60,7 @@ class SystemKeyboard final : public CaptureDevice {
             if (released_ && awaitedKey_ == virtualKey) {
                 return CaptureResult::Done;
             }
-            if (programEnds || ::GetFocus() != box_ || ::GetForegroundWindow() != ::GetAncestor(box_, GA_ROOT)) {
+            if (programEnds || !HasFocus()) {
                 return CaptureResult::LostFocus;
             }
             const ULONGLONG now = ::GetTickCount64();
@@ -93,46 +82,35 @@ class SystemKeyboard final : public CaptureDevice {
         }
     }
 
-    HeldModifiers Held() noexcept override {
-        return {.capsLock = IsDown(VK_CAPITAL),
-                .shift = IsDown(VK_SHIFT),
-                .rightShift = IsDown(VK_RSHIFT),
-                .leftShift = IsDown(VK_LSHIFT)};
+    PhysicalModifiers Held() noexcept override {
+        return {.capsLock = IsDownNow(VK_CAPITAL), .shift = IsShiftDownNow()};
     }
-    bool IsCapsLockToggled() noexcept override { return (::GetKeyState(VK_CAPITAL) & 1) != 0; }
+    bool IsCapsLockToggled() noexcept override { return WasToggled(VK_CAPITAL); }
 
     std::wstring TakeText() override {
-        std::wstring text = WindowText(box_);
-        ::SetWindowTextW(box_, L"");
+        std::wstring text = WindowText(Handle());
+        ::SetWindowTextW(Handle(), L"");
         return text;
     }
 
   private:
-    static constexpr UINT_PTR subclassId = 1;
-
-    static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                         DWORD_PTR self) noexcept {
+    LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override {
         if (message == WM_KEYUP || message == WM_SYSKEYUP) {
-            reinterpret_cast<SystemKeyboard*>(self)->Released(wParam);
+            // The user's own keys come and go in between.
+            released_ = released_ || wParam == awaitedKey_;
         }
-        return ::DefSubclassProc(window, message, wParam, lParam);
+        return ToWindow(message, wParam, lParam);
     }
 
-    /// The user's own keys come and go in between.
-    void Released(WPARAM virtualKey) noexcept { released_ = released_ || virtualKey == awaitedKey_; }
+    [[nodiscard]] bool HasFocus() const noexcept {
+        return ::GetFocus() == Handle() && ::GetForegroundWindow() == ::GetAncestor(Handle(), GA_ROOT);
+    }
 
-    HWND box_;
     WPARAM awaitedKey_ = 0; ///< the key let go last
     bool released_ = false; ///< whether its release has come
 };
 
 } // namespace
-
-CaptureResult GetCommandButtonCaptions(std::uint8_t virtualKey, HWND setupBox, std::size_t slot,
-                                       KeyCaptions& captions) {
-    SystemKeyboard keyboard(setupBox);
-    return CaptureKey(keyboard, virtualKey, slot, captions);
-}
 
 CaptureResult LoadDefaultLayout(HWND setupBox, KeyCaptions& captions) {
     SystemKeyboard keyboard(setupBox);

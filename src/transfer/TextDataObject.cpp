@@ -1,10 +1,12 @@
 #include "transfer/TextDataObject.h"
 
-#include "transfer/FormatEnumerator.h"
 #include "transfer/HandedMemory.h"
+#include "win32/SystemLibrary.h"
+
+#include <shlobj.h>
 
 #include <cstring>
-#include <new>
+#include <iterator>
 
 namespace vextrel {
 
@@ -118,8 +120,10 @@ HRESULT TextDataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats)
     if (direction != DATADIR_GET) {
         return E_NOTIMPL;
     }
-    *formats = new (std::nothrow) FormatEnumerator(offeredFormats);
-    return *formats != nullptr ? S_OK : E_OUTOFMEMORY;
+    // The object that it makes lives in the system's code: the library stays.
+    static const SystemLibrary shell(L"shell32.dll");
+    const auto enumerate = shell.Find<decltype(&::SHCreateStdEnumFmtEtc)>("SHCreateStdEnumFmtEtc");
+    return enumerate != nullptr ? enumerate(UINT{std::size(offeredFormats)}, offeredFormats, formats) : E_NOTIMPL;
 }
 
 HRESULT TextDataObject::DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/SecretText.h"
 #include "win32/ComObject.h"
+#include "win32/LockedText.h"
 
 #include <objidl.h>
 
@@ -40,7 +40,7 @@ class TextDataObject final : public ComObject<IDataObject> {
   private:
     ~TextDataObject() override;
 
-    SecretText text_;
+    LockedText text_;
     bool open_ = false;
 };
 

@@ -19,13 +19,6 @@ std::wstring Lines(const std::vector<std::wstring>& lines) {
     return text;
 }
 
-void InitialiseLinks() noexcept {
-    INITCOMMONCONTROLSEX classes{};
-    classes.dwSize = sizeof classes;
-    classes.dwICC = ICC_LINK_CLASS;
-    ::InitCommonControlsEx(&classes);
-}
-
 } // namespace
 
 void AboutDialog::FitControls() {
@@ -42,7 +35,6 @@ void AboutDialog::AddLink(const wchar_t* text, const Rect& place96, int id) {
 }
 
 void AboutDialog::CreateControls() {
-    InitialiseLinks();
     picture_ =
         AddControl(WC_STATICW, L"", SS_ICON | SS_REALSIZECONTROL, 0, {20, 20, 20 + iconSize96, 20 + iconSize96}, -1);
     name_ = AddControl(WC_STATICW, L"Vextrel", SS_LEFT, 0, {84, 16, 420, 48}, -1);

@@ -1,8 +1,8 @@
 #include "ui/Dialog.h"
 
+#include "win32/Control.h"
 #include "win32/EventGuard.h"
-#include "win32/Text.h"
-#include "win32/WindowStyle.h"
+#include "win32/TopLevelWindow.h"
 
 #include <algorithm>
 
@@ -162,14 +162,9 @@ void Dialog::OnUnload() noexcept {
 
 HWND Dialog::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD exStyle,
                         const Rect& place96, int id) {
-    const HWND control =
-        ::CreateWindowExW(exStyle, controlClass, text, WS_CHILD | WS_VISIBLE | style, Scaled(place96.left),
-                          Scaled(place96.top), Scaled(place96.Width()), Scaled(place96.Height()), Handle(),
-                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
-    if (control == nullptr) {
-        ThrowLastError();
-    }
-    ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+    const HWND control = CreateControl(
+        Handle(),
+        {.windowClass = controlClass, .text = text, .style = style | WS_VISIBLE, .exStyle = exStyle, .id = id});
     children_.push_back({control, place96});
     return control;
 }

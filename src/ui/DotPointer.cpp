@@ -1,5 +1,6 @@
 #include "ui/DotPointer.h"
 
+#include "win32/TopLevelWindow.h"
 #include "win32/resources.h"
 
 namespace vextrel {
@@ -29,7 +30,7 @@ void RenewPointer() noexcept {
     }
     const HWND window = ::WindowFromPoint(pointer);
     // The pointer over another program's window is never touched.
-    if (window == nullptr || ::GetWindowThreadProcessId(window, nullptr) != ::GetCurrentThreadId()) {
+    if (!IsOurs(window)) {
         return;
     }
     const LRESULT part = ::SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(pointer.x, pointer.y));

@@ -2,9 +2,11 @@
 
 #include "core/Geometry.h"
 #include "core/ids.h"
+#include "win32/Control.h"
 #include "win32/EventGuard.h"
+#include "win32/InputState.h"
 #include "win32/Text.h"
-#include "win32/WindowStyle.h"
+#include "win32/TopLevelWindow.h"
 
 #include <algorithm>
 #include <utility>
@@ -64,7 +66,7 @@ void DragHint::ShowFor(DragDropMode mode, HWND owner) {
           .heightPx = 0});
     SetLayeredTransparency(Handle(), noteAlpha);
     CreateControls();
-    LayOut();
+    Arrange();
     FollowPointer();
     ::ShowWindow(Handle(), SW_SHOWNOACTIVATE);
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
@@ -73,21 +75,18 @@ void DragHint::ShowFor(DragDropMode mode, HWND owner) {
 
 void DragHint::CreateControls() {
     const auto label = [this](const wchar_t* text, int id) {
-        const HWND control =
-            ::CreateWindowExW(WS_EX_NOPARENTNOTIFY | WS_EX_TRANSPARENT, WC_STATICW, text,
-                              WS_CHILD | WS_VISIBLE | SS_LEFT | SS_NOPREFIX, 0, 0, 0, 0, Handle(),
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr);
-        if (control == nullptr) {
-            ThrowLastError();
-        }
-        return control;
+        return CreateControl(Handle(), {.windowClass = WC_STATICW,
+                                        .text = text,
+                                        .style = WS_VISIBLE | SS_LEFT | SS_NOPREFIX,
+                                        .exStyle = WS_EX_TRANSPARENT,
+                                        .id = id});
     };
     const bool inject = mode_ == DragDropMode::Inject;
     header_ = label(inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:", ids::dragNoteHeader);
     text_ = label(inject ? injectionText : dragText, ids::dragNoteText);
 }
 
-void DragHint::LayOut() {
+void DragHint::Arrange() {
     const int dpi = Dpi();
     const auto px = [dpi](int twips) { return PixelsFromTwips(twips, dpi); };
     const HFONT font = fonts_.MessageFont(dpi);
@@ -109,7 +108,7 @@ void DragHint::LayOut() {
 void DragHint::OnDpiChanged() {
     // The new size may put most of it onto the other screen again; answering that would never end.
     if (!std::exchange(changingDpi_, true)) {
-        LayOut();
+        Arrange();
         ::InvalidateRect(Handle(), nullptr, TRUE);
         changingDpi_ = false;
     }
@@ -128,7 +127,7 @@ void DragHint::FollowPointer() noexcept {
 void DragHint::WakeFinishedDrag() noexcept {
     // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag would go
     // on without an end. Any message of the mouse makes it look at the buttons again.
-    if (::GetAsyncKeyState(VK_LBUTTON) >= 0 && ::GetAsyncKeyState(VK_RBUTTON) >= 0) {
+    if (!IsDownNow(VK_LBUTTON) && !IsDownNow(VK_RBUTTON)) {
         ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
     }
 }

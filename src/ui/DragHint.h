@@ -20,7 +20,7 @@ class DragHint final : public Form {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnUnload() noexcept override;
     void CreateControls();
-    void LayOut();
+    void Arrange();
     void OnDpiChanged();
     void FollowPointer() noexcept;
     void WakeFinishedDrag() noexcept;

@@ -1,25 +1,25 @@
 #include "ui/KeyButton.h"
 
-#include "core/Captions.h"
+#include "core/CaptionText.h"
+#include "core/KeyTable.h"
 #include "core/ids.h"
 #include "ui/KeyPainter.h"
 #include "win32/AccessibleName.h"
+#include "win32/Control.h"
 #include "win32/EventGuard.h"
-#include "win32/Text.h"
 
 #include <algorithm>
 
 namespace vextrel {
 
-void KeyButton::Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts, KeyCapture& capture) {
+void KeyButton::Create(HWND parent, int number, KeyEvents& events, FontCache& fonts, KeyCapture& capture) {
     number_ = number;
     events_ = &events;
     fonts_ = &fonts;
     capture_ = &capture;
-    const DWORD style = WS_CHILD | BS_PUSHBUTTON | WS_CLIPSIBLINGS | (IsKeyShown(number) ? WS_VISIBLE : 0U);
-    const auto id = static_cast<INT_PTR>(ids::firstKey + number - 1);
-    Attach(::CreateWindowExW(WS_EX_NOPARENTNOTIFY, WC_BUTTONW, L"", style, 0, 0, 0, 0, parent,
-                             reinterpret_cast<HMENU>(id), ::GetModuleHandleW(nullptr), nullptr));
+    Attach(CreateControl(parent, {.windowClass = WC_BUTTONW,
+                                  .style = BS_PUSHBUTTON | WS_CLIPSIBLINGS | (IsKeyShown(number) ? WS_VISIBLE : 0U),
+                                  .id = ids::firstKey + number - 1}));
 }
 
 void KeyButton::SetCaption(const std::wstring& caption) {
@@ -31,8 +31,7 @@ void KeyButton::SetCaption(const std::wstring& caption) {
 }
 
 void KeyButton::NameIfBlank() noexcept {
-    // A key without a caption enters a blank.
-    if (const bool blank = caption_.empty(); blank != namedAsBlank_) {
+    if (const bool blank = EntersBlank(caption_); blank != namedAsBlank_) {
         namedAsBlank_ = blank;
         SetAccessibleNames({{Handle(), blank ? L"space" : nullptr}});
     }
@@ -52,7 +51,7 @@ void KeyButton::SetPushed(bool pushed) noexcept {
     }
 }
 
-LRESULT KeyButton::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT KeyButton::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     LRESULT result = 0;
     GuardEvent(::GetParent(Handle()), L"KeyButton", [&] { result = OnMessage(message, wParam, lParam); });
     return result;
@@ -78,7 +77,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return ::DefWindowProcW(Handle(), message, wParam, lParam);
     case BM_SETSTATE: SetPushed(wParam != 0); return 0;
     case BM_GETSTATE: return pushed_ ? BST_PUSHED : 0;
-    case BM_CLICK: (*events_)->ButtonClick(number_); return 0;
+    case BM_CLICK: events_->ButtonClick(number_); return 0;
     // Any mouse button works a key, and a double click is two clicks.
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
@@ -98,7 +97,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KILLFOCUS: return 0;
     // Neither dialog navigation nor access keys reach a key: its "&" is a character.
     case WM_GETDLGCODE: return DLGC_STATIC | DLGC_WANTCHARS;
-    default: return ToControl(message, wParam, lParam);
+    default: return ToWindow(message, wParam, lParam);
     }
 }
 
@@ -113,7 +112,7 @@ void KeyButton::OnMouseMove(POINT point) noexcept {
         ::GetClientRect(Handle(), &area);
         SetPushed(::PtInRect(&area, point) != FALSE);
     }
-    GuardEvent(::GetParent(Handle()), L"Command_MouseMove", [&] { (*events_)->ButtonMouseMove(number_); });
+    GuardEvent(::GetParent(Handle()), L"Command_MouseMove", [&] { events_->ButtonMouseMove(number_); });
 }
 
 void KeyButton::OnButtonUp(POINT point) noexcept {
@@ -124,9 +123,9 @@ void KeyButton::OnButtonUp(POINT point) noexcept {
     ::GetClientRect(Handle(), &area);
     KeyCapture::Release();
     SetPushed(false);
-    GuardEvent(::GetParent(Handle()), L"ButtonMouseUp ", [&] { (*events_)->ButtonMouseUp(number_); });
+    GuardEvent(::GetParent(Handle()), L"ButtonMouseUp ", [&] { events_->ButtonMouseUp(number_); });
     if (::PtInRect(&area, point) != FALSE) {
-        (*events_)->ButtonClick(number_);
+        events_->ButtonClick(number_);
     }
 }
 
@@ -134,7 +133,7 @@ void KeyButton::Paint(HDC context) {
     RECT area{};
     ::GetClientRect(Handle(), &area);
     const KeyLook look{
-        .caption = SpokenNameOfKey(number_, caption_) == L"space" ? std::wstring() : TextShownOnKey(caption_),
+        .caption = EntersBlank(caption_) ? std::wstring_view() : TextShownOnKey(caption_),
         .isCharacterKey = IsCharacterKey(number_),
         .enabled = ::IsWindowEnabled(Handle()) != FALSE,
         .pushed = pushed_,

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "ui/KeyCapture.h"
-#include "ui/KeyboardEvents.h"
+#include "ui/KeyEvents.h"
 #include "win32/FontCache.h"
-#include "win32/SubclassedControl.h"
+#include "win32/SubclassedWindow.h"
 
 #include <string>
 
@@ -12,32 +12,32 @@ namespace vextrel {
 /// One key. A push button to the outside (text, BM_GETSTATE, BM_SETSTATE, button role), but it never takes the focus,
 /// draws itself, and tells nobody when it is pushed: the system's own button would raise an accessibility event that
 /// names the key just entered.
-class KeyButton final : public SubclassedControl {
+class KeyButton final : public SubclassedWindow {
   public:
     /// @param number 1 to 65. @throws Error with the system's code.
-    void Create(HWND parent, int number, KeyboardEvents* const& events, FontCache& fonts, KeyCapture& capture);
+    void Create(HWND parent, int number, KeyEvents& events, FontCache& fonts, KeyCapture& capture);
 
     [[nodiscard]] int Number() const noexcept { return number_; }
     [[nodiscard]] const std::wstring& Caption() const noexcept { return caption_; }
     void SetCaption(const std::wstring& caption);
+    void SetPushed(bool pushed) noexcept;
     /// Marks a modifier key that is in effect.
     void SetLit(bool lit) noexcept;
     /// What the key draws in from then on.
     void SetDpi(int dpi) noexcept { dpi_ = dpi; }
 
   private:
-    LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
+    LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void NameIfBlank() noexcept;
     void OnButtonDown() noexcept;
     void OnMouseMove(POINT point) noexcept;
     void OnButtonUp(POINT point) noexcept;
-    void SetPushed(bool pushed) noexcept;
     void Paint(HDC context);
 
     int number_ = 0;
     int dpi_ = USER_DEFAULT_SCREEN_DPI;
-    KeyboardEvents* const* events_ = nullptr;
+    KeyEvents* events_ = nullptr;
     FontCache* fonts_ = nullptr;
     KeyCapture* capture_ = nullptr;
     std::wstring caption_;

@@ -1,6 +1,5 @@
 #include "ui/KeyPainter.h"
 
-#include "core/KeyTable.h"
 #include "win32/SystemLook.h"
 
 #include <algorithm>
@@ -47,7 +46,7 @@ KeyColours ColoursOf(const KeyLook& look) noexcept {
     return {ground, Mix(ground, ::GetSysColor(COLOR_WINDOWTEXT), 16), edge, ::GetSysColor(COLOR_BTNTEXT)};
 }
 
-SIZE Measure(HDC context, HFONT font, const std::wstring& text) noexcept {
+SIZE Measure(HDC context, HFONT font, std::wstring_view text) noexcept {
     const SelectScope selected(context, font);
     SIZE size{};
     ::GetTextExtentPoint32W(context, text.data(), static_cast<int>(text.size()), &size);
@@ -79,7 +78,7 @@ void PaintCaption(HDC context, RECT area, const KeyLook& look, COLORREF colour, 
     const SelectScope font(context, FittingFont(context, area, look, wantedPx, fonts));
     ::SetBkMode(context, TRANSPARENT);
     ::SetTextColor(context, colour);
-    ::DrawTextW(context, look.caption.c_str(), static_cast<int>(look.caption.size()), &area,
+    ::DrawTextW(context, look.caption.data(), static_cast<int>(look.caption.size()), &area,
                 DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
 }
 
@@ -136,7 +135,7 @@ class Canvas {
     int height_ = 0;
 };
 
-/// Keys are painted one after another, on one thread.
+/// One for all keys, which are painted one after another; what paints has no object of its own.
 Canvas& TheCanvas() noexcept {
     static Canvas canvas;
     return canvas;
@@ -158,22 +157,6 @@ void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fon
     }
     PaintInto(canvas, {0, 0, width, height}, look, fonts);
     ::BitBlt(context, area.left, area.top, width, height, canvas, 0, 0, SRCCOPY);
-}
-
-std::wstring TextShownOnKey(std::wstring_view caption) {
-    return caption == L"&&" ? std::wstring(L"&") : std::wstring(caption);
-}
-
-bool IsCharacterKey(int button) noexcept {
-    switch (button) {
-    case keys::backspace:
-    case keys::tab:
-    case keys::enter:
-    case keys::capsLock:
-    case keys::leftShift:
-    case keys::rightShift: return false;
-    default: return true;
-    }
 }
 
 } // namespace vextrel

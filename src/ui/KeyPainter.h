@@ -3,14 +3,13 @@
 #include "win32/FontCache.h"
 #include "win32/Windows.h"
 
-#include <string>
 #include <string_view>
 
 namespace vextrel {
 
 /// What a key looks like.
 struct KeyLook {
-    std::wstring caption; ///< as shown, ampersands single
+    std::wstring_view caption; ///< as shown, ampersands single
     bool isCharacterKey = true;
     bool enabled = true;
     bool pushed = false;
@@ -20,11 +19,5 @@ struct KeyLook {
 
 /// Draws a key in system colours, so that high-contrast themes hold. A caption that is too wide shrinks.
 void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts);
-
-/// A button caption as it is read: doubled ampersands single.
-[[nodiscard]] std::wstring TextShownOnKey(std::wstring_view caption);
-
-/// Character keys and the space bar, as opposed to action keys.
-[[nodiscard]] bool IsCharacterKey(int button) noexcept;
 
 } // namespace vextrel

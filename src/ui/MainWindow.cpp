@@ -2,15 +2,12 @@
 
 #include "core/ids.h"
 #include "ui/DotPointer.h"
-#include "ui/NoEvents.h"
-#include "ui/StatusBar.h"
+#include "win32/AccessibleName.h"
+#include "win32/Control.h"
 #include "win32/EventGuard.h"
-#include "win32/MoveHook.h"
-#include "win32/Text.h"
-#include "win32/WindowStyle.h"
-#include "win32/resources.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vextrel {
 
@@ -29,53 +26,55 @@ constexpr UINT_PTR tmrCheckActiveWindow = 1;
 
 } // namespace
 
-MainWindow::MainWindow()
-    : controller_(&NoEvents::Instance()) {}
-
-MainWindow::~MainWindow() {
-    Unload();
-}
-
-void MainWindow::SetController(KeyboardEvents* controller) noexcept {
-    controller_ = controller != nullptr ? controller : &NoEvents::Instance();
-}
-
-void MainWindow::Load() {
-    CreateMenuBar();
+void MainWindow::Load(KeyEvents& keys, BoxEvents& boxes, WindowEvents& events) {
+    events_ = &events;
+    menu_.Create();
     // As wide as random sizing ever makes it; the height is a place holder. The window gets its size before it is
     // shown.
     Form::Load({.title = L"Vextrel",
                 .style = mainWindowStyle,
                 .exStyle = mainWindowExStyle,
-                .menu = menuBar_.Get(),
+                .menu = menu_.Get(),
                 .widthPx = ::GetSystemMetrics(SM_CXSCREEN) / 2,
                 .heightPx = 320});
-    CreateControls();
+    CreateControls(keys, boxes);
     ApplyDpi();
-    MoveHook::InstallHook(Handle());
     ::SetTimer(Handle(), tmrCheckActiveWindow, checkActiveWindowMs, nullptr);
+}
+
+void MainWindow::CreateControls(KeyEvents& keys, BoxEvents& boxes) {
+    // In the order in which Tab visits them.
+    txtPassword_.Create(Handle(), ids::txtPassword, PasswordBoxView::Masked, boxes);
+    txtText_.Create(Handle(), ids::txtText, PasswordBoxView::Plain, boxes);
+    sliders_.Create(Handle());
+    for (int number = 1; number <= keyButtonCount; ++number) {
+        Key(number).Create(Handle(), number, keys, fonts_, keyCapture_);
+    }
+    toolbar_.Create(Handle(), *this);
+    statusBar_.Create(Handle());
+    txtSetup_ = CreateControl(Handle(), {.windowClass = WC_EDITW, .style = WS_VISIBLE, .id = ids::txtSetup});
+    SetAccessibleNames({{txtPassword_.Handle(), L"Password, masked"},
+                        {txtText_.Handle(), L"Password, in clear"},
+                        {toolbar_.Handle(), L"Toolbar"}});
+    ExcludeFromCapture(toolbar_.ToolTips());
+    sliders_.Name(toolbar_.ToolTips());
 }
 
 void MainWindow::ApplyDpi() {
     const int dpi = Dpi();
     fonts_.Clear();
-    const auto font = reinterpret_cast<WPARAM>(fonts_.MessageFont(dpi));
-    for (const HWND control :
-         {txtPassword_.Handle(), txtText_.Handle(), lblHoverDelay_, lblTransparency_, statusBar_, toolbar_.Handle()}) {
-        ::SendMessageW(control, WM_SETFONT, font, TRUE);
+    const HFONT messageFont = fonts_.MessageFont(dpi);
+    for (const HWND control : {txtPassword_.Handle(), txtText_.Handle(), toolbar_.Handle()}) {
+        ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(messageFont), TRUE);
     }
+    statusBar_.SetFont(messageFont, dpi);
     // The keys need the room into which the sliders' labels would have to grow with the user's text.
-    if (const int highest = ::MulDiv(usualFontHeight96, dpi, USER_DEFAULT_SCREEN_DPI);
-        CharacterHeightOf(fonts_.MessageFont(dpi)) > highest) {
-        const auto labelFont = reinterpret_cast<WPARAM>(fonts_.Sized(dpi, highest));
-        ::SendMessageW(lblHoverDelay_, WM_SETFONT, labelFont, TRUE);
-        ::SendMessageW(lblTransparency_, WM_SETFONT, labelFont, TRUE);
-    }
+    const int highest = ::MulDiv(usualFontHeight96, dpi, USER_DEFAULT_SCREEN_DPI);
+    sliders_.SetLabelFont(CharacterHeightOf(messageFont) > highest ? fonts_.Sized(dpi, highest) : messageFont);
     for (KeyButton& key : keys_) {
         key.SetDpi(dpi);
     }
     toolbar_.SetDpi(dpi);
-    statusBarHeightPx_ = StatusBarHeightFor(fonts_.MessageFont(dpi), dpi);
     passwordFontPx_ = 0;
     arrangedWidthPx_ = -1;
     const int offScreenPx = PixelsFromTwips(offScreenTwips, dpi);
@@ -86,17 +85,22 @@ void MainWindow::ApplyDpi() {
 void MainWindow::OnUnload() noexcept {
     GuardEvent(Handle(), L"Form_Unload", [&] {
         ::KillTimer(Handle(), tmrCheckActiveWindow);
-        MoveHook::RemoveHook(Handle());
+        moveHook_.Remove();
         // Undoes what a hidden pointer may have left.
         ::ShowCursor(TRUE);
-        controller_->FormUnloading();
+        events_->FormUnloading();
     });
-    // Destroying the window destroys the menu with it.
-    static_cast<void>(menuBar_.Release());
+    menu_.ReleaseToWindow();
 }
 
 PasswordBox& MainWindow::VisibleBox() noexcept {
-    return txtPassword_.IsShown() ? txtPassword_ : txtText_;
+    return shownView_ == PasswordBoxView::Masked ? txtPassword_ : txtText_;
+}
+
+void MainWindow::ShowBox(PasswordBoxView view) noexcept {
+    shownView_ = view;
+    txtText_.Show(view == PasswordBoxView::Plain);
+    txtPassword_.Show(view == PasswordBoxView::Masked);
 }
 
 HWND MainWindow::ActiveControl() const noexcept {
@@ -121,7 +125,7 @@ int MainWindow::ToolbarHeightPx() noexcept {
     return toolbarHeightPx_;
 }
 
-WindowGeometryInput MainWindow::LayoutInput() {
+WindowGeometryInput MainWindow::GeometryInput() {
     RECT client{};
     RECT outer{};
     ::GetClientRect(Handle(), &client);
@@ -133,7 +137,7 @@ WindowGeometryInput MainWindow::LayoutInput() {
             .dpi = dpi,
             .toolbarHeightPx = ToolbarHeightPx(),
             .statusBarHeightPx = StatusBarHeightPx(),
-            .hoverLabelShown = (::GetWindowLongPtrW(lblHoverDelay_, GWL_STYLE) & WS_VISIBLE) != 0};
+            .hoverLabelShown = sliders_.IsHoverLabelShown()};
 }
 
 void MainWindow::FitPasswordFont() {
@@ -149,10 +153,10 @@ void MainWindow::FitPasswordFont() {
     }
 }
 
-void MainWindow::LayOut() {
+void MainWindow::Arrange() {
     KeepKeysClickable();
-    const WindowGeometryInput input = LayoutInput();
-    layout_ = GeometryOfWindow(input);
+    const WindowGeometryInput input = GeometryInput();
+    geometry_ = GeometryOfWindow(input);
     RECT client{};
     ::GetClientRect(Handle(), &client);
 
@@ -163,26 +167,26 @@ void MainWindow::LayOut() {
         positions = ::DeferWindowPos(positions, window, nullptr, to.left, to.top, to.Width(), to.Height(), flags);
     };
     place(toolbar_.Handle(), {0, 0, client.right, input.toolbarHeightPx});
-    place(txtPassword_.Handle(), layout_.passwordBox);
-    place(txtText_.Handle(), layout_.passwordBox);
-    place(lblHoverDelay_, layout_.hoverDelayLabel);
-    place(sldHoverDelay_, layout_.hoverDelaySlider);
-    place(lblTransparency_, layout_.transparencyLabel);
-    place(sldTransparency_, layout_.transparencySlider);
+    place(txtPassword_.Handle(), geometry_.passwordBox);
+    place(txtText_.Handle(), geometry_.passwordBox);
+    place(sliders_.HoverLabel(), geometry_.hoverDelayLabel);
+    place(sliders_.HoverSlider(), geometry_.hoverDelaySlider);
+    place(sliders_.TransparencyLabel(), geometry_.transparencyLabel);
+    place(sliders_.TransparencySlider(), geometry_.transparencySlider);
     for (int number = 1; number <= keyButtonCount; ++number) {
-        place(Key(number).Handle(), layout_.keys.at(static_cast<std::size_t>(number)));
+        place(Key(number).Handle(), geometry_.keys.at(static_cast<std::size_t>(number)));
     }
-    place(statusBar_, {0, client.bottom - input.statusBarHeightPx, client.right, client.bottom});
+    place(statusBar_.Handle(), {0, client.bottom - input.statusBarHeightPx, client.right, client.bottom});
     if (positions != nullptr) {
         ::EndDeferWindowPos(positions);
     }
     FitPasswordFont();
-    ShowStatus();
+    statusBar_.Show();
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 RECT MainWindow::KeyAreaOnScreen() const noexcept {
-    const Rect& area = layout_.keyArea;
+    const Rect& area = geometry_.keyArea;
     RECT onScreen{area.left, area.top, area.right, area.bottom};
     ::MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&onScreen), 2);
     return onScreen;
@@ -199,59 +203,19 @@ void MainWindow::ShowToolbarControl(bool show) {
     ::SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left,
                    outer.bottom - outer.top + ToolbarHeightPx() - heightBefore,
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    LayOut();
+    Arrange();
 }
 
 void MainWindow::ShowHoverDelayLabel(bool show) {
-    ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
-    LayOut();
-}
-
-void MainWindow::SetHoverSlider(int positionMs) noexcept {
-    ::SendMessageW(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs);
-}
-
-void MainWindow::SetTransparencySlider(int percent) noexcept {
-    ::SendMessageW(sldTransparency_, TBM_SETPOS, TRUE, percent);
+    sliders_.ShowHoverLabel(show);
+    Arrange();
 }
 
 void MainWindow::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
     // A click changes a button by itself, whatever comes of it.
     toolbar_.Refresh(snapshot);
-    if (snapshot != shownState_) {
-        shownState_ = snapshot;
-        RefreshMenuBar(snapshot);
-    }
-    if (status != status_) {
-        status_ = std::move(status);
-        ShowStatus();
-    }
-}
-
-void MainWindow::RefreshMenuBar(const CommandSnapshot& snapshot) noexcept {
-    for (const Menu& menu : MenuBar()) {
-        for (const MenuItem& item : menu.items) {
-            const CommandState state = StateOfCommand(item.id, snapshot);
-            const auto id = static_cast<UINT>(item.id);
-            ::CheckMenuItem(menuBar_.Get(), id,
-                            static_cast<UINT>(MF_BYCOMMAND) | (state.checked ? MF_CHECKED : MF_UNCHECKED));
-            ::EnableMenuItem(menuBar_.Get(), id,
-                             static_cast<UINT>(MF_BYCOMMAND) | (state.enabled ? MF_ENABLED : MF_GRAYED));
-        }
-    }
-}
-
-void MainWindow::ShowNotice(std::wstring text) {
-    if (text != notice_) {
-        notice_ = std::move(text);
-        ShowStatus();
-    }
-}
-
-void MainWindow::ShowStatus() {
-    const int dpi = Dpi();
-    ShowStatusTexts(statusBar_, fonts_.MessageFont(dpi), dpi,
-                    {notice_.empty() ? status_.inputMode : notice_, status_.transferMode, status_.layout});
+    menu_.Refresh(snapshot);
+    statusBar_.SetTexts(std::move(status));
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -261,7 +225,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_ACTIVATE:
         if (LOWORD(wParam) != WA_INACTIVE && HIWORD(wParam) == 0) {
-            GuardEvent(Handle(), L"Form_Activate", [&] { controller_->FormActivated(); });
+            GuardEvent(Handle(), L"Form_Activate", [&] { events_->FormActivated(); });
             return 0;
         }
         break;
@@ -272,46 +236,40 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         }
         break;
-    case WM_NOTIFY: return OnNotify(*reinterpret_cast<const NMHDR*>(lParam));
-    case WM_HSCROLL: OnSliderMoved(reinterpret_cast<HWND>(lParam)); return 0;
-    case WM_MOUSEMOVE: GuardEvent(Handle(), L"Form_MouseMove", [&] { controller_->MouseMoveInForm(); }); break;
+    case WM_NOTIFY:
+        if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+            header.hwndFrom == toolbar_.Handle() && header.code == static_cast<UINT>(TBN_DROPDOWN)) {
+            HoverMenuAsked();
+            return TBDDRET_DEFAULT;
+        }
+        return 0;
+    case WM_HSCROLL: sliders_.OnMoved(reinterpret_cast<HWND>(lParam), *events_); return 0;
+    case WM_MOUSEMOVE: GuardEvent(Handle(), L"Form_MouseMove", [&] { events_->MouseMoveInForm(); }); break;
     case WM_SETCURSOR:
-        if (LOWORD(lParam) == HTCLIENT && controller_->ShowsDotPointer()) {
+        if (LOWORD(lParam) == HTCLIENT && events_->ShowsDotPointer()) {
             ::SetCursor(DotPointerForDpi(Dpi()));
             return TRUE;
         }
         break;
     case WM_TIMER:
         if (wParam == tmrCheckActiveWindow) {
-            GuardEvent(Handle(), L"tmrCheckActiveWindow_Timer", [&] { controller_->CheckActiveWindow(); });
+            GuardEvent(Handle(), L"tmrCheckActiveWindow_Timer", [&] { events_->CheckActiveWindow(); });
         }
         return 0;
     case WM_ENTERMENULOOP:
-        openMenus_.emplace();
-        controller_->MenuLoop(true);
-        return 0;
-    case WM_EXITMENULOOP:
-        controller_->MenuLoop(false);
-        openMenus_.reset();
-        return 0;
+    case WM_EXITMENULOOP: OnMenuLoop(message == WM_ENTERMENULOOP); return 0;
     case WM_GETMINMAXINFO: OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
     case WM_DPICHANGED:
         GuardEvent(Handle(), L"DpiChanged", [&] { OnDpiChanged(*reinterpret_cast<const RECT*>(lParam)); });
         return 0;
-    case WM_DISPLAYCHANGE: GuardEvent(Handle(), L"DisplayChange", [&] { controller_->DisplayChanged(); }); break;
+    case WM_DISPLAYCHANGE: GuardEvent(Handle(), L"DisplayChange", [&] { events_->DisplayChanged(); }); break;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE: OnSystemLookChanged(message, wParam, lParam); break;
     case WM_CLOSE: GuardEvent(Handle(), L"Form_QueryUnload", [&] { OnClose(); }); return 0;
-    case WM_DESTROY:
-        // A window that goes because the start has failed leaves the loop to the dialog that says so.
-        if (controller_ != &NoEvents::Instance()) {
-            ::PostQuitMessage(0);
-        }
-        return 0;
     case WM_ENDSESSION:
         if (wParam != FALSE) {
-            controller_->SessionEnding();
+            events_->SessionEnding();
         }
         return 0;
     default: break;
@@ -320,7 +278,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::OnClose() {
-    if (controller_->MayUnload()) {
+    if (events_->MayUnload()) {
         Unload();
     }
 }
@@ -330,37 +288,29 @@ bool MainWindow::OnCommand(int id, int notification) {
         activeControl_ = ::GetDlgItem(Handle(), id);
         return true;
     }
-    if (id >= ids::firstKey && id <= ids::lastKey && notification == BN_CLICKED) {
-        controller_->ButtonClick(id - ids::firstKey + 1);
-        return true;
-    }
     if (id < ids::mnuFileKeepOnTop || id > ids::hoverDelayTwoSeconds) {
         return false;
     }
-    controller_->Command(id);
+    events_->Command(id);
     return true;
 }
 
-void MainWindow::OnSliderMoved(HWND slider) {
-    const auto position = static_cast<int>(::SendMessageW(slider, TBM_GETPOS, 0, 0));
-    if (slider == sldHoverDelay_) {
-        GuardEvent(Handle(), L"Hover Delay Slider Change Error", [&] { controller_->HoverSliderMoved(position); });
-    } else if (slider == sldTransparency_) {
-        GuardEvent(Handle(), L"Transparency Slider Change Error",
-                   [&] { controller_->TransparencySliderMoved(position); });
+void MainWindow::OnMenuLoop(bool entered) {
+    if (entered) {
+        openMenus_.emplace();
+    }
+    events_->MenuLoop(entered);
+    if (!entered) {
+        openMenus_.reset();
     }
 }
 
-LRESULT MainWindow::OnNotify(const NMHDR& header) {
-    if (header.idFrom == ids::tbToolbar && header.code == static_cast<UINT>(TBN_DROPDOWN)) {
-        GuardEvent(Handle(), L"tbToolbar_ButtonMenuClick", [&] {
-            if (const int chosen = toolbar_.TrackHoverMenu(); chosen != 0) {
-                controller_->Command(chosen);
-            }
-        });
-        return TBDDRET_DEFAULT;
-    }
-    return 0;
+void MainWindow::HoverMenuAsked() {
+    GuardEvent(Handle(), L"tbToolbar_ButtonMenuClick", [&] {
+        if (const int chosen = toolbar_.TrackHoverMenu(); chosen != 0) {
+            events_->Command(chosen);
+        }
+    });
 }
 
 Size MainWindow::MinimumSize() {
@@ -368,10 +318,10 @@ Size MainWindow::MinimumSize() {
     RECT inner{};
     ::GetWindowRect(Handle(), &outer);
     ::GetClientRect(Handle(), &inner);
-    if (statusBar_ == nullptr || inner.bottom <= 0) {
+    if (statusBar_.Handle() == nullptr || inner.bottom <= 0) {
         return {};
     }
-    const WindowGeometryInput input = LayoutInput();
+    const WindowGeometryInput input = GeometryInput();
     const Size client =
         MinimumClientSizePx(input.frameWidthTwips, input.dpi, input.toolbarHeightPx, input.statusBarHeightPx);
     return {client.width + static_cast<int>(outer.right - outer.left - inner.right),
@@ -399,14 +349,15 @@ void MainWindow::OnDpiChanged(const RECT& suggested) {
     ApplyDpi();
     ::SetWindowPos(Handle(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
                    suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
-    controller_->FormResized();
+    events_->FormResized();
 }
 
 void MainWindow::OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
     ApplyDpi();
     // Another font changes the rows' heights and so the keys' places.
-    GuardEvent(Handle(), L"Resize", [&] { controller_->FormResized(); });
-    for (const HWND control : {toolbar_.Handle(), sldHoverDelay_, sldTransparency_, statusBar_}) {
+    GuardEvent(Handle(), L"Resize", [&] { events_->FormResized(); });
+    for (const HWND control :
+         {toolbar_.Handle(), sliders_.HoverSlider(), sliders_.TransparencySlider(), statusBar_.Handle()}) {
         ::SendMessageW(control, message, wParam, lParam);
     }
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);

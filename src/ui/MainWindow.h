@@ -3,13 +3,15 @@
 #include "core/Commands.h"
 #include "core/WindowGeometry.h"
 #include "ui/KeyButton.h"
-#include "ui/KeyboardEvents.h"
+#include "ui/MainMenu.h"
 #include "ui/PasswordBox.h"
+#include "ui/SliderRow.h"
+#include "ui/StatusBar.h"
 #include "ui/ToolbarControl.h"
+#include "ui/WindowEvents.h"
 #include "win32/FontCache.h"
 #include "win32/Form.h"
 #include "win32/ScreenCapture.h"
-#include "win32/handles.h"
 
 #include <array>
 #include <optional>
@@ -17,47 +19,48 @@
 
 namespace vextrel {
 
-/// The main window: keys, password boxes, toolbar, sliders, status bar, menu bar. It holds no logic: every event goes
-/// to the controller.
-class MainWindow final : public Form {
+/// The main window: keys, password boxes, toolbar, sliders, status bar, menu bar. It decides nothing: every event is
+/// reported.
+class MainWindow final : public Form, private ToolbarEvents {
   public:
-    MainWindow();
-    ~MainWindow() override;
+    MainWindow() = default;
+    ~MainWindow() override { Unload(); }
 
-    /// Creates the window and its controls, hidden. @throws Error with the system's code.
-    void Load();
-    /// The controller that events go to; until it is set, and after it was taken back (null), they go nowhere.
-    void SetController(KeyboardEvents* controller) noexcept;
+    /// Creates the window and its controls, hidden. Whom they report to outlives the window.
+    /// @throws Error with the system's code.
+    void Load(KeyEvents& keys, BoxEvents& boxes, WindowEvents& events);
 
-    [[nodiscard]] KeyboardEvents& Controller() noexcept { return *controller_; }
+    /// Watches the window's moves and sizes. @throws Error with the system's code.
+    void InstallMoveHook() { moveHook_.Install(Handle(), *events_); }
+    /// From now on they are reported, or no longer.
+    void ReportMoves(bool report) noexcept { moveHook_.SetActing(report); }
 
     /// @param number 1 to 65.
     [[nodiscard]] KeyButton& Key(int number) { return keys_.at(static_cast<std::size_t>(number - 1)); }
     [[nodiscard]] PasswordBox& txtPassword() noexcept { return txtPassword_; }
     [[nodiscard]] PasswordBox& txtText() noexcept { return txtText_; }
-    /// The box that is shown, decided by txtPassword.
+    /// Which of the two is shown.
+    [[nodiscard]] PasswordBoxView ShownView() const noexcept { return shownView_; }
     [[nodiscard]] PasswordBox& VisibleBox() noexcept;
+    void ShowBox(PasswordBoxView view) noexcept;
     void FocusVisibleBox() noexcept;
 
-    /// Lays out everything for the window's present size.
-    void LayOut();
+    /// Puts everything where it belongs at the window's present size.
+    void Arrange();
     /// Heights that the window's own height counts with, in pixels; the toolbar's is 0 when hidden.
     [[nodiscard]] int ToolbarHeightPx() noexcept;
-    [[nodiscard]] int StatusBarHeightPx() const noexcept { return statusBarHeightPx_; }
+    [[nodiscard]] int StatusBarHeightPx() const noexcept { return statusBar_.HeightPx(); }
     /// What the protective layer covers, in pixels of the screen.
     [[nodiscard]] RECT KeyAreaOnScreen() const noexcept;
-    [[nodiscard]] double TwipsPerPixelNow() const noexcept { return TwipsPerPixel(Dpi()); }
 
     /// Shows or hides the toolbar. The window grows or shrinks by the toolbar's height; the keys keep their size.
     void ShowToolbarControl(bool show);
     void ShowHoverDelayLabel(bool show);
-    /// Brings the sliders into line; the move does not come back as the user's.
-    void SetHoverSlider(int positionMs) noexcept;
-    void SetTransparencySlider(int percent) noexcept;
+    [[nodiscard]] SliderRow& Sliders() noexcept { return sliders_; }
     /// Check marks, enabled states, toolbar buttons and status bar.
     void Refresh(const CommandSnapshot& snapshot, StatusTexts status);
     /// What the status bar's first pane says in place of the input mode; empty takes it back.
-    void ShowNotice(std::wstring text);
+    void ShowNotice(std::wstring text) { statusBar_.SetNotice(std::move(text)); }
     /// The control that has the keyboard focus, else the box that had it last.
     [[nodiscard]] HWND ActiveControl() const noexcept;
 
@@ -65,51 +68,44 @@ class MainWindow final : public Form {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnUnload() noexcept override;
 
-    void CreateMenuBar();
-    void CreateControls();
-    HWND AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, int id);
-    void ApplyDpi();
-    void NameControls() noexcept;
-    void AddToolTips();
-    void RefreshMenuBar(const CommandSnapshot& snapshot) noexcept;
-    void FitPasswordFont();
+    // ToolbarEvents
+    void MouseMoveOverToolbar() override { events_->MouseMoveInForm(); }
+    void ToolPressed(int id) override { events_->Command(id); }
+    void HoverMenuAsked() override;
 
-    bool OnCommand(int id, int notification);
-    void OnSliderMoved(HWND slider);
-    LRESULT OnNotify(const NMHDR& header);
-    void OnGetMinMaxInfo(MINMAXINFO& info);
+    void CreateControls(KeyEvents& keys, BoxEvents& boxes);
+    void ApplyDpi();
+    void FitPasswordFont();
+    [[nodiscard]] WindowGeometryInput GeometryInput();
     /// At the present width, in pixels with the frame; empty while the window is being created.
     [[nodiscard]] Size MinimumSize();
     void KeepKeysClickable();
+
+    bool OnCommand(int id, int notification);
+    void OnMenuLoop(bool entered);
+    void OnGetMinMaxInfo(MINMAXINFO& info);
     void OnDpiChanged(const RECT& suggested);
     void OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
     void OnClose();
-    void ShowStatus();
-    [[nodiscard]] WindowGeometryInput LayoutInput();
 
-    KeyboardEvents* controller_;
+    WindowEvents* events_ = nullptr;
     FontCache fonts_;
-    UniqueMenu menuBar_;
+    MainMenu menu_;
     std::optional<SystemWindowsScope> openMenus_; ///< while a menu is open
     ToolbarControl toolbar_;
     PasswordBox txtPassword_;
     PasswordBox txtText_;
-    HWND txtSetup_ = nullptr;
-    HWND lblHoverDelay_ = nullptr;
-    HWND sldHoverDelay_ = nullptr;
-    HWND lblTransparency_ = nullptr;
-    HWND sldTransparency_ = nullptr;
-    HWND statusBar_ = nullptr;
-    HWND activeControl_ = nullptr; ///< the box that had the focus last
+    PasswordBoxView shownView_ = PasswordBoxView::Masked;
+    SliderRow sliders_;
+    StatusBar statusBar_;
     KeyCapture keyCapture_;
     std::array<KeyButton, keyButtonCount> keys_;
-    WindowGeometry layout_;
-    std::optional<CommandSnapshot> shownState_; ///< what the menu bar says; nothing at first
-    StatusTexts status_;
-    std::wstring notice_;
+    MoveHook moveHook_;
+    HWND txtSetup_ = nullptr;
+    HWND activeControl_ = nullptr; ///< the box that had the focus last
+    WindowGeometry geometry_;
     int arrangedWidthPx_ = -1; ///< the width that the toolbar is arranged for
     int toolbarHeightPx_ = 0;
-    int statusBarHeightPx_ = 0;
     int passwordFontPx_ = 0; ///< 0: not fitted to the box yet
 };
 

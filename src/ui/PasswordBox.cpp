@@ -3,19 +3,19 @@
 #include "core/Numbers.h"
 #include "core/PhysicalInput.h"
 #include "ui/BoxMenu.h"
+#include "win32/Control.h"
 #include "win32/EventGuard.h"
-#include "win32/Text.h"
+#include "win32/InputState.h"
 #include "win32/handles.h"
 
 #include <imm.h>
 
 #include <algorithm>
+#include <array>
 
 namespace vextrel {
 
 namespace {
-
-constexpr wchar_t maskCharacter = L'*';
 
 /// What an edit control makes of the control characters that Ctrl+letter types.
 enum ControlCharacter : wchar_t {
@@ -26,91 +26,97 @@ enum ControlCharacter : wchar_t {
     ctrlZ = 26,
 };
 
-bool IsDown(int virtualKey) noexcept {
-    return ::GetKeyState(virtualKey) < 0;
-}
+/// A piece of masked text. Longer ones are put together from it: where a secret is overwritten, no memory may be asked
+/// for.
+constexpr auto maskPiece = [] {
+    std::array<wchar_t, 1025> piece{};
+    std::fill_n(piece.begin(), piece.size() - 1, maskCharacter);
+    return piece;
+}();
 
 } // namespace
 
-void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, KeyboardEvents* const& events) {
+void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, BoxEvents& events) {
     view_ = view;
     events_ = &events;
     const bool plain = view == PasswordBoxView::Plain;
-    const DWORD style =
-        WS_CHILD | WS_TABSTOP | WS_CLIPSIBLINGS | ES_AUTOHSCROLL | (plain ? ES_MULTILINE | ES_AUTOVSCROLL : WS_VISIBLE);
-    Attach(::CreateWindowExW(WS_EX_CLIENTEDGE | WS_EX_NOPARENTNOTIFY, WC_EDITW, L"", style, 0, 0, 0, 0, parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ::GetModuleHandleW(nullptr), nullptr));
-    ::SendMessageW(Handle(), EM_SETLIMITTEXT, SecretText::capacity, 0);
+    Attach(CreateControl(parent, {.windowClass = WC_EDITW,
+                                  .style = WS_TABSTOP | WS_CLIPSIBLINGS | ES_AUTOHSCROLL |
+                                           (plain ? ES_MULTILINE | DWORD{ES_AUTOVSCROLL} : WS_VISIBLE),
+                                  .exStyle = WS_EX_CLIENTEDGE,
+                                  .id = id}));
+    ToWindow(EM_SETLIMITTEXT, SecretText::capacity, 0);
     // An input method would keep and show what is composed, and put it into the box by ways of its own.
     ::ImmAssociateContextEx(Handle(), nullptr, 0);
     if (!plain) {
-        ::SendMessageW(Handle(), EM_SETPASSWORDCHAR, maskCharacter, 0);
+        ToWindow(EM_SETPASSWORDCHAR, maskCharacter, 0);
     }
-}
-
-bool PasswordBox::IsShown() const noexcept {
-    return (::GetWindowLongPtrW(Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
-}
-
-void PasswordBox::Show(bool show) noexcept {
-    ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
 }
 
 BoxSelection PasswordBox::Selection() const {
     DWORD start = 0;
     DWORD end = 0;
-    ::SendMessageW(Handle(), EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+    ToWindow(EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     return {ToInt16(start), ToInt16(static_cast<std::int64_t>(end) - start)};
 }
 
 void PasswordBox::Select(BoxSelection selection) noexcept {
-    ::SendMessageW(Handle(), EM_SETSEL, static_cast<WPARAM>(selection.start),
-                   static_cast<LPARAM>(selection.start) + selection.length);
-    ::SendMessageW(Handle(), EM_SCROLLCARET, 0, 0);
+    ToWindow(EM_SETSEL, static_cast<WPARAM>(selection.start), static_cast<LPARAM>(selection.start) + selection.length);
+    ToWindow(EM_SCROLLCARET, 0, 0);
 }
 
 std::size_t PasswordBox::Length() const noexcept {
-    return static_cast<std::size_t>(::SendMessageW(Handle(), WM_GETTEXTLENGTH, 0, 0));
+    return static_cast<std::size_t>(ToWindow(WM_GETTEXTLENGTH, 0, 0));
 }
 
 void PasswordBox::ReadText(SecretText& text) const {
-    const LRESULT length =
-        ::SendMessageW(Handle(), WM_GETTEXT, SecretText::capacity + 1, reinterpret_cast<LPARAM>(text.Buffer()));
+    const LRESULT length = ToWindow(WM_GETTEXT, SecretText::capacity + 1, reinterpret_cast<LPARAM>(text.Buffer()));
     text.SetSize(static_cast<std::size_t>(length));
 }
 
-void PasswordBox::Send(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    const FlagScope sending(sending_);
-    ::SendMessageW(Handle(), message, wParam, lParam);
+void PasswordBox::Changed() noexcept {
+    // The undo would keep what was there before.
+    ToWindow(EM_EMPTYUNDOBUFFER, 0, 0);
     longest_ = std::max(longest_, Length());
 }
 
 void PasswordBox::SetText(const wchar_t* text) noexcept {
-    Send(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
-    ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
+    ToWindow(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    Changed();
+}
+
+void PasswordBox::SetMask(std::size_t count) noexcept {
+    constexpr std::size_t longestPiece = maskPiece.size() - 1;
+    const auto piece = [](std::size_t length) { return maskPiece.data() + longestPiece - length; };
+    const std::size_t first = std::min(count, longestPiece);
+    ToWindow(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(piece(first)));
+    for (std::size_t shown = first; shown < count; shown += longestPiece) {
+        ToWindow(EM_SETSEL, shown, static_cast<LPARAM>(shown));
+        ToWindow(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(piece(std::min(count - shown, longestPiece))));
+    }
+    Changed();
 }
 
 void PasswordBox::Apply(const TextEdit& edit) noexcept {
     if (edit.box) {
-        ::SendMessageW(Handle(), EM_SETSEL, edit.box->range.start, static_cast<LPARAM>(edit.box->range.End()));
-        // Without undo: its buffer would keep what was removed.
-        Send(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(edit.box->text.c_str()));
-        ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
+        ToWindow(EM_SETSEL, edit.box->range.start, static_cast<LPARAM>(edit.box->range.End()));
+        ToWindow(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(edit.box->text.c_str()));
+        Changed();
     }
     Select({edit.caret, 0});
 }
 
 void PasswordBox::OverwriteAndEmpty() noexcept {
     // Behind a text that has become shorter, the control keeps what was there.
-    SetText(std::wstring(std::max(longest_, Length()), maskCharacter).c_str());
+    SetMask(std::max(longest_, Length()));
     // Deleted so that it can be undone: what was to be undone before is overwritten with it.
-    ::SendMessageW(Handle(), EM_SETSEL, 0, -1);
-    Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
-    ::SendMessageW(Handle(), EM_EMPTYUNDOBUFFER, 0, 0);
+    ToWindow(EM_SETSEL, 0, -1);
+    ToWindow(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
+    ToWindow(EM_EMPTYUNDOBUFFER, 0, 0);
     longest_ = 0;
 }
 
-LRESULT PasswordBox::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT PasswordBox::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     LRESULT result = 0;
     GuardEvent(::GetParent(Handle()), view_ == PasswordBoxView::Masked ? L"txtPassword" : L"txtText",
                [&] { result = OnMessage(message, wParam, lParam); });
@@ -120,39 +126,31 @@ LRESULT PasswordBox::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam
 LRESULT PasswordBox::ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam) {
     // A key may make the control send itself a message that stands for it: the outer of the two is followed.
     if (view_ == PasswordBoxView::Masked || following_) {
-        return ToControl(message, wParam, lParam);
+        return ToWindow(message, wParam, lParam);
     }
-    if (!(*events_)->PlainBoxWillChange()) {
+    if (!events_->PlainBoxWillChange()) {
         return 0;
     }
     longest_ = std::max(longest_, Length());
     const LRESULT result = [&] {
         const FlagScope following(following_);
-        return ToControl(message, wParam, lParam);
+        return ToWindow(message, wParam, lParam);
     }();
     longest_ = std::max(longest_, Length());
-    (*events_)->PlainBoxHasChanged();
+    events_->PlainBoxHasChanged();
     return result;
-}
-
-LRESULT PasswordBox::OnTextSet(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (sending_) {
-        return ToControl(message, wParam, lParam);
-    }
-    // From outside, as assistive technology does. What the asterisks stand for nobody else can say.
-    return view_ == PasswordBoxView::Masked ? 0 : ToEditAndFollow(message, wParam, lParam);
 }
 
 LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_CHAR: return OnChar(wParam, lParam);
     case WM_KEYDOWN: return OnKeyDown(wParam, lParam);
-    case WM_KEYUP: (*events_)->KeyUp(static_cast<UINT>(wParam)); return ToControl(message, wParam, lParam);
+    case WM_KEYUP: events_->KeyUp(static_cast<UINT>(wParam)); return ToWindow(message, wParam, lParam);
     case WM_GETDLGCODE: return OnGetDialogCode(wParam, lParam);
     // Alt+Backspace undoes.
     case WM_SYSKEYDOWN:
     case WM_SYSCHAR:
-        return wParam == VK_BACK ? ToEditAndFollow(message, wParam, lParam) : ToControl(message, wParam, lParam);
+        return wParam == VK_BACK ? ToEditAndFollow(message, wParam, lParam) : ToWindow(message, wParam, lParam);
     case WM_CONTEXTMENU: OnContextMenu({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); return 0;
     case WM_PASTE:
     case WM_CUT:
@@ -160,8 +158,9 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CLEAR:
     case WM_UNDO:
     case EM_UNDO: return OnClipboard(message, wParam, lParam);
+    // From outside, as assistive technology does. What asterisks would stand for nobody else can say.
     case WM_SETTEXT:
-    case EM_REPLACESEL: return OnTextSet(message, wParam, lParam);
+    case EM_REPLACESEL: return view_ == PasswordBoxView::Masked ? 0 : ToEditAndFollow(message, wParam, lParam);
     // The balloon that warns of Caps Lock tells whoever watches that a password is being entered.
     case EM_SHOWBALLOONTIP: return TRUE;
     // The second press of two may begin a drag as well.
@@ -169,22 +168,22 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDBLCLK: return OnButtonDown(message, wParam, lParam);
     case WM_MOUSEMOVE: return OnMouseMove(wParam, lParam);
     case WM_LBUTTONUP: return OnButtonUp(wParam, lParam);
-    case WM_CAPTURECHANGED: gesture_.Cancel(); return ToControl(message, wParam, lParam);
-    default: return ToControl(message, wParam, lParam);
+    case WM_CAPTURECHANGED: gesture_.Cancel(); return ToWindow(message, wParam, lParam);
+    default: return ToWindow(message, wParam, lParam);
     }
 }
 
 LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
     const auto code = static_cast<wchar_t>(wParam);
     switch (code) {
-    case ctrlA: ToControl(EM_SETSEL, 0, -1); return 0;
+    case ctrlA: ToWindow(EM_SETSEL, 0, -1); return 0;
     case ctrlC: return OnClipboard(WM_COPY, 0, 0);
     case ctrlV: return OnClipboard(WM_PASTE, 0, 0);
     case ctrlX: return OnClipboard(WM_CUT, 0, 0);
     case ctrlZ: return OnClipboard(WM_UNDO, 0, 0);
     default: break;
     }
-    if (!(*events_)->KeyPress(code)) {
+    if (!events_->KeyPress(code)) {
         return 0;
     }
     // What is left to the plain box; of the control characters it has a use for tabs and line breaks only.
@@ -194,21 +193,21 @@ LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
 
 LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
     const auto key = static_cast<UINT>(wParam);
-    const bool mayAct = (*events_)->KeyDown(key);
+    const bool mayAct = events_->KeyDown(key);
     if (key == VK_ESCAPE || !mayAct) {
         return 0;
     }
     if (view_ == PasswordBoxView::Masked) {
-        if (key == VK_INSERT && IsDown(VK_SHIFT)) {
+        if (key == VK_INSERT && WasDown(VK_SHIFT)) {
             return OnClipboard(WM_PASTE, 0, 0);
         }
-        if (key == VK_DELETE || (key == VK_INSERT && IsDown(VK_CONTROL))) {
+        if (key == VK_DELETE || (key == VK_INSERT && WasDown(VK_CONTROL))) {
             return 0;
         }
-        return ToControl(WM_KEYDOWN, wParam, lParam);
+        return ToWindow(WM_KEYDOWN, wParam, lParam);
     }
     const bool changesText = key == VK_DELETE || key == VK_INSERT || key == VK_BACK || key == VK_RETURN;
-    return changesText ? ToEditAndFollow(WM_KEYDOWN, wParam, lParam) : ToControl(WM_KEYDOWN, wParam, lParam);
+    return changesText ? ToEditAndFollow(WM_KEYDOWN, wParam, lParam) : ToWindow(WM_KEYDOWN, wParam, lParam);
 }
 
 LRESULT PasswordBox::OnGetDialogCode(WPARAM, LPARAM lParam) noexcept {
@@ -226,12 +225,12 @@ LRESULT PasswordBox::OnGetDialogCode(WPARAM, LPARAM lParam) noexcept {
 
 LRESULT PasswordBox::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam) {
     if (view_ == PasswordBoxView::Plain) {
-        return message == WM_COPY ? ToControl(message, wParam, lParam) : ToEditAndFollow(message, wParam, lParam);
+        return message == WM_COPY ? ToWindow(message, wParam, lParam) : ToEditAndFollow(message, wParam, lParam);
     }
     if (message == WM_PASTE) {
-        (*events_)->PasteIntoMaskedBox();
+        events_->PasteIntoMaskedBox();
     } else if (message == WM_CLEAR && Selection().length > 0) {
-        (*events_)->KeyDown(VK_DELETE);
+        events_->KeyDown(VK_DELETE);
     }
     return 0;
 }
@@ -242,10 +241,9 @@ void PasswordBox::OnContextMenu(POINT screen) {
     const BoxMenuState state{.masked = view_ == PasswordBoxView::Masked,
                              .empty = Length() == 0,
                              .selected = Selection().length > 0,
-                             .undoable = ToControl(EM_CANUNDO, 0, 0) != 0};
+                             .undoable = ToWindow(EM_CANUNDO, 0, 0) != 0};
     if (const UINT chosen = TrackBoxMenu(Handle(), screen, state); chosen != 0) {
-        const bool selectsAll = chosen == EM_SETSEL;
-        ::SendMessageW(Handle(), chosen, 0, selectsAll ? -1 : 0);
+        OnMessage(chosen, 0, chosen == EM_SETSEL ? -1 : 0);
     }
 }
 
@@ -254,7 +252,7 @@ bool PasswordBox::IsOnSelection(LPARAM point) const {
     if (selection.length == 0) {
         return false;
     }
-    const LRESULT answer = ::SendMessageW(Handle(), EM_CHARFROMPOS, 0, point);
+    const LRESULT answer = ToWindow(EM_CHARFROMPOS, 0, point);
     const int character = LOWORD(answer);
     return character >= selection.start && character < selection.start + selection.length;
 }
@@ -273,14 +271,14 @@ LRESULT PasswordBox::OnButtonDown(UINT message, WPARAM wParam, LPARAM lParam) {
         ::SetCapture(Handle());
         return 0;
     }
-    return ToControl(message, wParam, lParam);
+    return ToWindow(message, wParam, lParam);
 }
 
 LRESULT PasswordBox::OnMouseMove(WPARAM wParam, LPARAM lParam) {
-    (*events_)->MouseMoveInTextBox();
+    events_->MouseMoveInTextBox();
     if ((wParam & MK_LBUTTON) == 0) {
         gesture_.Cancel();
-        return ToControl(WM_MOUSEMOVE, wParam, lParam);
+        return ToWindow(WM_MOUSEMOVE, wParam, lParam);
     }
     switch (gesture_.Move({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
     case DragGesture::Verdict::StartDrag:
@@ -292,16 +290,16 @@ LRESULT PasswordBox::OnMouseMove(WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case DragGesture::Verdict::Hold: return 0;
-    default: return ToControl(WM_MOUSEMOVE, wParam, lParam);
+    default: return ToWindow(WM_MOUSEMOVE, wParam, lParam);
     }
 }
 
 LRESULT PasswordBox::OnButtonUp(WPARAM wParam, LPARAM lParam) {
     if (gesture_.Release() == DragGesture::Verdict::Click) {
         ::ReleaseCapture();
-        ToControl(WM_LBUTTONDOWN, wParam | MK_LBUTTON, pressPoint_);
+        ToWindow(WM_LBUTTONDOWN, wParam | MK_LBUTTON, pressPoint_);
     }
-    return ToControl(WM_LBUTTONUP, wParam, lParam);
+    return ToWindow(WM_LBUTTONUP, wParam, lParam);
 }
 
 bool PasswordBox::IsReleaseWaiting() const noexcept {
@@ -311,12 +309,12 @@ bool PasswordBox::IsReleaseWaiting() const noexcept {
 
 void PasswordBox::StartDrag() {
     // The edit control tracks the mouse until its button goes up, and so does OLE: end the one before the other starts.
-    ToControl(WM_LBUTTONUP, 0, pressPoint_);
+    ToWindow(WM_LBUTTONUP, 0, pressPoint_);
     if (::GetCapture() == Handle()) {
         ::ReleaseCapture();
     }
     Select(selectionBeforePress_);
-    (*events_)->DragPassword();
+    events_->DragPassword();
 }
 
 } // namespace vextrel

@@ -3,22 +3,20 @@
 #include "core/DragGesture.h"
 #include "core/SecretText.h"
 #include "core/TextEdit.h"
-#include "ui/KeyboardEvents.h"
-#include "win32/SubclassedControl.h"
+#include "ui/BoxEvents.h"
+#include "win32/SubclassedWindow.h"
 
 namespace vextrel {
 
 /// One of the two text boxes that show the password: an edit control whose keyboard input goes through the controller
 /// and out of which the password can be dragged.
-class PasswordBox final : public SubclassedControl {
+class PasswordBox final : public SubclassedWindow {
   public:
     /// @throws Error with the system's code.
-    void Create(HWND parent, int id, PasswordBoxView view, KeyboardEvents* const& events);
+    void Create(HWND parent, int id, PasswordBoxView view, BoxEvents& events);
 
     [[nodiscard]] PasswordBoxView View() const noexcept { return view_; }
-    /// Whether the box itself is shown, whatever its window.
-    [[nodiscard]] bool IsShown() const noexcept;
-    void Show(bool show) noexcept;
+    void Show(bool show) noexcept { ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE); }
 
     /// @throws Error "Overflow" when a position does not fit 16 bits.
     [[nodiscard]] BoxSelection Selection() const;
@@ -27,19 +25,22 @@ class PasswordBox final : public SubclassedControl {
     [[nodiscard]] std::size_t Length() const noexcept;
     void ReadText(SecretText& text) const;
 
-    /// Our own changes; none of them comes back as an event.
+    // Our own changes; none of them comes back as an event.
+
     void SetText(const wchar_t* text) noexcept;
+    /// Shows that many characters, masked.
+    void SetMask(std::size_t count) noexcept;
     void Apply(const TextEdit& edit) noexcept;
     /// Overwrites what the control holds before it lets go of it.
     void OverwriteAndEmpty() noexcept;
 
   private:
-    LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
+    LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     /// The box acts by itself; in the plain view the password then follows.
     LRESULT ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT OnTextSet(UINT message, WPARAM wParam, LPARAM lParam);
-    void Send(UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    /// What a change of ours leaves: no undo of it, and a new length.
+    void Changed() noexcept;
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyDown(WPARAM wParam, LPARAM lParam);
     LRESULT OnGetDialogCode(WPARAM wParam, LPARAM lParam) noexcept;
@@ -53,12 +54,11 @@ class PasswordBox final : public SubclassedControl {
     void StartDrag();
 
     PasswordBoxView view_ = PasswordBoxView::Masked;
-    KeyboardEvents* const* events_ = nullptr;
+    BoxEvents* events_ = nullptr;
     DragGesture gesture_;
     BoxSelection selectionBeforePress_;
     LPARAM pressPoint_ = 0;
     std::size_t longest_ = 0; ///< how many characters the control's memory may hold
-    bool sending_ = false;    ///< the change under way is our own
     bool following_ = false;  ///< the box is acting by itself
 };
 

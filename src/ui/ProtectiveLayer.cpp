@@ -4,12 +4,10 @@
 #include "core/HitTest.h"
 #include "core/ids.h"
 #include "ui/DotPointer.h"
-#include "ui/NoEvents.h"
+#include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
-#include "win32/MoveHook.h"
-#include "win32/Text.h"
-#include "win32/WindowStyle.h"
+#include "win32/TopLevelWindow.h"
 
 #include <imm.h>
 
@@ -26,13 +24,11 @@ constexpr int offScreenTwips = -10000;
 
 } // namespace
 
-ProtectiveLayer::ProtectiveLayer()
-    : events_(&NoEvents::Instance()) {}
-
-void ProtectiveLayer::Load(HWND mainWindow) {
+void ProtectiveLayer::Load(HWND mainWindow, LayerEvents& events) {
+    events_ = &events;
     Form::Load({.title = L"",
                 .style = WS_POPUP,
-                // No tool bar entry, no place in Alt+Tab, and a click leaves the activation where it is.
+                // No entry in the taskbar, no place in Alt+Tab, and a click leaves the activation where it is.
                 .exStyle = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
                 .owner = mainWindow,
                 .leftPx = 0,
@@ -40,26 +36,17 @@ void ProtectiveLayer::Load(HWND mainWindow) {
                 .widthPx = 0,
                 .heightPx = 0});
     const int offScreenPx = PixelsFromTwips(offScreenTwips, Dpi());
-    txtSetup_ = ::CreateWindowExW(WS_EX_NOPARENTNOTIFY, WC_EDITW, L"", WS_CHILD | WS_VISIBLE, offScreenPx, offScreenPx,
-                                  60, 20, Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids::txtSetup)),
-                                  ::GetModuleHandleW(nullptr), nullptr);
-    if (txtSetup_ == nullptr) {
-        ThrowLastError();
-    }
+    txtSetup_ = CreateControl(Handle(), {.windowClass = WC_EDITW,
+                                         .style = WS_VISIBLE,
+                                         .placePx = {offScreenPx, offScreenPx, offScreenPx + 60, offScreenPx + 20},
+                                         .id = ids::txtSetup});
     ::ImmAssociateContextEx(txtSetup_, nullptr, 0);
-    MoveHook::InstallHook(Handle());
     ::SetTimer(Handle(), tmrForegroundCheck, foregroundCheckMs, nullptr);
 }
 
 void ProtectiveLayer::OnUnload() noexcept {
     StopHoverTimer();
     ::KillTimer(Handle(), tmrForegroundCheck);
-    MoveHook::RemoveHook(Handle());
-}
-
-void ProtectiveLayer::SetController(KeyboardEvents* events, LayerHost* host) noexcept {
-    events_ = events != nullptr ? events : &NoEvents::Instance();
-    host_ = host;
 }
 
 void ProtectiveLayer::Place(const RECT& area) noexcept {
@@ -104,9 +91,7 @@ void ProtectiveLayer::StopHoverTimer() noexcept {
 LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     const auto guarded = [this](const wchar_t* handler, auto&& body) {
-        if (host_ != nullptr) {
-            GuardEvent(Handle(), handler, body);
-        }
+        GuardEvent(Handle(), handler, body);
         return LRESULT{0};
     };
     switch (message) {
@@ -129,7 +114,7 @@ LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_ENABLE: OnEnabled(wParam != FALSE); return 0;
     case WM_CAPTURECHANGED: Push(std::nullopt); return 0;
-    case WM_MOUSEACTIVATE: guarded(L"Form_MouseActivate", [&] { host_->BringToFront(); }); return MA_NOACTIVATE;
+    case WM_MOUSEACTIVATE: guarded(L"Form_MouseActivate", [&] { events_->BringToFront(); }); return MA_NOACTIVATE;
     case WM_SETCURSOR:
         ::SetCursor(events_->ShowsDotPointer() ? DotPointerForDpi(Dpi()) : ::LoadCursorW(nullptr, IDC_ARROW));
         return TRUE;
@@ -137,7 +122,7 @@ LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         if (wParam == Timer1) {
             return guarded(L"Timer1_Timer", [&] { OnHoverTick(); });
         }
-        return guarded(L"tmrForegroundCheck_Timer", [&] { host_->CheckForeground(); });
+        return guarded(L"tmrForegroundCheck_Timer", [&] { events_->CheckForeground(); });
     // The main window places the layer, on another DPI as well, and ends it.
     case WM_DPICHANGED:
     case WM_CLOSE: return 0;
@@ -156,19 +141,13 @@ std::optional<int> ProtectiveLayer::KeyAt(POINT client) const noexcept {
     return KeyUnderPoint(client.x * twips, client.y * twips, area.right * twips, area.bottom * twips);
 }
 
-void ProtectiveLayer::SetKeyState(int key, bool pushed) const noexcept {
-    if (const HWND window = host_->KeyWindow(key); window != nullptr) {
-        ::SendMessageW(window, BM_SETSTATE, pushed ? TRUE : FALSE, 0);
-    }
-}
-
 void ProtectiveLayer::Push(std::optional<int> key) noexcept {
     const std::optional<int> before = std::exchange(pressedKey_, key);
-    if (before && before != key && host_ != nullptr) {
-        SetKeyState(*before, false);
+    if (before && before != key) {
+        events_->PushKey(*before, false);
     }
-    if (key && host_ != nullptr) {
-        SetKeyState(*key, true);
+    if (key) {
+        events_->PushKey(*key, true);
     }
 }
 
@@ -186,7 +165,7 @@ void ProtectiveLayer::OnMouseDown(POINT client) {
 
 void ProtectiveLayer::OnMouseMove(POINT client, bool buttonHeld) {
     pressedElsewhere_ = pressedElsewhere_ && buttonHeld;
-    if (host_->CurrentInputMode() == InputMode::Standard && !buttonHeld) {
+    if (events_->CurrentInputMode() == InputMode::Standard && !buttonHeld) {
         return;
     }
     const std::optional<int> key = KeyAt(client);
@@ -210,7 +189,7 @@ void ProtectiveLayer::OnMouseUp(POINT client) {
     Push(std::nullopt);
     if (key) {
         events_->ButtonClick(*key);
-        SetKeyState(*key, false);
+        events_->PushKey(*key, false);
     }
 }
 
@@ -224,7 +203,7 @@ void ProtectiveLayer::OnDoubleClick() {
     ::ScreenToClient(Handle(), &pointer);
     pressedKey_.reset();
     if (const std::optional<int> key = KeyAt(pointer)) {
-        host_->FlashKey(*key);
+        events_->FlashKey(*key);
     }
 }
 
@@ -239,7 +218,7 @@ bool ProtectiveLayer::IsUnderPointer(POINT pointer) const noexcept {
 }
 
 void ProtectiveLayer::OnHoverTick() {
-    if (!host_->IsHoverEntryEnabled()) {
+    if (!events_->IsHoverEntryEnabled()) {
         return;
     }
     POINT pointer{};
@@ -251,7 +230,7 @@ void ProtectiveLayer::OnHoverTick() {
         return;
     }
     StopHoverTimer();
-    host_->ClearCurrentButton();
+    events_->ClearCurrentButton();
 }
 
 } // namespace vextrel

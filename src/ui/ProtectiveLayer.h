@@ -1,7 +1,6 @@
 #pragma once
 
-#include "ui/KeyboardEvents.h"
-#include "ui/LayerHost.h"
+#include "ui/LayerEvents.h"
 #include "win32/Form.h"
 
 #include <cstdint>
@@ -13,13 +12,12 @@ namespace vextrel {
 /// pointer's position alone which key lies beneath, and drives that key itself.
 class ProtectiveLayer final : public Form {
   public:
-    ProtectiveLayer();
+    ProtectiveLayer() = default;
     ~ProtectiveLayer() override { Unload(); }
 
-    /// Creates the window, hidden, owned by the main window. @throws Error with the system's code.
-    void Load(HWND mainWindow);
-    /// Whom events go to; null when the controller goes.
-    void SetController(KeyboardEvents* events, LayerHost* host) noexcept;
+    /// Creates the window, hidden, owned by the main window. Whom it reports to outlives it.
+    /// @throws Error with the system's code.
+    void Load(HWND mainWindow, LayerEvents& events);
 
     /// The box that receives synthesised keys while a layout is captured; never seen.
     [[nodiscard]] HWND txtSetup() const noexcept { return txtSetup_; }
@@ -51,10 +49,8 @@ class ProtectiveLayer final : public Form {
     void ApplyClickThrough() noexcept;
     [[nodiscard]] bool IsUnderPointer(POINT pointer) const noexcept;
     void Push(std::optional<int> key) noexcept;
-    void SetKeyState(int key, bool pushed) const noexcept;
 
-    KeyboardEvents* events_;
-    LayerHost* host_ = nullptr;
+    LayerEvents* events_ = nullptr;
     HWND txtSetup_ = nullptr;
     std::optional<int> pressedKey_;
     bool invisible_ = false;

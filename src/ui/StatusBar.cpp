@@ -1,10 +1,13 @@
 #include "ui/StatusBar.h"
 
-#include "core/Commands.h"
-#include "core/WindowGeometry.h"
+#include "core/Geometry.h"
+#include "core/ids.h"
+#include "win32/Control.h"
 #include "win32/FontCache.h"
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 namespace vextrel {
 
@@ -12,21 +15,11 @@ namespace {
 
 constexpr int paddingTwips = 180;
 constexpr int gripTwips = 240;
-
-std::array<int, 3> WidthsOf(const std::array<std::wstring, 3>& texts, HFONT font) noexcept {
-    std::array<int, 3> widths{};
-    WithFont(font, [&](HDC screen) {
-        for (std::size_t pane = 0; pane < texts.size(); ++pane) {
-            SIZE size{};
-            ::GetTextExtentPoint32W(screen, texts[pane].c_str(), static_cast<int>(texts[pane].size()), &size);
-            widths[pane] = static_cast<int>(size.cx);
-        }
-    });
-    return widths;
-}
+constexpr int lowestTwips = 330;
+constexpr int bordersTwips = 90;
 
 int Sum(const std::array<int, 3>& widths) noexcept {
-    return widths[0] + widths[1] + widths[2];
+    return std::accumulate(widths.begin(), widths.end(), 0);
 }
 
 std::wstring EndedInDots(std::wstring text, HFONT font, int widthPx) {
@@ -42,36 +35,71 @@ std::wstring EndedInDots(std::wstring text, HFONT font, int widthPx) {
 
 } // namespace
 
-int StatusBarHeightFor(HFONT font, int dpi) noexcept {
-    constexpr int lowestTwips = 330;
-    constexpr int bordersTwips = 90;
-    TEXTMETRICW metrics{};
-    WithFont(font, [&](HDC screen) { ::GetTextMetricsW(screen, &metrics); });
-    return std::max(PixelsFromTwips(lowestTwips, dpi),
-                    static_cast<int>(metrics.tmHeight) + PixelsFromTwips(bordersTwips, dpi));
+void StatusBar::Create(HWND parent) {
+    handle_ = CreateControl(parent,
+                            {.windowClass = STATUSCLASSNAMEW,
+                             .style = WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP | CCS_NOPARENTALIGN | CCS_NORESIZE,
+                             .id = ids::StatusBar1});
 }
 
-void ShowStatusTexts(HWND statusBar, HFONT font, int dpi, std::array<std::wstring, 3> texts) {
+void StatusBar::SetFont(HFONT font, int dpi) noexcept {
+    font_ = font;
+    dpi_ = dpi;
+    ::SendMessageW(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    TEXTMETRICW metrics{};
+    WithFont(font, [&](HDC screen) { ::GetTextMetricsW(screen, &metrics); });
+    heightPx_ = std::max(PixelsFromTwips(lowestTwips, dpi),
+                         static_cast<int>(metrics.tmHeight) + PixelsFromTwips(bordersTwips, dpi));
+}
+
+void StatusBar::SetTexts(StatusTexts texts) {
+    if (texts != texts_) {
+        texts_ = std::move(texts);
+        Show();
+    }
+}
+
+void StatusBar::SetNotice(std::wstring notice) {
+    if (notice != notice_) {
+        notice_ = std::move(notice);
+        Show();
+    }
+}
+
+StatusBar::Widths StatusBar::WidthsOf(const Panes& texts) const noexcept {
+    Widths widths{};
+    WithFont(font_, [&](HDC screen) {
+        for (std::size_t pane = 0; pane < texts.size(); ++pane) {
+            SIZE size{};
+            ::GetTextExtentPoint32W(screen, texts[pane].c_str(), static_cast<int>(texts[pane].size()), &size);
+            widths[pane] = static_cast<int>(size.cx);
+        }
+    });
+    return widths;
+}
+
+void StatusBar::Show() {
+    Panes texts{notice_.empty() ? texts_.inputMode : notice_, texts_.transferMode, texts_.layout};
     RECT area{};
-    ::GetClientRect(statusBar, &area);
-    const int padding = PixelsFromTwips(paddingTwips, dpi);
-    const int roomPx = static_cast<int>(area.right) - 3 * padding - PixelsFromTwips(gripTwips, dpi);
-    std::array<int, 3> widths = WidthsOf(texts, font);
+    ::GetClientRect(handle_, &area);
+    const int padding = PixelsFromTwips(paddingTwips, dpi_);
+    const int roomPx = static_cast<int>(area.right) - 3 * padding - PixelsFromTwips(gripTwips, dpi_);
+    Widths widths = WidthsOf(texts);
     if (Sum(widths) > roomPx) {
         std::transform(texts.begin(), texts.end(), texts.begin(), BriefStatus);
-        widths = WidthsOf(texts, font);
+        widths = WidthsOf(texts);
     }
     if (const int missing = Sum(widths) - roomPx; missing > 0) {
         const auto longest = static_cast<std::size_t>(std::max_element(widths.begin(), widths.end()) - widths.begin());
         widths[longest] = std::max(0, widths[longest] - missing);
-        texts[longest] = EndedInDots(texts[longest], font, widths[longest]);
+        texts[longest] = EndedInDots(texts[longest], font_, widths[longest]);
     }
     const int spare = (roomPx - Sum(widths)) / 3;
     const int first = widths[0] + padding + spare;
     const std::array<int, 3> edges{first, first + widths[1] + padding + spare, -1};
-    ::SendMessageW(statusBar, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+    ::SendMessageW(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
     for (std::size_t pane = 0; pane < texts.size(); ++pane) {
-        ::SendMessageW(statusBar, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane].c_str()));
+        ::SendMessageW(handle_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane].c_str()));
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Commands.h"
 #include "win32/Windows.h"
 
 #include <array>
@@ -7,12 +8,36 @@
 
 namespace vextrel {
 
-/// The height in pixels that the status bar's font wants: the control would size itself only at the bottom of its
-/// parent.
-[[nodiscard]] int StatusBarHeightFor(HFONT font, int dpi) noexcept;
+/// The status bar `StatusBar1`: three panes, the first of which may give way to a notice.
+class StatusBar {
+  public:
+    /// @throws Error with the system's code.
+    void Create(HWND parent);
+    [[nodiscard]] HWND Handle() const noexcept { return handle_; }
 
-/// Shows three texts, each in a pane with room for it; what room is left the panes share. Where room is missing the
-/// texts become brief, and the longest ends in dots if that is not enough. @param font the status bar's.
-void ShowStatusTexts(HWND statusBar, HFONT font, int dpi, std::array<std::wstring, 3> texts);
+    /// Takes the font that its height and its panes follow from. @param font outlives the next call.
+    void SetFont(HFONT font, int dpi) noexcept;
+    /// The height in pixels that the font wants: the control would size itself only at the bottom of its parent.
+    [[nodiscard]] int HeightPx() const noexcept { return heightPx_; }
+
+    void SetTexts(StatusTexts texts);
+    /// What the first pane says in place of its text; empty takes it back.
+    void SetNotice(std::wstring notice);
+    /// Shows each text in a pane with room for it; what room is left the panes share. Where room is missing the texts
+    /// become brief, and the longest ends in dots if that is not enough.
+    void Show();
+
+  private:
+    using Panes = std::array<std::wstring, 3>;
+    using Widths = std::array<int, 3>;
+    [[nodiscard]] Widths WidthsOf(const Panes& texts) const noexcept;
+
+    HWND handle_ = nullptr;
+    HFONT font_ = nullptr;
+    int dpi_ = USER_DEFAULT_SCREEN_DPI;
+    int heightPx_ = 0;
+    StatusTexts texts_;
+    std::wstring notice_;
+};
 
 } // namespace vextrel

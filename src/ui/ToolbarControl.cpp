@@ -1,9 +1,9 @@
 #include "ui/ToolbarControl.h"
 
 #include "core/ids.h"
+#include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/SystemLook.h"
-#include "win32/Text.h"
 #include "win32/resources.h"
 
 #include <algorithm>
@@ -89,17 +89,16 @@ constexpr int firstGapId = 2190;
 
 } // namespace
 
-void ToolbarControl::Create(HWND parent, KeyboardEvents* const& events) {
+void ToolbarControl::Create(HWND parent, ToolbarEvents& events) {
     events_ = &events;
-    const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
-                        TBSTYLE_TOOLTIPS | CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN;
-    Attach(::CreateWindowExW(WS_EX_NOPARENTNOTIFY, TOOLBARCLASSNAMEW, L"", style, 0, 0, 0, 0, parent,
-                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(ids::tbToolbar)), ::GetModuleHandleW(nullptr),
-                             nullptr));
-    ::SendMessageW(Handle(), TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    Attach(CreateControl(parent, {.windowClass = TOOLBARCLASSNAMEW,
+                                  .style = WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
+                                           TBSTYLE_TOOLTIPS | CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN,
+                                  .id = ids::tbToolbar}));
+    ToWindow(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     // Mixed, which a list alone can be: a button's text is its tool tip and what assistive programs read, and is not
     // drawn.
-    ::SendMessageW(Handle(), TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
+    ToWindow(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DRAWDDARROWS | TBSTYLE_EX_MIXEDBUTTONS);
     AddButtons();
 }
 
@@ -111,7 +110,7 @@ void ToolbarControl::AddButtons() {
             TBBUTTON gap{};
             gap.idCommand = gapId++;
             gap.fsStyle = BTNS_SEP;
-            ::SendMessageW(Handle(), TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&gap));
+            ToWindow(TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&gap));
         }
         TBBUTTON button{};
         button.iBitmap = picture++;
@@ -119,7 +118,7 @@ void ToolbarControl::AddButtons() {
         button.fsState = TBSTATE_ENABLED;
         button.fsStyle = StyleOf(tool.style);
         button.iString = reinterpret_cast<INT_PTR>(tool.toolTip);
-        ::SendMessageW(Handle(), TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+        ToWindow(TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     }
 }
 
@@ -130,27 +129,28 @@ void ToolbarControl::SetDpi(int dpi) {
     if (!images || !disabledImages) {
         return; // with the pictures that it has
     }
-    ::SendMessageW(Handle(), TB_SETBITMAPSIZE, 0, MAKELPARAM(pictures.sizePx, pictures.sizePx));
-    ::SendMessageW(Handle(), TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
-    ::SendMessageW(Handle(), TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages.Get()));
+    ToWindow(TB_SETBITMAPSIZE, 0, MAKELPARAM(pictures.sizePx, pictures.sizePx));
+    ToWindow(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.Get()));
+    ToWindow(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(disabledImages.Get()));
     images_ = std::move(images);
     disabledImages_ = std::move(disabledImages);
     const int margin = ::MulDiv(6, dpi, USER_DEFAULT_SCREEN_DPI);
-    ::SendMessageW(Handle(), TB_SETPADDING, 0, MAKELPARAM(margin, margin));
-    ::SendMessageW(Handle(), TB_SETBUTTONSIZE, 0, MAKELPARAM(pictures.sizePx + margin, pictures.sizePx + margin));
+    ToWindow(TB_SETPADDING, 0, MAKELPARAM(margin, margin));
+    ToWindow(TB_SETBUTTONSIZE, 0, MAKELPARAM(pictures.sizePx + margin, pictures.sizePx + margin));
 }
 
-bool ToolbarControl::IsShown() const noexcept {
-    return (::GetWindowLongPtrW(Handle(), GWL_STYLE) & WS_VISIBLE) != 0;
+void ToolbarControl::Show(bool show) noexcept {
+    isShown_ = show;
+    ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
 }
 
 int ToolbarControl::ButtonCount() const noexcept {
-    return static_cast<int>(::SendMessageW(Handle(), TB_BUTTONCOUNT, 0, 0));
+    return static_cast<int>(ToWindow(TB_BUTTONCOUNT, 0, 0));
 }
 
 RECT ToolbarControl::ButtonRect(int index) const noexcept {
     RECT area{};
-    ::SendMessageW(Handle(), TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area));
+    ToWindow(TB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area));
     return area;
 }
 
@@ -158,7 +158,7 @@ void ToolbarControl::ShowGaps(bool show) noexcept {
     int gapId = firstGapId;
     for (const ToolButton& tool : ToolButtons()) {
         if (tool.startsGroup) {
-            ::SendMessageW(Handle(), TB_HIDEBUTTON, static_cast<WPARAM>(gapId++), MAKELPARAM(show ? FALSE : TRUE, 0));
+            ToWindow(TB_HIDEBUTTON, static_cast<WPARAM>(gapId++), MAKELPARAM(show ? FALSE : TRUE, 0));
         }
     }
 }
@@ -168,16 +168,15 @@ int ToolbarControl::BreakRows(int widthPx) noexcept {
     int previous = -1;
     for (int index = 0; index < ButtonCount(); ++index) {
         TBBUTTON button{};
-        ::SendMessageW(Handle(), TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
+        ToWindow(TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
         if ((button.fsStyle & BTNS_SEP) != 0) {
             continue;
         }
         const RECT area = ButtonRect(index);
         if (previous >= 0 && area.right - rowLeft > widthPx) {
             TBBUTTON last{};
-            ::SendMessageW(Handle(), TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
-            ::SendMessageW(Handle(), TB_SETSTATE, static_cast<WPARAM>(last.idCommand),
-                           MAKELPARAM(last.fsState | TBSTATE_WRAP, 0));
+            ToWindow(TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
+            ToWindow(TB_SETSTATE, static_cast<WPARAM>(last.idCommand), MAKELPARAM(last.fsState | TBSTATE_WRAP, 0));
             // The control arranges its buttons anew when one comes or goes, not when one's state changes. Positions
             // behind the break count from the new row's start then.
             ShowGaps(true);
@@ -190,17 +189,17 @@ int ToolbarControl::BreakRows(int widthPx) noexcept {
 }
 
 int ToolbarControl::Arrange(int widthPx) noexcept {
-    ::SendMessageW(Handle(), WM_SETREDRAW, FALSE, 0);
+    ToWindow(WM_SETREDRAW, FALSE, 0);
     for (const ToolButton& tool : ToolButtons()) {
-        const auto state = static_cast<WORD>(::SendMessageW(Handle(), TB_GETSTATE, static_cast<WPARAM>(tool.id), 0));
-        ::SendMessageW(Handle(), TB_SETSTATE, static_cast<WPARAM>(tool.id), MAKELPARAM(state & ~TBSTATE_WRAP, 0));
+        const auto state = static_cast<WORD>(ToWindow(TB_GETSTATE, static_cast<WPARAM>(tool.id), 0));
+        ToWindow(TB_SETSTATE, static_cast<WPARAM>(tool.id), MAKELPARAM(state & ~TBSTATE_WRAP, 0));
     }
     ShowGaps(true);
     if (ButtonRect(ButtonCount() - 1).right > widthPx) {
         ShowGaps(false);
     }
     const int heightPx = BreakRows(widthPx);
-    ::SendMessageW(Handle(), WM_SETREDRAW, TRUE, 0);
+    ToWindow(WM_SETREDRAW, TRUE, 0);
     ::InvalidateRect(Handle(), nullptr, TRUE);
     return heightPx;
 }
@@ -209,11 +208,11 @@ void ToolbarControl::Refresh(const CommandSnapshot& snapshot) noexcept {
     for (const ToolButton& tool : ToolButtons()) {
         const CommandState state = StateOfCommand(tool.id, snapshot);
         const auto id = static_cast<WPARAM>(tool.id);
-        if ((::SendMessageW(Handle(), TB_ISBUTTONCHECKED, id, 0) != 0) != state.checked) {
-            ::SendMessageW(Handle(), TB_CHECKBUTTON, id, MAKELPARAM(state.checked ? TRUE : FALSE, 0));
+        if ((ToWindow(TB_ISBUTTONCHECKED, id, 0) != 0) != state.checked) {
+            ToWindow(TB_CHECKBUTTON, id, MAKELPARAM(state.checked ? TRUE : FALSE, 0));
         }
-        if ((::SendMessageW(Handle(), TB_ISBUTTONENABLED, id, 0) != 0) != state.enabled) {
-            ::SendMessageW(Handle(), TB_ENABLEBUTTON, id, MAKELPARAM(state.enabled ? TRUE : FALSE, 0));
+        if ((ToWindow(TB_ISBUTTONENABLED, id, 0) != 0) != state.enabled) {
+            ToWindow(TB_ENABLEBUTTON, id, MAKELPARAM(state.enabled ? TRUE : FALSE, 0));
         }
     }
 }
@@ -223,7 +222,7 @@ int ToolbarControl::TrackHoverMenu() const {
     for (const HoverDelayItem& item : HoverDelayMenu()) {
         ::AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(item.id), item.caption);
     }
-    RECT area = ButtonRect(static_cast<int>(::SendMessageW(Handle(), TB_COMMANDTOINDEX, ids::toolHover, 0)));
+    RECT area = ButtonRect(static_cast<int>(ToWindow(TB_COMMANDTOINDEX, ids::toolHover, 0)));
     ::MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&area), 2);
     TPMPARAMS around{sizeof around, area};
     return ::TrackPopupMenuEx(menu.Get(), TPM_RETURNCMD | TPM_VERTICAL, area.left, area.bottom, ::GetParent(Handle()),
@@ -232,8 +231,8 @@ int ToolbarControl::TrackHoverMenu() const {
 
 void ToolbarControl::ShowFocusedTool() noexcept {
     const int id = ToolButtons()[focusedTool_].id;
-    const LRESULT index = ::SendMessageW(Handle(), TB_COMMANDTOINDEX, static_cast<WPARAM>(id), 0);
-    ::SendMessageW(Handle(), TB_SETHOTITEM, static_cast<WPARAM>(::GetFocus() == Handle() ? index : -1), 0);
+    const LRESULT index = ToWindow(TB_COMMANDTOINDEX, static_cast<WPARAM>(id), 0);
+    ToWindow(TB_SETHOTITEM, static_cast<WPARAM>(::GetFocus() == Handle() ? index : -1), 0);
 }
 
 bool ToolbarControl::OnKeyDown(WPARAM key) noexcept {
@@ -241,17 +240,13 @@ bool ToolbarControl::OnKeyDown(WPARAM key) noexcept {
     switch (key) {
     case VK_DOWN:
         if (tool.style == ToolButtonStyle::GroupWithMenu) {
-            NMTOOLBARW dropDown{};
-            dropDown.hdr = {Handle(), ids::tbToolbar, static_cast<UINT>(TBN_DROPDOWN)};
-            dropDown.iItem = tool.id;
-            ::SendMessageW(::GetParent(Handle()), WM_NOTIFY, ids::tbToolbar, reinterpret_cast<LPARAM>(&dropDown));
+            events_->HoverMenuAsked();
         }
         return true;
     case VK_SPACE:
     case VK_RETURN:
-        if (::SendMessageW(Handle(), TB_ISBUTTONENABLED, static_cast<WPARAM>(tool.id), 0) != 0) {
-            ::SendMessageW(::GetParent(Handle()), WM_COMMAND, static_cast<WPARAM>(tool.id),
-                           reinterpret_cast<LPARAM>(Handle()));
+        if (ToWindow(TB_ISBUTTONENABLED, static_cast<WPARAM>(tool.id), 0) != 0) {
+            events_->ToolPressed(tool.id);
         }
         return true;
     case VK_UP: return true;
@@ -263,10 +258,10 @@ bool ToolbarControl::OnKeyDown(WPARAM key) noexcept {
     return next.has_value();
 }
 
-LRESULT ToolbarControl::OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+LRESULT ToolbarControl::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     switch (message) {
     case WM_MOUSEMOVE:
-        GuardEvent(::GetParent(Handle()), L"tbToolbar_MouseMove", [&] { (*events_)->MouseMoveInForm(); });
+        GuardEvent(::GetParent(Handle()), L"tbToolbar_MouseMove", [&] { events_->MouseMoveOverToolbar(); });
         break;
     case WM_GETDLGCODE: {
         const auto* pressed = reinterpret_cast<const MSG*>(lParam);
@@ -284,13 +279,13 @@ LRESULT ToolbarControl::OnControlMessage(UINT message, WPARAM wParam, LPARAM lPa
     case WM_MOUSELEAVE:
     case WM_SETFOCUS:
     case WM_KILLFOCUS: {
-        const LRESULT result = ToControl(message, wParam, lParam);
+        const LRESULT result = ToWindow(message, wParam, lParam);
         ShowFocusedTool();
         return result;
     }
     default: break;
     }
-    return ToControl(message, wParam, lParam);
+    return ToWindow(message, wParam, lParam);
 }
 
 } // namespace vextrel

@@ -1,21 +1,31 @@
 #pragma once
 
 #include "core/Commands.h"
-#include "ui/KeyboardEvents.h"
-#include "win32/SubclassedControl.h"
+#include "win32/SubclassedWindow.h"
 #include "win32/handles.h"
 
-#include <functional>
-
 namespace vextrel {
+
+/// What the toolbar reports.
+class ToolbarEvents {
+  public:
+    virtual void MouseMoveOverToolbar() = 0;
+    /// A button pressed by keyboard; those clicked come as commands of the window.
+    virtual void ToolPressed(int id) = 0;
+    /// The Hover button's menu is asked for.
+    virtual void HoverMenuAsked() = 0;
+
+  protected:
+    ~ToolbarEvents() = default;
+};
 
 /// The toolbar `tbToolbar`: 15 flat buttons with pictures and tool tips. On a narrow window the gaps between its groups
 /// go first, then it continues in a second row. With the focus, arrow keys, Home and End choose a button, Space and
 /// Enter press it, Down opens its menu.
-class ToolbarControl final : public SubclassedControl {
+class ToolbarControl final : public SubclassedWindow {
   public:
     /// @throws Error with the system's code.
-    void Create(HWND parent, KeyboardEvents* const& events);
+    void Create(HWND parent, ToolbarEvents& events);
 
     /// The window that shows its tool tips.
     [[nodiscard]] HWND ToolTips() const noexcept {
@@ -24,8 +34,8 @@ class ToolbarControl final : public SubclassedControl {
 
     /// Loads the pictures and sizes for a DPI.
     void SetDpi(int dpi);
-    void Show(bool show) noexcept { ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE); }
-    [[nodiscard]] bool IsShown() const noexcept;
+    void Show(bool show) noexcept;
+    [[nodiscard]] bool IsShown() const noexcept { return isShown_; }
 
     /// Arranges the buttons for a width. @return the height they need, in pixels.
     int Arrange(int widthPx) noexcept;
@@ -35,7 +45,7 @@ class ToolbarControl final : public SubclassedControl {
     [[nodiscard]] int TrackHoverMenu() const;
 
   private:
-    LRESULT OnControlMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
+    LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     void AddButtons();
     void ShowGaps(bool show) noexcept;
     /// Breaks the row before the first button that does not fit. @return the height.
@@ -48,7 +58,8 @@ class ToolbarControl final : public SubclassedControl {
     /// Shows the button that the keyboard works, if the toolbar has the focus, else none.
     void ShowFocusedTool() noexcept;
 
-    KeyboardEvents* const* events_ = nullptr;
+    ToolbarEvents* events_ = nullptr;
+    bool isShown_ = true;
     std::size_t focusedTool_ = 0; ///< its place among ToolButtons()
     UniqueImageList images_;
     UniqueImageList disabledImages_;

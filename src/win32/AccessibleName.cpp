@@ -1,5 +1,7 @@
 #include "win32/AccessibleName.h"
 
+#include "win32/ComPtr.h"
+
 #include <initguid.h>
 #include <oleacc.h>
 
@@ -15,9 +17,9 @@ constexpr GUID propertyName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e,
 } // namespace
 
 void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept {
-    IAccPropServices* services = nullptr;
+    ComPtr<IAccPropServices> services;
     if (FAILED(::CoCreateInstance(classOfAccPropServices, nullptr, CLSCTX_INPROC_SERVER, interfaceOfAccPropServices,
-                                  reinterpret_cast<void**>(&services)))) {
+                                  reinterpret_cast<void**>(services.Out())))) {
         return;
     }
     for (const auto& [control, name] : names) {
@@ -28,7 +30,6 @@ void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept {
             services->ClearHwndProps(control, object, CHILDID_SELF, &propertyName, 1);
         }
     }
-    services->Release();
 }
 
 } // namespace vextrel

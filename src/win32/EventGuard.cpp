@@ -10,7 +10,7 @@ namespace vextrel {
 
 namespace {
 
-// The guard is called from window procedures, which get no context of ours that could carry the sink.
+// Not an argument: the guard is called from window procedures, which get no context that could carry the sink.
 ErrorSink* currentSink = nullptr;
 
 void Report(HWND owner, const wchar_t* handler, const Error& error) noexcept {
@@ -48,10 +48,6 @@ void ReportCurrentException(HWND owner, const wchar_t* handler) noexcept {
         return;
     }
 }
-
-#ifndef VEXTREL_FAULTS
-void ThrowInjectedFault(const wchar_t*) {}
-#endif
 
 } // namespace detail
 

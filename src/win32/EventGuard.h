@@ -15,9 +15,6 @@ class ErrorSink {
                         HWND owner) noexcept = 0;
 
   protected:
-    ErrorSink() = default;
-    ErrorSink(const ErrorSink&) = default;
-    ErrorSink& operator=(const ErrorSink&) = default;
     ~ErrorSink() = default;
 };
 
@@ -33,7 +30,8 @@ class ErrorSinkScope {
 namespace detail {
 /// Reports the exception that is being handled.
 void ReportCurrentException(HWND owner, const wchar_t* handler) noexcept;
-/// In a test build: throws in place of the named handler's body when the test asked for it. Else nothing.
+/// Does nothing. A test build links its own in place of it, which throws in place of the named handler's body when the
+/// test asked for it.
 void ThrowInjectedFault(const wchar_t* handler);
 } // namespace detail
 

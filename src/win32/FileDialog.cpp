@@ -1,7 +1,7 @@
 #include "win32/FileDialog.h"
 
-#include "core/Captions.h"
 #include "core/FileFilter.h"
+#include "core/TrimBlanks.h"
 #include "win32/Text.h"
 
 #include <commdlg.h>

@@ -11,6 +11,8 @@ namespace vextrel {
 
 namespace {
 
+/// Every form that has a window, in the order of loading. A window procedure gets no other way to the object: what a
+/// window keeps itself, another program can write.
 std::vector<Form*>& LoadedForms() noexcept {
     static std::vector<Form*> forms;
     return forms;
@@ -21,9 +23,9 @@ std::vector<Form*>& LoadedForms() noexcept {
 Form::~Form() {
     if (handle_ != nullptr) {
         // What was derived from it is gone already, OnMessage with it.
-        ::SetWindowLongPtrW(handle_, GWLP_USERDATA, 0);
-        ::DestroyWindow(handle_);
+        const HWND window = handle_;
         Forget();
+        ::DestroyWindow(window);
     }
 }
 
@@ -65,7 +67,7 @@ void Form::Load(const CreateArgs& args) {
     RegisterClassOnce();
     unloading_ = false;
     toldDpi_ = 0;
-    // Room first: nothing may throw between the window's creation and its entry in the list.
+    // Room first: nothing may throw while the window is being created.
     LoadedForms().reserve(LoadedForms().size() + 1);
     const HWND window =
         ::CreateWindowExW(args.exStyle, className, args.title, args.style, args.leftPx, args.topPx, args.widthPx,
@@ -73,7 +75,6 @@ void Form::Load(const CreateArgs& args) {
     if (window == nullptr) {
         ThrowLastError();
     }
-    LoadedForms().push_back(this);
     ExcludeFromCapture(window);
 }
 
@@ -97,17 +98,23 @@ void Form::Unload() noexcept {
 
 void Form::Forget() noexcept {
     handle_ = nullptr;
-    auto& forms = LoadedForms();
-    forms.erase(std::remove(forms.begin(), forms.end(), this), forms.end());
+    std::erase(LoadedForms(), this);
+}
+
+Form* Form::Find(HWND window) noexcept {
+    const auto& forms = LoadedForms();
+    const auto found =
+        std::find_if(forms.begin(), forms.end(), [window](Form* form) { return form->handle_ == window; });
+    return found != forms.end() ? *found : nullptr;
 }
 
 LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (message == WM_NCCREATE) {
         auto* form = static_cast<Form*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
         form->handle_ = window;
-        ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(form));
+        LoadedForms().push_back(form);
     }
-    auto* form = reinterpret_cast<Form*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    Form* const form = Find(window);
     if (form == nullptr) {
         return ::DefWindowProcW(window, message, wParam, lParam);
     }
@@ -116,7 +123,6 @@ LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
         form->RunOnUnload();
     }
     if (message == WM_NCDESTROY) {
-        ::SetWindowLongPtrW(window, GWLP_USERDATA, 0);
         form->Forget();
         return ::DefWindowProcW(window, message, wParam, lParam);
     }

@@ -7,7 +7,7 @@
 namespace vextrel {
 
 /// Base of every window of the program. All are of the one window class `VextrelForm`; the window procedure finds the
-/// C++ object through the window's user data and forwards to OnMessage.
+/// C++ object in the list of loaded forms and forwards to OnMessage.
 ///
 /// A form is *loaded* from Load to Unload. Both the object and the window can outlive the other: a destroyed window
 /// leaves a form without a handle, a destroyed form takes its window with it.
@@ -61,6 +61,7 @@ class Form {
   private:
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     static void RegisterClassOnce();
+    [[nodiscard]] static Form* Find(HWND window) noexcept;
     void Forget() noexcept;
     void RunOnUnload() noexcept;
 

@@ -2,21 +2,39 @@
 
 #include "win32/Windows.h"
 
-#include <initializer_list>
-
 namespace vextrel {
 
+namespace {
+
+template <typename... Keys>
+bool IsOneDownNow(Keys... virtualKeys) noexcept {
+    return (IsDownNow(virtualKeys) || ...);
+}
+
+} // namespace
+
+bool IsDownNow(int virtualKey) noexcept {
+    return ::GetAsyncKeyState(virtualKey) < 0;
+}
+
+bool IsShiftDownNow() noexcept {
+    return IsOneDownNow(VK_SHIFT, VK_RSHIFT, VK_LSHIFT);
+}
+
 bool IsAnyMouseButtonDown() noexcept {
-    for (const int button : {VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2}) {
-        if (::GetAsyncKeyState(button) < 0) {
-            return true;
-        }
-    }
-    return false;
+    return IsOneDownNow(VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2);
 }
 
 bool IsPrimaryButtonDown() noexcept {
-    return ::GetAsyncKeyState(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON) < 0;
+    return IsDownNow(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON);
+}
+
+bool WasDown(int virtualKey) noexcept {
+    return ::GetKeyState(virtualKey) < 0;
+}
+
+bool WasToggled(int virtualKey) noexcept {
+    return (::GetKeyState(virtualKey) & 1) != 0;
 }
 
 } // namespace vextrel

@@ -1,7 +1,5 @@
 #include "win32/KeyboardHook.h"
 
-#include "win32/ProgramState.h"
-
 namespace vextrel {
 
 namespace {
@@ -31,7 +29,7 @@ HHOOK NewHook() noexcept {
 } // namespace
 
 void KeyboardHook::Install() noexcept {
-    if (HooksDisabled || IsInstalled()) {
+    if (IsInstalled()) {
         return;
     }
     Remove();

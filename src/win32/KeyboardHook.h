@@ -18,8 +18,8 @@ class KeyboardHook {
     KeyboardHook(const KeyboardHook&) = delete;
     KeyboardHook& operator=(const KeyboardHook&) = delete;
 
-    /// Returns when the hook is in place. A second installation does nothing, nor does one in a program built with
-    /// HooksDisabled. A refusal of the system leaves the program without it.
+    /// Returns when the hook is in place. A second installation does nothing. A refusal of the system leaves the
+    /// program without it.
     void Install() noexcept;
     /// Returns when the hook is gone.
     void Remove() noexcept;

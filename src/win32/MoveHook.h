@@ -1,17 +1,35 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "win32/SubclassedWindow.h"
 
-namespace vextrel::MoveHook {
+namespace vextrel {
 
-/// Puts the hook procedure in place of a form's window procedure. The main window's moves and size changes then reach
-/// the controller; the layer is hooked alike, though nothing of it is acted upon. Nothing happens when the program is
-/// built with HooksDisabled.
-void InstallHook(HWND window) noexcept;
-/// Puts the previous procedure back. Harmless for a window that is not hooked.
-void RemoveHook(HWND window) noexcept;
+/// Whom a form's moves and size changes are told.
+class MoveEvents {
+  public:
+    virtual void FormMoved() = 0;
+    /// Not when it is minimised or maximised.
+    virtual void FormResized() = 0;
 
-/// Tells the hook which window to act for, from when the application object exists until it goes (null).
-void SetActingWindow(HWND mainWindow) noexcept;
+  protected:
+    ~MoveEvents() = default;
+};
 
-} // namespace vextrel::MoveHook
+/// Stands in place of a form's window procedure and tells of its moves and size changes, after the form has had them.
+class MoveHook final : public SubclassedWindow {
+  public:
+    void Install(HWND form, MoveEvents& events);
+    void Remove() noexcept { Detach(); }
+
+    /// Whether it tells at all: not before the whole program exists.
+    void SetActing(bool acting) noexcept { isActing_ = acting; }
+
+  private:
+    LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
+
+    MoveEvents* events_ = nullptr;
+    bool isActing_ = false;
+    bool isTelling_ = false; ///< what is done then moves and sizes windows itself, and is not to be told again
+};
+
+} // namespace vextrel

@@ -1,7 +1,5 @@
 #include "win32/ScreenCapture.h"
 
-#include "win32/ProgramState.h"
-
 namespace vextrel {
 
 namespace {
@@ -9,24 +7,22 @@ namespace {
 /// WDA_EXCLUDEFROMCAPTURE, which older headers lack.
 constexpr DWORD excludeFromCapture = 0x11;
 
-bool& IsInForce() noexcept {
-    static bool inForce = false;
-    return inForce;
+/// What is in force. Not an object that is handed on: a hook's procedure gets no context, and every window of the
+/// program asks, dialogs of the system included.
+struct Exclusion {
+    bool inForce = false;
+    bool watchesSystemWindows = false;
+    int scopes = 0; ///< that stand now; one watch serves all of them
+    UniqueHook watch;
+};
+
+Exclusion& TheExclusion() noexcept {
+    static Exclusion exclusion;
+    return exclusion;
 }
 
 bool IsTopLevel(HWND window) noexcept {
     return ::GetAncestor(window, GA_PARENT) == ::GetDesktopWindow();
-}
-
-/// One watch for all scopes that stand.
-struct Watch {
-    int scopes = 0;
-    UniqueHook hook;
-};
-
-Watch& TheWatch() noexcept {
-    static Watch watch;
-    return watch;
 }
 
 /// Sees the messages to the windows of this thread, whoever made them. Before a window is shown, its place changes,
@@ -59,7 +55,7 @@ CaptureState CaptureStateOf(HWND window) noexcept {
 }
 
 void ExcludeFromCapture(HWND window) noexcept {
-    if (!IsInForce() || CaptureStateOf(window) != CaptureState::Shown) {
+    if (!TheExclusion().inForce || CaptureStateOf(window) != CaptureState::Shown) {
         return;
     }
     // A system that does not know the first value takes it for the second or refuses it.
@@ -69,23 +65,26 @@ void ExcludeFromCapture(HWND window) noexcept {
     }
 }
 
-CaptureExclusion::CaptureExclusion() noexcept {
-    IsInForce() = true;
+CaptureExclusion::CaptureExclusion(bool systemWindowsToo) noexcept {
+    TheExclusion().inForce = true;
+    TheExclusion().watchesSystemWindows = systemWindowsToo;
 }
 
 CaptureExclusion::~CaptureExclusion() {
-    IsInForce() = false;
+    TheExclusion().inForce = false;
+    TheExclusion().watchesSystemWindows = false;
 }
 
 SystemWindowsScope::SystemWindowsScope() noexcept {
-    if (TheWatch().scopes++ == 0 && IsInForce() && !HooksDisabled) {
-        TheWatch().hook.Reset(::SetWindowsHookExW(WH_CALLWNDPROC, &BeforeMessage, nullptr, ::GetCurrentThreadId()));
+    if (TheExclusion().scopes++ == 0 && TheExclusion().watchesSystemWindows) {
+        TheExclusion().watch.Reset(
+            ::SetWindowsHookExW(WH_CALLWNDPROC, &BeforeMessage, nullptr, ::GetCurrentThreadId()));
     }
 }
 
 SystemWindowsScope::~SystemWindowsScope() {
-    if (--TheWatch().scopes == 0) {
-        TheWatch().hook.Reset();
+    if (--TheExclusion().scopes == 0) {
+        TheExclusion().watch.Reset();
     }
 }
 

@@ -21,7 +21,8 @@ void ExcludeFromCapture(HWND window) noexcept;
 /// wherever a SystemWindowsScope stands.
 class CaptureExclusion {
   public:
-    CaptureExclusion() noexcept;
+    /// @param systemWindowsToo takes a hook for those.
+    explicit CaptureExclusion(bool systemWindowsToo) noexcept;
     ~CaptureExclusion();
     CaptureExclusion(const CaptureExclusion&) = delete;
     CaptureExclusion& operator=(const CaptureExclusion&) = delete;

@@ -1,6 +1,7 @@
 #include "win32/SettingsStore.h"
 
 #include "core/OptionValues.h"
+#include "win32/Files.h"
 #include "win32/Text.h"
 
 #include <algorithm>
@@ -66,16 +67,6 @@ std::wstring SettingsStore::ReadSetting(std::wstring_view key) const {
 
 void SettingsStore::WriteSetting(std::wstring_view key, std::wstring_view value) {
     WriteINIValue(program_.SettingsFilePath, settings::section, key, value);
-}
-
-bool FileExists(const std::wstring& path) {
-    WIN32_FIND_DATAW found{};
-    const HANDLE search = ::FindFirstFileW(path.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) {
-        return false;
-    }
-    ::FindClose(search);
-    return true;
 }
 
 } // namespace vextrel

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "win32/ProgramState.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
-
-#include "win32/ProgramState.h"
 
 namespace vextrel {
 
@@ -39,8 +39,5 @@ class SettingsStore {
     ProgramState& program_;
     std::function<bool()> mayWrite_;
 };
-
-/// Whether a listing of the path finds an entry.
-[[nodiscard]] bool FileExists(const std::wstring& path);
 
 } // namespace vextrel

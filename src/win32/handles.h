@@ -54,9 +54,6 @@ inline void UnhookHook(HHOOK hook) noexcept {
 inline void DestroyMenuHandle(HMENU menu) noexcept {
     ::DestroyMenu(menu);
 }
-inline void DestroyCursorHandle(HCURSOR cursor) noexcept {
-    ::DestroyCursor(cursor);
-}
 inline void DestroyIconHandle(HICON icon) noexcept {
     ::DestroyIcon(icon);
 }
@@ -67,14 +64,12 @@ inline void CloseKernelHandle(HANDLE handle) noexcept {
 
 using UniqueKernelHandle = UniqueHandle<HANDLE, &detail::CloseKernelHandle>;
 using UniqueFont = UniqueHandle<HFONT, &detail::DeleteGdiObject>;
-using UniqueBrush = UniqueHandle<HBRUSH, &detail::DeleteGdiObject>;
 using UniquePen = UniqueHandle<HPEN, &detail::DeleteGdiObject>;
 using UniqueBitmap = UniqueHandle<HBITMAP, &detail::DeleteGdiObject>;
 using UniqueMemoryContext = UniqueHandle<HDC, &detail::DeleteContext>;
 using UniqueImageList = UniqueHandle<HIMAGELIST, &detail::DestroyImages>;
 using UniqueHook = UniqueHandle<HHOOK, &detail::UnhookHook>;
 using UniqueMenu = UniqueHandle<HMENU, &detail::DestroyMenuHandle>;
-using UniqueCursor = UniqueHandle<HCURSOR, &detail::DestroyCursorHandle>;
 using UniqueIcon = UniqueHandle<HICON, &detail::DestroyIconHandle>;
 
 /// BeginPaint and EndPaint.

@@ -142,7 +142,7 @@ TEST(LayoutCapture, AHeldCapsLockSwapsTheCaptionsBack) {
     KeyCaptions captions;
     keyboard.held = {.capsLock = true};
     keyboard.capsLock = true;
-    ASSERT_EQ(CaptureKey(keyboard, 81, slotOfQ, captions), CaptureResult::Done);
+    ASSERT_EQ(GetCommandButtonCaptions(keyboard, 81, slotOfQ, captions), CaptureResult::Done);
     EXPECT_EQ(captions.At(slotOfQ).lower, L"81");
     EXPECT_EQ(captions.At(slotOfQ).upper, L"^81");
 }
@@ -150,7 +150,7 @@ TEST(LayoutCapture, AHeldCapsLockSwapsTheCaptionsBack) {
 TEST(LayoutCapture, ASlotBeyondTheTableIsAnErrorBeforeAnyKey) {
     FakeKeyboard keyboard;
     KeyCaptions captions;
-    EXPECT_THROW(static_cast<void>(CaptureKey(keyboard, 81, KeyCaptions::slotCount, captions)), Error);
+    EXPECT_THROW(static_cast<void>(GetCommandButtonCaptions(keyboard, 81, KeyCaptions::slotCount, captions)), Error);
     EXPECT_EQ(keyboard.presses, 0);
 }
 

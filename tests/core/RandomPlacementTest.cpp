@@ -10,8 +10,8 @@
 namespace vextrel {
 namespace {
 
-PlacementInput FullHd() {
-    PlacementInput input;
+RandomPlaceInput FullHd() {
+    RandomPlaceInput input;
     input.screenWidthTwips = 1920 * 15;
     input.screenHeightTwips = 1080 * 15;
     input.oldHeightTwips = 4000;
@@ -34,7 +34,7 @@ TEST(RandomPlacement, SizesAndPlacesFollowTheFormula) {
     const struct {
         const char* name;
         double screenWidth, twipsPerPixel, widthDraw, topDraw, leftDraw;
-        Placement expected;
+        RandomPlace expected;
     } rows[] = {
         // (5500 - 700) / 15 / 15 = 21.3 pixels
         {"narrowest, nearest corner", 28800, 15, 0, 0, 0, {400, 400, 5425, 420 + 5 * 315 + 1950 + 330, 315}},
@@ -48,13 +48,13 @@ TEST(RandomPlacement, SizesAndPlacesFollowTheFormula) {
         {"narrow screen", 9600, 15, 1, 0, 0, {400, 400, 4750, 420 + 5 * 270 + 1950 + 330, 270}},
     };
     for (const auto& row : rows) {
-        PlacementInput input = FullHd();
+        RandomPlaceInput input = FullHd();
         input.screenWidthTwips = row.screenWidth;
         input.twipsPerPixel = row.twipsPerPixel;
         input.widthDraw = row.widthDraw;
         input.topDraw = row.topDraw;
         input.leftDraw = row.leftDraw;
-        const Placement placement = RandomisePlacement(input);
+        const RandomPlace placement = RandomisePlacement(input);
         EXPECT_DOUBLE_EQ(placement.leftTwips, row.expected.leftTwips) << row.name;
         EXPECT_DOUBLE_EQ(placement.topTwips, row.expected.topTwips) << row.name;
         EXPECT_EQ(placement.widthTwips, row.expected.widthTwips) << row.name;
@@ -67,7 +67,7 @@ TEST(RandomPlacement, SizesAndPlacesFollowTheFormula) {
 TEST(RandomPlacement, TenThousandDrawsStayInBoundsAndTellNothingAboutEachOther) {
     std::mt19937_64 generator(20260101);
     std::uniform_real_distribution<double> draw(0, 1);
-    PlacementInput input = FullHd();
+    RandomPlaceInput input = FullHd();
     std::vector<double> widths;
     std::vector<double> lefts; // as a share of the room that the width leaves
     std::vector<double> tops;
@@ -75,7 +75,7 @@ TEST(RandomPlacement, TenThousandDrawsStayInBoundsAndTellNothingAboutEachOther) 
         input.widthDraw = draw(generator);
         input.topDraw = draw(generator);
         input.leftDraw = draw(generator);
-        const Placement p = RandomisePlacement(input);
+        const RandomPlace p = RandomisePlacement(input);
         ASSERT_GE(p.widthTwips, 5500 - 15 * 7.5); // the unit is rounded by up to half a pixel
         ASSERT_LE(p.widthTwips, input.screenWidthTwips / 2 + 15 * 7.5);
         ASSERT_EQ(std::fmod(p.keyWidthTwips, 15), 0);

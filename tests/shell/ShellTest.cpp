@@ -6,14 +6,13 @@
 #include "driver/Input.h"
 #include "driver/Sandbox.h"
 #include "driver/Target.h"
-#include "transfer/CharacterCodes.h"
-#include "transfer/SendKeys.h"
+#include "transfer/AnsiCharacter.h"
+#include "transfer/SendKeysPlayer.h"
 #include "transfer/TextDataObject.h"
 #include "ui/AboutDialog.h"
 #include "ui/DragHint.h"
 #include "ui/ErrorDialog.h"
 #include "ui/InputBox.h"
-#include "ui/ProtectiveLayer.h"
 #include "win32/ComPtr.h"
 #include "win32/FileDialog.h"
 #include "win32/FreedMemory.h"
@@ -263,9 +262,9 @@ TEST(Characters, OfTheCodePageAndTheirKeys) {
     const std::wstring loneSurrogate(1, wchar_t{0xD83D});
     EXPECT_EQ(Widen(vextrel::Narrow(L"a\u20AC" + loneSurrogate)), L"a\u20AC?");
     EXPECT_EQ(AnsiCharacter(loneSurrogate + L"a").UnitCount(), 1U);
-    EXPECT_EQ(KeyCode(L"ab"), 'A');
-    EXPECT_EQ(KeyCode(L""), std::nullopt);
-    EXPECT_EQ(KeyCode(loneSurrogate), std::nullopt);
+    EXPECT_EQ(SendKeysPlayer::KeyCode(L"ab"), 'A');
+    EXPECT_EQ(SendKeysPlayer::KeyCode(L""), std::nullopt);
+    EXPECT_EQ(SendKeysPlayer::KeyCode(loneSurrogate), std::nullopt);
 }
 
 TEST(SettingsFile, CutsLongValuesAndLivesInAnyFolder) {
@@ -298,15 +297,6 @@ TEST(DataObject, OffersTextAloneAndGivesItAfterTheDropOnly) {
     ULONG count = 0;
     EXPECT_EQ(listed->Next(3, found, &count), S_FALSE);
     ASSERT_EQ(count, 2U);
-    EXPECT_EQ(listed->Skip(1), S_FALSE);
-    listed->Reset();
-    EXPECT_EQ(listed->Skip(1), S_OK);
-    ComPtr<IEnumFORMATETC> copy;
-    ASSERT_EQ(listed->Clone(copy.Out()), S_OK);
-    FORMATETC second{};
-    EXPECT_EQ(copy->Next(1, &second, nullptr), S_OK);
-    EXPECT_EQ(second.cfFormat, found[1].cfFormat);
-    EXPECT_EQ(listed->Skip(1), S_OK) << "the copy has gone on alone";
     for (ULONG i = 0; i < count; ++i)
         EXPECT_EQ(data->QueryGetData(&found[i]), S_OK);
     STGMEDIUM medium{};
@@ -365,19 +355,6 @@ TEST(FreedMemory, HoldsNothingOnceOverwritten) {
     EXPECT_GT(CountInMemory(first, length), static_cast<int>(blocks.size())) << "the search finds too little";
     OverwriteFreedMemory();
     EXPECT_EQ(CountInMemory(first, length), 0);
-}
-
-TEST(Layer, DoesNothingOnceItsControllerHasGone) {
-    ProtectiveLayer layer;
-    layer.Load(nullptr);
-    layer.Place({0, 0, 300, 100});
-    for (const int message : {WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_RBUTTONUP,
-                              WM_MOUSEACTIVATE, WM_SETCURSOR, WM_CAPTURECHANGED})
-        SendMessageW(layer.Handle(), static_cast<UINT>(message), MK_LBUTTON, MAKELPARAM(10, 10));
-    layer.RunHoverTimer(1);
-    for (const WPARAM timer : {1U, 2U}) // hover entry and the watch on the foreground
-        SendMessageW(layer.Handle(), WM_TIMER, timer, 0);
-    EXPECT_TRUE(IsWindow(layer.Handle()));
 }
 
 } // namespace

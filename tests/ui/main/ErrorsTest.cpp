@@ -99,7 +99,6 @@ TEST_F(Errors, OfNoHandlerEndTheProgram) {
         {L"Hover Delay Slider Change Error", main, WM_HSCROLL, TB_THUMBTRACK, slider(ids::sldHoverDelay)},
         {L"Transparency Slider Change Error", main, WM_HSCROLL, TB_THUMBTRACK, slider(ids::sldTransparency)},
         {L"VextrelForm", main, WM_NULL, 0, 0},
-        {L"ButtonClick ", main, WM_COMMAND, ids::firstKey + 15, 0},
         {L"ButtonClick ", key, BM_CLICK, 0, 0},
         {L"Command_MouseMove", key, WM_MOUSEMOVE, 0, 0},
         {L"KeyButton", key, WM_MOUSEMOVE, 0, 0},

@@ -1,4 +1,4 @@
-#include "win32/ProgramState.h"
+#include "win32/Files.h"
 
 #include "win32/Text.h"
 
@@ -18,6 +18,16 @@ std::wstring FindProgramFolder() {
         path.resize(path.size() * 2);
     }
     return path.substr(0, path.find_last_of(L'\\'));
+}
+
+bool FileExists(const std::wstring& path) noexcept {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = ::FindFirstFileW(path.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    ::FindClose(search);
+    return true;
 }
 
 } // namespace vextrel

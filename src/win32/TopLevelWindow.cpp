@@ -1,4 +1,4 @@
-#include "win32/WindowStyle.h"
+#include "win32/TopLevelWindow.h"
 
 namespace vextrel {
 
@@ -14,6 +14,18 @@ void PutAlone(HWND window, HWND after) noexcept {
 }
 
 } // namespace
+
+bool IsOurs(HWND window) noexcept {
+    DWORD process = 0;
+    return ::GetWindowThreadProcessId(window, &process) != 0 && process == ::GetCurrentProcessId();
+}
+
+MONITORINFO MonitorOf(HWND window) noexcept {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    return monitor;
+}
 
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept {
     if (!alpha) {

@@ -7,6 +7,11 @@
 
 namespace vextrel {
 
+/// Whether a window belongs to this process. None belongs to nobody.
+[[nodiscard]] bool IsOurs(HWND window) noexcept;
+/// The monitor that shows most of a window, or is nearest to it.
+[[nodiscard]] MONITORINFO MonitorOf(HWND window) noexcept;
+
 /// Makes a window layered and gives it the alpha. Without an alpha nothing is done at all, style included: a layered
 /// window that never got one is invisible. Failures are ignored.
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept;

@@ -8,7 +8,7 @@
 namespace vextrel {
 
 /// Turns commands of the send-keys language (SendKeysParser.h) into key strokes for whatever window has the keyboard
-/// focus. Messages are processed after every stroke, so the caller runs it as an operation (ui/Operations.h).
+/// focus. Messages are processed after every stroke, so the caller runs it as an operation.
 class SendKeysPlayer {
   public:
     /// Plays a command from left to right. What stands before an error is played, modifiers that are still held are
@@ -24,8 +24,9 @@ class SendKeysPlayer {
     void KeyDown(std::uint8_t virtualKey) noexcept;
     void KeyUp(std::uint8_t virtualKey) noexcept;
 
-    /// The virtual-key code of a text's first character.
-    [[nodiscard]] std::optional<std::uint8_t> KeyCode(std::wstring_view text) const noexcept;
+    /// The virtual-key code of a text's first character in the active keyboard layout, without the shift state that the
+    /// character needs. @return nothing for an empty text and for a character that no key gives.
+    [[nodiscard]] static std::optional<std::uint8_t> KeyCode(std::wstring_view text) noexcept;
 
   private:
     void Repeat(std::uint8_t virtualKey, std::int32_t count) noexcept;

@@ -1,8 +1,8 @@
-#include "transfer/SendKeys.h"
+#include "transfer/SendKeysPlayer.h"
 
 #include "core/Error.h"
 #include "core/SendKeysParser.h"
-#include "transfer/CharacterCodes.h"
+#include "transfer/AnsiCharacter.h"
 #include "win32/Messages.h"
 
 #include <new>
@@ -12,6 +12,9 @@ namespace vextrel {
 namespace {
 
 constexpr const wchar_t* errorSource = L"Vextrel.cSendKeys";
+
+/// Set on the family of Windows that knows the ANSI calls only.
+constexpr DWORD singleByteFamily = 0x80000000;
 
 } // namespace
 
@@ -83,8 +86,23 @@ void SendKeysPlayer::KeyUp(std::uint8_t virtualKey) noexcept {
     PumpPendingMessages();
 }
 
-std::optional<std::uint8_t> SendKeysPlayer::KeyCode(std::wstring_view text) const noexcept {
-    return vextrel::KeyCode(text);
+std::optional<std::uint8_t> SendKeysPlayer::KeyCode(std::wstring_view text) noexcept {
+    if (text.empty()) {
+        return std::nullopt;
+    }
+    SHORT scan = -1;
+    if ((::GetVersion() & singleByteFamily) != 0) {
+        const AnsiCharacter character(text);
+        if (character.begin() != character.end()) {
+            scan = ::VkKeyScanA(static_cast<CHAR>(*character.begin()));
+        }
+    } else {
+        scan = ::VkKeyScanW(text.front());
+    }
+    if (scan == -1) {
+        return std::nullopt;
+    }
+    return LOBYTE(scan);
 }
 
 } // namespace vextrel

@@ -3,14 +3,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 
 namespace vextrel {
-
-/// The virtual-key code of a text's first character in the active keyboard layout, without the shift state that the
-/// character needs. @return nothing for an empty text and for a character that no key gives.
-[[nodiscard]] std::optional<std::uint8_t> KeyCode(std::wstring_view text) noexcept;
 
 /// The first character of a text as bytes of the ANSI code page; what the code page lacks is its substitute. Wiped
 /// when it goes.

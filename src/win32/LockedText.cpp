@@ -1,8 +1,8 @@
-#include "core/SecretPages.h"
+#include "win32/LockedText.h"
 
 #include "core/Error.h"
 #include "core/Wipe.h"
-#include "win32/Windows.h"
+#include "win32/SystemLibrary.h"
 
 // Locking and the exclusion from crash reports are what the system grants, not what the program needs: a refusal of
 // either leaves ordinary pages, which are wiped all the same.
@@ -10,13 +10,6 @@
 namespace vextrel {
 
 namespace {
-
-template <typename Function>
-Function KernelFunction(const char* name) noexcept {
-    const HMODULE kernel = ::GetModuleHandleW(L"kernel32.dll");
-    return kernel == nullptr ? nullptr
-                             : reinterpret_cast<Function>(reinterpret_cast<void*>(::GetProcAddress(kernel, name)));
-}
 
 /// A process may lock about as much as its minimum working set, which is small at first. Raised only when a lock was
 /// refused for it, so that pages which come and go do not raise it again and again.
@@ -38,38 +31,50 @@ void LockAgainstPaging(void* pages, std::size_t byteCount) noexcept {
 /// The functions exist from Windows 10 1703 on.
 void KeepOutOfCrashReports(void* pages, std::size_t byteCount) noexcept {
     using Register = HRESULT(WINAPI*)(const void*, DWORD);
-    if (const auto registerBlock = KernelFunction<Register>("WerRegisterExcludedMemoryBlock")) {
+    if (const auto registerBlock = SystemLibrary(L"kernel32.dll").Find<Register>("WerRegisterExcludedMemoryBlock")) {
         registerBlock(pages, static_cast<DWORD>(byteCount));
     }
 }
 
 void ForgetInCrashReports(void* pages) noexcept {
     using Unregister = HRESULT(WINAPI*)(const void*);
-    if (const auto unregisterBlock = KernelFunction<Unregister>("WerUnregisterExcludedMemoryBlock")) {
+    if (const auto unregisterBlock =
+            SystemLibrary(L"kernel32.dll").Find<Unregister>("WerUnregisterExcludedMemoryBlock")) {
         unregisterBlock(pages);
     }
 }
 
-} // namespace
-
-void* AllocateSecretPages(std::size_t byteCount) {
-    void* pages = ::VirtualAlloc(nullptr, byteCount, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-    if (pages == nullptr) {
-        throw Error(ErrorNumber::OutOfMemory);
+class LockedPages final : public SecretPages {
+  public:
+    [[nodiscard]] void* Allocate(std::size_t byteCount) const override {
+        void* pages = ::VirtualAlloc(nullptr, byteCount, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+        if (pages == nullptr) {
+            throw Error(ErrorNumber::OutOfMemory);
+        }
+        LockAgainstPaging(pages, byteCount);
+        KeepOutOfCrashReports(pages, byteCount);
+        return pages;
     }
-    LockAgainstPaging(pages, byteCount);
-    KeepOutOfCrashReports(pages, byteCount);
+
+    void Release(void* pages, std::size_t byteCount) const noexcept override {
+        if (pages == nullptr) {
+            return;
+        }
+        WipeMemory(pages, byteCount);
+        ForgetInCrashReports(pages);
+        // Freeing ends the lock, too.
+        ::VirtualFree(pages, 0, MEM_RELEASE);
+    }
+};
+
+const SecretPages& Pages() noexcept {
+    static const LockedPages pages;
     return pages;
 }
 
-void ReleaseSecretPages(void* pages, std::size_t byteCount) noexcept {
-    if (pages == nullptr) {
-        return;
-    }
-    WipeMemory(pages, byteCount);
-    ForgetInCrashReports(pages);
-    // Freeing ends the lock, too.
-    ::VirtualFree(pages, 0, MEM_RELEASE);
-}
+} // namespace
+
+LockedText::LockedText()
+    : SecretText(Pages()) {}
 
 } // namespace vextrel

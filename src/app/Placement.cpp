@@ -1,0 +1,68 @@
+#include "app/Placement.h"
+
+#include "core/RandomPlacement.h"
+#include "win32/TopLevelWindow.h"
+
+#include <algorithm>
+
+namespace vextrel {
+
+void Placement::RandomiseFormSizeAndPlacement() {
+    const HWND window = form_.Handle();
+    const int dpi = form_.Dpi();
+    const RECT screen = MonitorOf(window).rcMonitor;
+    RECT old{};
+    ::GetWindowRect(window, &old);
+    const auto twips = [dpi](LONG px) { return TwipsFromPixels(px, dpi); };
+    const auto px = [dpi](double length) { return PixelsFromTwips(length, dpi); };
+
+    const RandomPlace placement = RandomisePlacement({
+        .screenWidthTwips = twips(screen.right - screen.left),
+        .screenHeightTwips = twips(screen.bottom - screen.top),
+        .oldHeightTwips = twips(old.bottom - old.top),
+        .toolbarHeightTwips = twips(form_.ToolbarHeightPx()),
+        .statusBarHeightTwips = twips(form_.StatusBarHeightPx()),
+        .twipsPerPixel = TwipsPerPixel(dpi),
+        .widthDraw = random_.Draw(),
+        .topDraw = random_.Draw(),
+        .leftDraw = random_.Draw(),
+    });
+    ::SetWindowPos(window, nullptr, screen.left + px(placement.leftTwips), screen.top + px(placement.topTwips),
+                   px(placement.widthTwips), px(placement.heightTwips), SWP_NOZORDER | SWP_NOACTIVATE);
+    // The toolbar may need another number of rows at the new width.
+    FitHeight();
+    form_.Arrange();
+    RaiseAboveLowerEdge();
+}
+
+void Placement::RaiseAboveLowerEdge() noexcept {
+    const RECT work = MonitorOf(form_.Handle()).rcWork;
+    RECT outer{};
+    ::GetWindowRect(form_.Handle(), &outer);
+    if (outer.bottom > work.bottom) {
+        ::SetWindowPos(form_.Handle(), nullptr, outer.left, std::max(work.top, outer.top + work.bottom - outer.bottom),
+                       0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+void Placement::FitHeight() {
+    const HWND window = form_.Handle();
+    const int dpi = form_.Dpi();
+    RECT outer{};
+    ::GetWindowRect(window, &outer);
+    const double keyWidthTwips = KeyUnitTwips(TwipsFromPixels(outer.right - outer.left, dpi), TwipsPerPixel(dpi));
+    const double heightTwips = WindowHeightTwips(keyWidthTwips, TwipsFromPixels(form_.ToolbarHeightPx(), dpi),
+                                                 TwipsFromPixels(form_.StatusBarHeightPx(), dpi));
+    ::SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left, PixelsFromTwips(heightTwips, dpi),
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Placement::ReturnToVisiblePlace() noexcept {
+    if (::MonitorFromWindow(form_.Handle(), MONITOR_DEFAULTTONULL) != nullptr || ::IsIconic(form_.Handle())) {
+        return;
+    }
+    const RECT work = MonitorOf(form_.Handle()).rcWork;
+    ::SetWindowPos(form_.Handle(), nullptr, work.left, work.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+} // namespace vextrel

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+namespace vextrel {
+
+/// What the sliders report: moves of the user's.
+class SliderEvents {
+  public:
+    virtual void HoverSliderMoved(int positionMs) = 0;
+    virtual void TransparencySliderMoved(int percent) = 0;
+
+  protected:
+    ~SliderEvents() = default;
+};
+
+/// The two sliders with their labels: hover delay and opacity.
+class SliderRow {
+  public:
+    /// @throws Error with the system's code.
+    void Create(HWND parent);
+    /// Names them to screen readers and on a window of tool tips.
+    void Name(HWND toolTips);
+
+    [[nodiscard]] HWND HoverLabel() const noexcept { return lblHoverDelay_; }
+    [[nodiscard]] HWND HoverSlider() const noexcept { return sldHoverDelay_; }
+    [[nodiscard]] HWND TransparencyLabel() const noexcept { return lblTransparency_; }
+    [[nodiscard]] HWND TransparencySlider() const noexcept { return sldTransparency_; }
+
+    void ShowHoverLabel(bool show) noexcept;
+    [[nodiscard]] bool IsHoverLabelShown() const noexcept { return hoverLabelIsShown_; }
+    /// Bring the sliders into line; the move does not come back as the user's.
+    void SetHoverPosition(int positionMs) noexcept;
+    void SetTransparencyPercent(int percent) noexcept;
+
+    void SetLabelFont(HFONT font) noexcept;
+    /// Tells which slider the user has moved, and where to. @param slider as WM_HSCROLL gives it.
+    void OnMoved(HWND slider, SliderEvents& events);
+
+  private:
+    HWND lblHoverDelay_ = nullptr;
+    HWND sldHoverDelay_ = nullptr;
+    HWND lblTransparency_ = nullptr;
+    HWND sldTransparency_ = nullptr;
+    bool hoverLabelIsShown_ = false;
+};
+
+} // namespace vextrel
