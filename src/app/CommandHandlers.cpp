@@ -1,6 +1,5 @@
 #include "app/CommandHandlers.h"
 
-#include "app/ProtectionReport.h"
 #include "core/Commands.h"
 #include "core/ids.h"
 #include "transfer/TextDataObject.h"
@@ -63,12 +62,12 @@ void ToggleLayer(const Parts& parts) {
 }
 
 void ShowAbout(const Parts& parts) {
-    AboutDialog(ProtectionsInForce({.printScreenBlocked = parts.program.printScreenBlocked,
-                                    .layerTakesClicks = parts.layer.TakesClicks(),
-                                    .textIsMasked = parts.password.TextIsMasked(),
-                                    .mouseHidden = parts.pointer.MouseHidden(),
-                                    .capture = CaptureStateOf(parts.form.Handle()),
-                                    .hardening = parts.program.hardening}))
+    AboutDialog({.printScreenBlocked = parts.program.printScreenBlocked,
+                 .layerTakesClicks = parts.layer.TakesClicks(),
+                 .textIsMasked = parts.password.TextIsMasked(),
+                 .mouseHidden = parts.pointer.MouseHidden(),
+                 .capture = CaptureStateOf(parts.form.Handle()),
+                 .hardening = parts.program.hardening})
         .RunModal(parts.operations, parts.form.Handle());
 }
 

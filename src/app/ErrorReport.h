@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "ui/Operations.h"
 #include "win32/EventGuard.h"
 
@@ -16,12 +17,10 @@ namespace vextrel {
 /// Shows errors in ErrorDialog, one dialog at a time. An error that comes while a dialog is open waits its turn; a
 /// further one of the same handler is dropped, so that a failing timer cannot pile up dialogs. During a transfer every
 /// error waits: a dialog would take the focus or the button's release. Works without the application object.
-class ErrorReport final : public ErrorSink {
+class ErrorReport final : public ErrorSink, private Pinned {
   public:
     explicit ErrorReport(Operations& operations);
     ~ErrorReport();
-    ErrorReport(const ErrorReport&) = delete;
-    ErrorReport& operator=(const ErrorReport&) = delete;
 
     void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                 HWND owner) noexcept override;

@@ -10,6 +10,7 @@
 #include "app/PasswordField.h"
 #include "app/Placement.h"
 #include "app/Transfer.h"
+#include "core/Pinned.h"
 #include "ui/MainWindow.h"
 #include "ui/Operations.h"
 #include "ui/ProtectiveLayer.h"
@@ -22,13 +23,11 @@ namespace vextrel {
 
 /// The controller: owns both windows and all state, and offers the operations that the windows call. What the
 /// operations do stands with the concern they belong to; here they are wired.
-class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvents, private LayerEvents {
+class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvents, private LayerEvents, private Pinned {
   public:
     /// Builds everything up to the shown window, applying the stored settings in their order.
     Keyboard(ProgramState& program, SettingsStore& store, Operations& operations);
     ~Keyboard();
-    Keyboard(const Keyboard&) = delete;
-    Keyboard& operator=(const Keyboard&) = delete;
 
     [[nodiscard]] MainWindow& Form() noexcept { return form_; }
     [[nodiscard]] vextrel::Options& Options() noexcept { return options_; }

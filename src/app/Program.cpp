@@ -2,9 +2,10 @@
 
 #include "app/Application.h"
 #include "core/OptionValues.h"
+#include "core/Pinned.h"
 #include "win32/EventGuard.h"
-#include "win32/Files.h"
 #include "win32/Hardening.h"
+#include "win32/ProgramState.h"
 #include "win32/ScreenCapture.h"
 
 #include <ole2.h>
@@ -16,7 +17,7 @@ namespace vextrel {
 namespace {
 
 /// What holds once the application object exists: writes ask the save switch, moves and sizes of the main window count.
-class RunningScope {
+class RunningScope : private Pinned {
   public:
     RunningScope(Application& application, SettingsStore& store) noexcept
         : form_(application.Keyboard().Form()) {
@@ -24,20 +25,16 @@ class RunningScope {
         store.SetWriteGate([&application] { return application.Keyboard().Options().SaveSettingsInINI(); });
     }
     ~RunningScope() { form_.ReportMoves(false); }
-    RunningScope(const RunningScope&) = delete;
-    RunningScope& operator=(const RunningScope&) = delete;
 
   private:
     MainWindow& form_;
 };
 
 /// Drag-and-drop, the folder browser and the naming of controls need OLE on this thread.
-class OleScope {
+class OleScope : private Pinned {
   public:
     OleScope() noexcept { ::OleInitialize(nullptr); }
     ~OleScope() { ::OleUninitialize(); }
-    OleScope(const OleScope&) = delete;
-    OleScope& operator=(const OleScope&) = delete;
 };
 
 void RegisterControls() noexcept {

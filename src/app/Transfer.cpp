@@ -1,7 +1,7 @@
 #include "app/Transfer.h"
 
 #include "transfer/DropSource.h"
-#include "win32/ComPtr.h"
+#include "win32/Com.h"
 #include "win32/EventGuard.h"
 #include "win32/FreedMemory.h"
 #include "win32/Messages.h"

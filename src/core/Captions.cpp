@@ -1,7 +1,6 @@
 #include "core/Captions.h"
 
 #include "core/CaptionText.h"
-#include "core/TrimBlanks.h"
 
 #include <iterator>
 #include <utility>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/Modifiers.h"
+#include "core/KeyTable.h"
 #include "core/TextEdit.h"
 
 #include <optional>

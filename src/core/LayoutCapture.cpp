@@ -1,4 +1,5 @@
 #include "core/LayoutCapture.h"
+#include "core/Pinned.h"
 
 #include <utility>
 
@@ -10,7 +11,7 @@ constexpr std::uint8_t shiftKey = 16;
 constexpr std::uint8_t capsLockKey = 20;
 
 /// A key that is held for as long as this lives, if it could be pressed at all.
-class PressedKey {
+class PressedKey : private Pinned {
   public:
     PressedKey(CaptureDevice& device, std::uint8_t virtualKey) noexcept
         : device_(device)
@@ -21,8 +22,6 @@ class PressedKey {
         }
     }
     ~PressedKey() { Release(); }
-    PressedKey(const PressedKey&) = delete;
-    PressedKey& operator=(const PressedKey&) = delete;
 
     void Release() noexcept {
         if (std::exchange(readiness_, CaptureResult::LostFocus) == CaptureResult::Done) {
@@ -55,7 +54,7 @@ TapOutcome Tap(CaptureDevice& device, std::uint8_t virtualKey) noexcept {
 
 /// Switches a toggled Caps Lock off and, at the end, on again. That one tap goes wherever the focus is by then: it
 /// types nothing, and the user's keyboard must be left as it was.
-class CapsLockOff {
+class CapsLockOff : private Pinned {
   public:
     explicit CapsLockOff(CaptureDevice& device) noexcept
         : device_(device) {
@@ -80,8 +79,6 @@ class CapsLockOff {
             device_.ProcessMessages();
         }
     }
-    CapsLockOff(const CapsLockOff&) = delete;
-    CapsLockOff& operator=(const CapsLockOff&) = delete;
 
     [[nodiscard]] CaptureResult Result() const noexcept { return result_; }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/KeyTable.h"
-#include "core/Modifiers.h"
 
 #include <array>
 #include <cstddef>

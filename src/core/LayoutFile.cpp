@@ -1,6 +1,6 @@
 #include "core/LayoutFile.h"
 
-#include "core/TrimBlanks.h"
+#include "core/CaptionText.h"
 
 #include <utility>
 

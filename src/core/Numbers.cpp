@@ -1,7 +1,7 @@
 #include "core/Numbers.h"
 
+#include "core/CaptionText.h"
 #include "core/Error.h"
-#include "core/TrimBlanks.h"
 
 #include <algorithm>
 #include <cmath>

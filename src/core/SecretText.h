@@ -1,10 +1,10 @@
 #pragma once
 
-#include "core/SecretPages.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
+
+#include "core/Pinned.h"
 
 namespace vextrel {
 
@@ -21,9 +21,21 @@ struct TextRange {
     }
 };
 
+/// Where a SecretText lives: what the core asks of the platform, which has pages that are locked against paging, say.
+class SecretPages {
+  public:
+    /// @return zeroed memory of at least byteCount bytes. @throws Error "Out of memory".
+    [[nodiscard]] virtual void* Allocate(std::size_t byteCount) const = 0;
+    /// Wipes the memory and gives it back. A null pointer is left alone.
+    virtual void Release(void* pages, std::size_t byteCount) const noexcept = 0;
+
+  protected:
+    ~SecretPages() = default;
+};
+
 /// The password and whatever is cut from it: text in fixed memory of its own, never reallocated, wiped
 /// wherever a character leaves it. Not copyable, so that no second copy comes about by accident.
-class SecretText {
+class SecretText : private Pinned {
   public:
     /// What 16-bit caret positions can reach.
     static constexpr std::size_t capacity = 32767;
@@ -31,8 +43,6 @@ class SecretText {
     /// @param pages where it lives; they outlive it. @throws Error "Out of memory".
     explicit SecretText(const SecretPages& pages);
     ~SecretText();
-    SecretText(const SecretText&) = delete;
-    SecretText& operator=(const SecretText&) = delete;
 
     [[nodiscard]] std::size_t Size() const noexcept { return size_; }
     [[nodiscard]] bool IsEmpty() const noexcept { return size_ == 0; }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "transfer/TextDataObject.h"
-#include "win32/ComObject.h"
-#include "win32/ComPtr.h"
+#include "win32/Com.h"
 
 #include <oleidl.h>
 

@@ -1,6 +1,5 @@
 #include "transfer/Injection.h"
 
-#include "transfer/AnsiCharacter.h"
 #include "win32/Messages.h"
 #include "win32/Text.h"
 #include "win32/TopLevelWindow.h"

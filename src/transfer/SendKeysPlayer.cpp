@@ -2,8 +2,8 @@
 
 #include "core/Error.h"
 #include "core/SendKeysParser.h"
-#include "transfer/AnsiCharacter.h"
 #include "win32/Messages.h"
+#include "win32/Text.h"
 
 #include <new>
 

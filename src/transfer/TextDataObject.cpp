@@ -1,6 +1,6 @@
 #include "transfer/TextDataObject.h"
 
-#include "transfer/HandedMemory.h"
+#include "core/Wipe.h"
 #include "win32/SystemLibrary.h"
 
 #include <shlobj.h>
@@ -11,6 +11,62 @@
 namespace vextrel {
 
 namespace {
+
+/// Memory with a piece of the password that a receiver of a drag reads. Whoever has the medium releases this object
+/// instead of freeing the memory; with the last reference the memory is wiped and freed.
+class HandedMemory final : public ComObject<IUnknown> {
+  public:
+    /// The memory is zeroed. @return null when there is none.
+    [[nodiscard]] static HandedMemory* Create(std::size_t byteCount) noexcept;
+
+    [[nodiscard]] HGLOBAL Get() const noexcept { return memory_; }
+    /// Wipes all that receivers have not released yet.
+    static void WipeAll() noexcept;
+
+  private:
+    explicit HandedMemory(HGLOBAL memory);
+    ~HandedMemory() override;
+    void Wipe() noexcept;
+
+    HGLOBAL memory_;
+};
+
+HandedMemory* HandedMemory::Create(std::size_t byteCount) noexcept {
+    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount);
+    if (memory == nullptr) {
+        return nullptr;
+    }
+    try {
+        return new HandedMemory(memory);
+    } catch (...) {
+        ::GlobalFree(memory);
+        return nullptr;
+    }
+}
+
+HandedMemory::HandedMemory(HGLOBAL memory)
+    : memory_(memory) {
+    LivingObjects<HandedMemory>().push_back(this);
+}
+
+HandedMemory::~HandedMemory() {
+    std::erase(LivingObjects<HandedMemory>(), this);
+    Wipe();
+    ::GlobalFree(memory_);
+}
+
+void HandedMemory::WipeAll() noexcept {
+    for (HandedMemory* memory : LivingObjects<HandedMemory>()) {
+        memory->Wipe();
+    }
+}
+
+void HandedMemory::Wipe() noexcept {
+    if (void* bytes = ::GlobalLock(memory_); bytes != nullptr) {
+        WipeMemory(bytes, ::GlobalSize(memory_));
+        ::GlobalUnlock(memory_);
+    }
+}
 
 constexpr FORMATETC TextFormat(CLIPFORMAT format) noexcept {
     return {format, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
@@ -89,10 +145,6 @@ HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
     return S_OK;
 }
 
-HRESULT TextDataObject::GetDataHere(FORMATETC*, STGMEDIUM*) noexcept {
-    return DV_E_FORMATETC;
-}
-
 HRESULT TextDataObject::QueryGetData(FORMATETC* format) noexcept {
     if (format == nullptr) {
         return E_POINTER;
@@ -108,10 +160,6 @@ HRESULT TextDataObject::GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) noexce
     return DATA_S_SAMEFORMATETC;
 }
 
-HRESULT TextDataObject::SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept {
-    return E_NOTIMPL;
-}
-
 HRESULT TextDataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) noexcept {
     if (formats == nullptr) {
         return E_POINTER;
@@ -124,18 +172,6 @@ HRESULT TextDataObject::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats)
     static const SystemLibrary shell(L"shell32.dll");
     const auto enumerate = shell.Find<decltype(&::SHCreateStdEnumFmtEtc)>("SHCreateStdEnumFmtEtc");
     return enumerate != nullptr ? enumerate(UINT{std::size(offeredFormats)}, offeredFormats, formats) : E_NOTIMPL;
-}
-
-HRESULT TextDataObject::DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept {
-    return OLE_E_ADVISENOTSUPPORTED;
-}
-
-HRESULT TextDataObject::DUnadvise(DWORD) noexcept {
-    return OLE_E_ADVISENOTSUPPORTED;
-}
-
-HRESULT TextDataObject::EnumDAdvise(IEnumSTATDATA**) noexcept {
-    return OLE_E_ADVISENOTSUPPORTED;
 }
 
 } // namespace vextrel

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "win32/ComObject.h"
+#include "win32/Com.h"
 #include "win32/LockedText.h"
 
 #include <objidl.h>
@@ -27,18 +27,21 @@ class TextDataObject final : public ComObject<IDataObject> {
     static void DiscardAll() noexcept;
 
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override;
-    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC* format, STGMEDIUM* medium) noexcept override;
     HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) noexcept override;
     HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC* in, FORMATETC* out) noexcept override;
-    HRESULT STDMETHODCALLTYPE SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) noexcept override;
     HRESULT STDMETHODCALLTYPE EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) noexcept override;
-    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink,
-                                      DWORD* connection) noexcept override;
-    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD connection) noexcept override;
-    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA** connections) noexcept override;
+
+    // Nothing here can be set, filled in or watched.
+    HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC*, STGMEDIUM*) noexcept override { return DV_E_FORMATETC; }
+    HRESULT STDMETHODCALLTYPE SetData(FORMATETC*, STGMEDIUM*, BOOL) noexcept override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) noexcept override { return notAdvised; }
+    HRESULT STDMETHODCALLTYPE DUnadvise(DWORD) noexcept override { return notAdvised; }
+    HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) noexcept override { return notAdvised; }
 
   private:
     ~TextDataObject() override;
+
+    static constexpr HRESULT notAdvised = OLE_E_ADVISENOTSUPPORTED;
 
     LockedText text_;
     bool open_ = false;

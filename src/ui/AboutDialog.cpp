@@ -19,6 +19,30 @@ std::wstring Lines(const std::vector<std::wstring>& lines) {
     return text;
 }
 
+const wchar_t* CaptureLine(CaptureState state) noexcept {
+    switch (state) {
+    case CaptureState::Excluded: return L"Windows hidden from screen capture";
+    case CaptureState::Black: return L"Windows black in screen captures";
+    case CaptureState::Shown: break;
+    }
+    return L"Windows visible to screen capture";
+}
+
+/// One line for each, said as it is.
+std::vector<std::wstring> ProtectionsInForce(const ProtectionFacts& facts) {
+    std::vector<std::wstring> lines{
+        facts.printScreenBlocked ? L"Print Screen is blocked" : L"Print Screen is not blocked",
+        facts.layerTakesClicks ? L"Protective layer over the keys"
+                               : L"Protective layer invisible: clicks reach the keys",
+        facts.textIsMasked ? L"Password masked" : L"Password shown in clear",
+        facts.mouseHidden ? L"Pointer shown as a grey dot" : L"Pointer shown as usual",
+        CaptureLine(facts.capture),
+    };
+    const std::vector<std::wstring> process = HardeningLines(facts.hardening);
+    lines.insert(lines.end(), process.begin(), process.end());
+    return lines;
+}
+
 } // namespace
 
 void AboutDialog::FitControls() {
@@ -47,7 +71,7 @@ void AboutDialog::CreateControls() {
     AddLink(L"Vextrel homepage", {20, 144, 150, 164}, ids::aboutHomepage);
     AddLink(L"Donate", {160, 144, 420, 164}, ids::aboutDonate);
     AddControl(WC_STATICW, L"&Protections in force", SS_LEFT, 0, {20, 176, 420, 194}, -1);
-    AddLines(Lines(protections_).c_str(), {20, 196, 420, 294}, ids::aboutProtections);
+    AddLines(Lines(ProtectionsInForce(facts_)).c_str(), {20, 196, 420, 294}, ids::aboutProtections);
     const HWND ok = AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, {335, 306, 420, 330}, IDOK);
     ::SetFocus(ok);
 }

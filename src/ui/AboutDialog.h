@@ -1,20 +1,26 @@
 #pragma once
 
 #include "ui/Dialog.h"
-#include "win32/handles.h"
-
-#include <string>
-#include <utility>
-#include <vector>
+#include "win32/Hardening.h"
+#include "win32/ScreenCapture.h"
 
 namespace vextrel {
+
+/// What protects the password at the moment.
+struct ProtectionFacts {
+    bool printScreenBlocked = false;
+    bool layerTakesClicks = false;
+    bool textIsMasked = false;
+    bool mouseHidden = false;
+    CaptureState capture = CaptureState::Shown;
+    Hardening hardening;
+};
 
 /// What the program is, where its maker's pages are, and which protections are in force at the moment.
 class AboutDialog final : public Dialog {
   public:
-    /// @param protections one line each, in the order in which they are to be read.
-    explicit AboutDialog(std::vector<std::wstring> protections)
-        : protections_(std::move(protections)) {}
+    explicit AboutDialog(const ProtectionFacts& facts)
+        : facts_(facts) {}
 
   private:
     [[nodiscard]] Look LookOf() const override { return {L"About Vextrel", {440, 344}}; }
@@ -23,7 +29,7 @@ class AboutDialog final : public Dialog {
     LRESULT OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void AddLink(const wchar_t* text, const Rect& place96, int id);
 
-    std::vector<std::wstring> protections_;
+    ProtectionFacts facts_;
     UniqueIcon icon_;
     HWND picture_ = nullptr;
     HWND name_ = nullptr;

@@ -1,5 +1,6 @@
 #include "ui/Dialog.h"
 
+#include "core/Pinned.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/TopLevelWindow.h"
@@ -11,7 +12,7 @@ namespace vextrel {
 namespace {
 
 /// Keeps a window from taking input. One that is disabled already is left to whoever disabled it.
-class DisabledScope {
+class DisabledScope : private Pinned {
   public:
     explicit DisabledScope(HWND window) noexcept
         : window_(window != nullptr && ::IsWindowEnabled(window) ? window : nullptr) {
@@ -24,8 +25,6 @@ class DisabledScope {
             ::EnableWindow(window_, TRUE);
         }
     }
-    DisabledScope(const DisabledScope&) = delete;
-    DisabledScope& operator=(const DisabledScope&) = delete;
 
   private:
     HWND window_;

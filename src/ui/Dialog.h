@@ -2,8 +2,8 @@
 
 #include "core/Geometry.h"
 #include "ui/Operations.h"
-#include "win32/FontCache.h"
 #include "win32/Form.h"
+#include "win32/SystemLook.h"
 
 #include <cmath>
 #include <vector>

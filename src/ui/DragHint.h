@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/OptionValues.h"
-#include "win32/FontCache.h"
 #include "win32/Form.h"
+#include "win32/SystemLook.h"
 
 namespace vextrel {
 

@@ -1,7 +1,7 @@
 #include "ui/InputBox.h"
 
 #include "core/ids.h"
-#include "win32/AccessibleName.h"
+#include "win32/Control.h"
 #include "win32/Text.h"
 
 namespace vextrel {

@@ -4,13 +4,41 @@
 #include "core/KeyTable.h"
 #include "core/ids.h"
 #include "ui/KeyPainter.h"
-#include "win32/AccessibleName.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vextrel {
+
+void KeyCapture::Take(HWND key) noexcept {
+    // First: the loss of an older capture comes back meanwhile and is that key's.
+    ::SetCapture(::GetParent(key));
+    key_ = key;
+}
+
+bool KeyCapture::IsFor(HWND key) const noexcept {
+    return key_ == key && ::GetCapture() == ::GetParent(key);
+}
+
+bool KeyCapture::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (key_ == nullptr) {
+        return false;
+    }
+    if (message == WM_CAPTURECHANGED) {
+        ::SendMessageW(std::exchange(key_, nullptr), message, wParam, lParam);
+        return true;
+    }
+    const bool ofPointer = message >= WM_MOUSEFIRST && message <= WM_XBUTTONDBLCLK && message != WM_MOUSEWHEEL;
+    if (!ofPointer || !IsFor(key_)) {
+        return false;
+    }
+    POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    ::MapWindowPoints(window, key_, &point, 1);
+    ::SendMessageW(key_, message, wParam, MAKELPARAM(point.x, point.y));
+    return true;
+}
 
 void KeyButton::Create(HWND parent, int number, KeyEvents& events, FontCache& fonts, KeyCapture& capture) {
     number_ = number;

@@ -1,13 +1,28 @@
 #pragma once
 
-#include "ui/KeyCapture.h"
-#include "ui/KeyEvents.h"
-#include "win32/FontCache.h"
+#include "ui/Events.h"
 #include "win32/SubclassedWindow.h"
+#include "win32/SystemLook.h"
 
 #include <string>
 
 namespace vextrel {
+
+/// The mouse while a key is held. The keys' window takes it, not the key: the system tells every accessibility listener
+/// which window takes the mouse, and a key's text is the character that is being entered.
+class KeyCapture {
+  public:
+    void Take(HWND key) noexcept;
+    [[nodiscard]] bool IsFor(HWND key) const noexcept;
+    /// Gives the mouse back; the key learns of it by WM_CAPTURECHANGED.
+    static void Release() noexcept { ::ReleaseCapture(); }
+
+    /// Passes on what the keys' window gets for the held key. @return whether the message was one for it.
+    bool Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+
+  private:
+    HWND key_ = nullptr;
+};
 
 /// One key. A push button to the outside (text, BM_GETSTATE, BM_SETSTATE, button role), but it never takes the focus,
 /// draws itself, and tells nobody when it is pushed: the system's own button would raise an accessibility event that

@@ -2,7 +2,6 @@
 
 #include "core/ids.h"
 #include "ui/DotPointer.h"
-#include "win32/AccessibleName.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 

@@ -2,16 +2,16 @@
 
 #include "core/Commands.h"
 #include "core/WindowGeometry.h"
+#include "ui/Events.h"
 #include "ui/KeyButton.h"
 #include "ui/MainMenu.h"
 #include "ui/PasswordBox.h"
 #include "ui/SliderRow.h"
 #include "ui/StatusBar.h"
 #include "ui/ToolbarControl.h"
-#include "ui/WindowEvents.h"
-#include "win32/FontCache.h"
 #include "win32/Form.h"
 #include "win32/ScreenCapture.h"
+#include "win32/SystemLook.h"
 
 #include <array>
 #include <optional>

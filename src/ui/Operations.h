@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "win32/ScreenCapture.h"
 
 #include <functional>
@@ -20,12 +21,10 @@ class Operations {
     };
 
     /// Runs an operation for as long as it lives.
-    class Scope {
+    class Scope : private Pinned {
       public:
         Scope(Operations& operations, Kind kind) noexcept;
         ~Scope();
-        Scope(const Scope&) = delete;
-        Scope& operator=(const Scope&) = delete;
 
       private:
         Operations& operations_;

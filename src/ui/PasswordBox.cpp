@@ -2,7 +2,6 @@
 
 #include "core/Numbers.h"
 #include "core/PhysicalInput.h"
-#include "ui/BoxMenu.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
@@ -33,6 +32,48 @@ constexpr auto maskPiece = [] {
     std::fill_n(piece.begin(), piece.size() - 1, maskCharacter);
     return piece;
 }();
+
+/// What a password box has to offer when its context menu opens.
+struct BoxMenuState {
+    bool masked = true; ///< nothing can be copied, cut or undone then
+    bool empty = true;
+    bool selected = false;
+    bool undoable = false;
+};
+
+/// Shows the context menu of a password box and waits for the choice. Its window's menu loop tells that a menu is open.
+/// @param screen where, in pixels; -1, -1 when the keyboard asked for it.
+/// @return the message to send to the box (WM_UNDO, WM_CUT, WM_COPY, WM_PASTE, WM_CLEAR, or EM_SETSEL for everything);
+/// 0 for none.
+UINT TrackBoxMenu(HWND box, POINT screen, BoxMenuState state) noexcept {
+    const bool canCopy = state.selected && !state.masked;
+    const struct {
+        UINT message; ///< 0: a separator
+        const wchar_t* caption;
+        bool enabled;
+    } items[] = {
+        {WM_UNDO, L"&Undo", state.undoable && !state.masked},
+        {0, nullptr, false},
+        {WM_CUT, L"Cu&t", canCopy},
+        {WM_COPY, L"&Copy", canCopy},
+        {WM_PASTE, L"&Paste", ::IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE},
+        {WM_CLEAR, L"&Delete", state.selected},
+        {0, nullptr, false},
+        {EM_SETSEL, L"Select &All", !state.empty},
+    };
+    const UniqueMenu menu(::CreatePopupMenu());
+    for (const auto& item : items) {
+        const UINT flags = item.message == 0 ? MF_SEPARATOR : item.enabled ? MF_STRING : MF_STRING | MF_GRAYED;
+        ::AppendMenuW(menu.Get(), flags, item.message, item.caption);
+    }
+    if (screen.x == -1 && screen.y == -1) {
+        screen = {};
+        ::GetCaretPos(&screen);
+        ::ClientToScreen(box, &screen);
+    }
+    return static_cast<UINT>(::TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0,
+                                              ::GetParent(box), nullptr));
+}
 
 } // namespace
 

@@ -3,7 +3,7 @@
 #include "core/DragGesture.h"
 #include "core/SecretText.h"
 #include "core/TextEdit.h"
-#include "ui/BoxEvents.h"
+#include "ui/Events.h"
 #include "win32/SubclassedWindow.h"
 
 namespace vextrel {

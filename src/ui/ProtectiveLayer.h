@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/LayerEvents.h"
+#include "ui/Events.h"
 #include "win32/Form.h"
 
 #include <cstdint>

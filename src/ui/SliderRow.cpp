@@ -2,7 +2,6 @@
 
 #include "core/OptionValues.h"
 #include "core/ids.h"
-#include "win32/AccessibleName.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 
@@ -50,8 +49,8 @@ void SliderRow::Create(HWND parent) {
     sldHoverDelay_ = CreateSlider(parent, ids::sldHoverDelay, hoverSliderMinMs, hoverSliderMaxMs, hoverSliderStepMs,
                                   hoverSliderStepMs * 5);
     lblTransparency_ = CreateLabel(parent, L"Opacity", WS_VISIBLE, ids::lblTransparency);
-    sldTransparency_ = CreateSlider(parent, ids::sldTransparency, transparencySliderMinPercent,
-                                    transparencySliderMaxPercent, 1, 10);
+    sldTransparency_ =
+        CreateSlider(parent, ids::sldTransparency, transparencySliderMinPercent, transparencySliderMaxPercent, 1, 10);
 }
 
 void SliderRow::Name(HWND toolTips) {

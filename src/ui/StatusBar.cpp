@@ -3,7 +3,7 @@
 #include "core/Geometry.h"
 #include "core/ids.h"
 #include "win32/Control.h"
-#include "win32/FontCache.h"
+#include "win32/SystemLook.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,8 +1,21 @@
 #include "win32/Control.h"
 
+#include "win32/Com.h"
 #include "win32/Text.h"
 
+#include <initguid.h>
+#include <oleacc.h>
+
 namespace vextrel {
+
+namespace {
+
+// Written out, because the import libraries at hand do not carry them.
+constexpr CLSID classOfAccPropServices{0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 0x88, 0xbd, 0x00, 0xb4, 0xa5, 0xe7}};
+constexpr IID interfaceOfAccPropServices{0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69}};
+constexpr GUID propertyName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
+
+} // namespace
 
 HWND CreateControl(HWND parent, const ControlArgs& args) {
     const Rect& place = args.placePx;
@@ -14,6 +27,22 @@ HWND CreateControl(HWND parent, const ControlArgs& args) {
         ThrowLastError();
     }
     return control;
+}
+
+void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept {
+    ComPtr<IAccPropServices> services;
+    if (FAILED(::CoCreateInstance(classOfAccPropServices, nullptr, CLSCTX_INPROC_SERVER, interfaceOfAccPropServices,
+                                  reinterpret_cast<void**>(services.Out())))) {
+        return;
+    }
+    for (const auto& [control, name] : names) {
+        constexpr auto object = static_cast<DWORD>(OBJID_CLIENT);
+        if (name != nullptr) {
+            services->SetHwndPropStr(control, object, CHILDID_SELF, propertyName, name);
+        } else {
+            services->ClearHwndProps(control, object, CHILDID_SELF, &propertyName, 1);
+        }
+    }
 }
 
 } // namespace vextrel

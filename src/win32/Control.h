@@ -3,6 +3,8 @@
 #include "core/Geometry.h"
 #include "win32/Windows.h"
 
+#include <initializer_list>
+
 namespace vextrel {
 
 struct ControlArgs {
@@ -15,5 +17,15 @@ struct ControlArgs {
 };
 /// Creates a control in a window. @throws Error with the system's code.
 [[nodiscard]] HWND CreateControl(HWND parent, const ControlArgs& args);
+
+/// A control and the name that a screen reader says for it.
+struct AccessibleName {
+    HWND control;
+    const wchar_t* name; ///< null: its text again
+};
+
+/// Names controls where their text would mislead or is missing. A system without the annotation service leaves them as
+/// they are.
+void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept;
 
 } // namespace vextrel

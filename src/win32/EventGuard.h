@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "win32/Windows.h"
 
 #include <cstdint>
@@ -19,12 +20,10 @@ class ErrorSink {
 };
 
 /// Makes a sink the program's for as long as it lives.
-class ErrorSinkScope {
+class ErrorSinkScope : private Pinned {
   public:
     explicit ErrorSinkScope(ErrorSink& sink) noexcept;
     ~ErrorSinkScope();
-    ErrorSinkScope(const ErrorSinkScope&) = delete;
-    ErrorSinkScope& operator=(const ErrorSinkScope&) = delete;
 };
 
 namespace detail {

@@ -1,7 +1,8 @@
 #include "win32/FileDialog.h"
 
+#include "core/CaptionText.h"
 #include "core/FileFilter.h"
-#include "core/TrimBlanks.h"
+#include "core/Pinned.h"
 #include "win32/Text.h"
 
 #include <commdlg.h>
@@ -20,15 +21,13 @@ namespace {
 constexpr std::size_t fileTitleSize = 260;
 
 /// Puts the process's current folder back.
-class CurrentFolderScope {
+class CurrentFolderScope : private Pinned {
   public:
     CurrentFolderScope()
         : folder_(::GetCurrentDirectoryW(0, nullptr), L'\0') {
         folder_.resize(::GetCurrentDirectoryW(static_cast<DWORD>(folder_.size()), folder_.data()));
     }
     ~CurrentFolderScope() { ::SetCurrentDirectoryW(folder_.c_str()); }
-    CurrentFolderScope(const CurrentFolderScope&) = delete;
-    CurrentFolderScope& operator=(const CurrentFolderScope&) = delete;
 
   private:
     std::wstring folder_;

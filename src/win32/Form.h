@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "win32/Windows.h"
 
 #include <vector>
@@ -11,12 +12,10 @@ namespace vextrel {
 ///
 /// A form is *loaded* from Load to Unload. Both the object and the window can outlive the other: a destroyed window
 /// leaves a form without a handle, a destroyed form takes its window with it.
-class Form {
+class Form : private Pinned {
   public:
     static constexpr const wchar_t* className = L"VextrelForm";
 
-    Form(const Form&) = delete;
-    Form& operator=(const Form&) = delete;
     virtual ~Form();
 
     [[nodiscard]] HWND Handle() const noexcept { return handle_; }

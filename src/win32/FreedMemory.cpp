@@ -1,5 +1,6 @@
 #include "win32/FreedMemory.h"
 
+#include "core/Pinned.h"
 #include "win32/Windows.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ constexpr SIZE_T headerOfTaken = 16;
 constexpr SIZE_T growth = 65536;
 
 /// While it lives, no other thread uses the heap.
-class HeapLockScope {
+class HeapLockScope : private Pinned {
   public:
     explicit HeapLockScope(HANDLE heap) noexcept
         : heap_(heap)
@@ -28,8 +29,6 @@ class HeapLockScope {
             ::HeapUnlock(heap_);
         }
     }
-    HeapLockScope(const HeapLockScope&) = delete;
-    HeapLockScope& operator=(const HeapLockScope&) = delete;
 
   private:
     HANDLE heap_;

@@ -1,6 +1,6 @@
 #include "win32/HoverBeep.h"
 
-#include "win32/Files.h"
+#include "win32/ProgramState.h"
 #include "win32/SystemLibrary.h"
 
 #include <mmsystem.h>

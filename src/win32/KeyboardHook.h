@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "win32/handles.h"
 
 #include <atomic>
@@ -11,12 +12,10 @@ namespace vextrel {
 /// Every key of the whole system waits for the thread that a hook was installed on. The user-interface thread may be
 /// busy (a beep, a wait, a dialog of the system), so the hook has a thread of its own, which does nothing else and
 /// shares nothing with the rest of the program but the hook's handle.
-class KeyboardHook {
+class KeyboardHook : private Pinned {
   public:
     KeyboardHook() = default;
     ~KeyboardHook() { Remove(); }
-    KeyboardHook(const KeyboardHook&) = delete;
-    KeyboardHook& operator=(const KeyboardHook&) = delete;
 
     /// Returns when the hook is in place. A second installation does nothing. A refusal of the system leaves the
     /// program without it.

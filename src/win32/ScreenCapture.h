@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "win32/handles.h"
 
 namespace vextrel {
@@ -19,24 +20,20 @@ void ExcludeFromCapture(HWND window) noexcept;
 
 /// While it lives, this thread's windows are kept out of screen captures: our own from their creation, the system's
 /// wherever a SystemWindowsScope stands.
-class CaptureExclusion {
+class CaptureExclusion : private Pinned {
   public:
     /// @param systemWindowsToo takes a hook for those.
     explicit CaptureExclusion(bool systemWindowsToo) noexcept;
     ~CaptureExclusion();
-    CaptureExclusion(const CaptureExclusion&) = delete;
-    CaptureExclusion& operator=(const CaptureExclusion&) = delete;
 };
 
 /// Stands around whatever makes the system show windows of its own on this thread (menus, message boxes, common
 /// dialogs): while it lives, they are excluded before they are first seen. Nests. Not kept for good, because watching
 /// makes every message of the thread dearer, a key press as well.
-class SystemWindowsScope {
+class SystemWindowsScope : private Pinned {
   public:
     SystemWindowsScope() noexcept;
     ~SystemWindowsScope();
-    SystemWindowsScope(const SystemWindowsScope&) = delete;
-    SystemWindowsScope& operator=(const SystemWindowsScope&) = delete;
 };
 
 } // namespace vextrel

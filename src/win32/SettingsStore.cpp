@@ -1,7 +1,7 @@
 #include "win32/SettingsStore.h"
 
 #include "core/OptionValues.h"
-#include "win32/Files.h"
+#include "win32/ProgramState.h"
 #include "win32/Text.h"
 
 #include <algorithm>

@@ -1,16 +1,14 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "win32/Windows.h"
 
 namespace vextrel {
 
 /// A window whose messages an object of ours gets first. The object is found in a table of this process, never through
 /// anything that another process can write (user data, properties).
-class SubclassedWindow {
+class SubclassedWindow : private Pinned {
   public:
-    SubclassedWindow(const SubclassedWindow&) = delete;
-    SubclassedWindow& operator=(const SubclassedWindow&) = delete;
-
     /// Null before a window is taken over and after it has gone.
     [[nodiscard]] HWND Handle() const noexcept { return handle_; }
 

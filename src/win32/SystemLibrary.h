@@ -4,12 +4,6 @@
 
 namespace vextrel {
 
-namespace detail {
-inline void UnloadModule(HMODULE module) noexcept {
-    ::FreeLibrary(module);
-}
-} // namespace detail
-
 /// A library of Windows, loaded from the system's folder and from nowhere else: a file of that name beside the program
 /// or in the current folder is never taken. Stays loaded as long as the object lives.
 class SystemLibrary {
@@ -28,7 +22,7 @@ class SystemLibrary {
     }
 
   private:
-    UniqueHandle<HMODULE, &detail::UnloadModule> module_;
+    UniqueLibrary module_;
 };
 
 } // namespace vextrel

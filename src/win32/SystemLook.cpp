@@ -1,6 +1,6 @@
 #include "win32/SystemLook.h"
 
-#include "win32/Windows.h"
+#include <cstdlib>
 
 namespace vextrel {
 
@@ -16,6 +16,35 @@ bool PicturesFollowTextColour() noexcept {
     // Weights of the channels in perceived brightness, in percent; dark is what is nearer to black than to white.
     const int brightness = (30 * GetRValue(ground) + 59 * GetGValue(ground) + 11 * GetBValue(ground)) / 100;
     return IsHighContrast() || brightness < 128;
+}
+
+int CharacterHeightOf(HFONT font) noexcept {
+    LOGFONTW wanted{};
+    ::GetObjectW(font, sizeof wanted, &wanted);
+    return static_cast<int>(std::abs(wanted.lfHeight));
+}
+
+HFONT FontCache::MessageFont(int dpi) {
+    return Get(dpi, 0);
+}
+
+HFONT FontCache::Sized(int dpi, int heightPx) {
+    return Get(dpi, heightPx > 0 ? heightPx : 1);
+}
+
+HFONT FontCache::Get(int dpi, int heightPx) {
+    UniqueFont& font = fonts_[{dpi, heightPx}];
+    if (!font) {
+        NONCLIENTMETRICSW metrics{};
+        metrics.cbSize = sizeof metrics;
+        ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, static_cast<UINT>(dpi));
+        if (heightPx != 0) {
+            metrics.lfMessageFont.lfHeight = -heightPx;
+        }
+        font.Reset(::CreateFontIndirectW(&metrics.lfMessageFont));
+    }
+    // Out of graphics objects: the system's own font, until one can be made.
+    return font ? font.Get() : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
 }
 
 } // namespace vextrel

@@ -1,6 +1,7 @@
 #include "win32/Text.h"
 
 #include "core/Error.h"
+#include "core/Wipe.h"
 
 namespace vextrel {
 
@@ -72,6 +73,21 @@ std::wstring WindowText(HWND window) {
     std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<std::size_t>(::GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
     return text;
+}
+
+AnsiCharacter::AnsiCharacter(std::wstring_view text) noexcept {
+    if (text.empty()) {
+        return;
+    }
+    unitCount_ = text.size() > 1 && IS_SURROGATE_PAIR(text[0], text[1]) ? 2 : 1;
+    const int written = ::WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(unitCount_),
+                                              reinterpret_cast<char*>(bytes_.data()), static_cast<int>(bytes_.size()),
+                                              nullptr, nullptr);
+    byteCount_ = static_cast<std::size_t>(written);
+}
+
+AnsiCharacter::~AnsiCharacter() {
+    WipeMemory(bytes_.data(), bytes_.size());
 }
 
 } // namespace vextrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Pinned.h"
 #include "win32/Windows.h"
 
 #include <utility>
@@ -38,50 +39,37 @@ class UniqueHandle {
     Handle handle_ = invalid;
 };
 
-namespace detail {
-inline void DeleteGdiObject(HGDIOBJ object) noexcept {
-    ::DeleteObject(object);
-}
-inline void DestroyImages(HIMAGELIST images) noexcept {
-    ::ImageList_Destroy(images);
-}
-inline void DeleteContext(HDC context) noexcept {
-    ::DeleteDC(context);
-}
-inline void UnhookHook(HHOOK hook) noexcept {
-    ::UnhookWindowsHookEx(hook);
-}
-inline void DestroyMenuHandle(HMENU menu) noexcept {
-    ::DestroyMenu(menu);
-}
-inline void DestroyIconHandle(HICON icon) noexcept {
-    ::DestroyIcon(icon);
-}
-inline void CloseKernelHandle(HANDLE handle) noexcept {
-    ::CloseHandle(handle);
-}
-} // namespace detail
+/// What ends a handle's life; the system's own functions are no constants.
+struct Close {
+    static void Kernel(HANDLE handle) noexcept { ::CloseHandle(handle); }
+    static void Graphics(HGDIOBJ object) noexcept { ::DeleteObject(object); }
+    static void Context(HDC context) noexcept { ::DeleteDC(context); }
+    static void Images(HIMAGELIST images) noexcept { ::ImageList_Destroy(images); }
+    static void Hook(HHOOK hook) noexcept { ::UnhookWindowsHookEx(hook); }
+    static void Menu(HMENU menu) noexcept { ::DestroyMenu(menu); }
+    static void Icon(HICON icon) noexcept { ::DestroyIcon(icon); }
+    static void Library(HMODULE library) noexcept { ::FreeLibrary(library); }
+};
 
-using UniqueKernelHandle = UniqueHandle<HANDLE, &detail::CloseKernelHandle>;
-using UniqueFont = UniqueHandle<HFONT, &detail::DeleteGdiObject>;
-using UniquePen = UniqueHandle<HPEN, &detail::DeleteGdiObject>;
-using UniqueBitmap = UniqueHandle<HBITMAP, &detail::DeleteGdiObject>;
-using UniqueMemoryContext = UniqueHandle<HDC, &detail::DeleteContext>;
-using UniqueImageList = UniqueHandle<HIMAGELIST, &detail::DestroyImages>;
-using UniqueHook = UniqueHandle<HHOOK, &detail::UnhookHook>;
-using UniqueMenu = UniqueHandle<HMENU, &detail::DestroyMenuHandle>;
-using UniqueIcon = UniqueHandle<HICON, &detail::DestroyIconHandle>;
+using UniqueKernelHandle = UniqueHandle<HANDLE, &Close::Kernel>;
+using UniqueFont = UniqueHandle<HFONT, &Close::Graphics>;
+using UniquePen = UniqueHandle<HPEN, &Close::Graphics>;
+using UniqueBitmap = UniqueHandle<HBITMAP, &Close::Graphics>;
+using UniqueMemoryContext = UniqueHandle<HDC, &Close::Context>;
+using UniqueImageList = UniqueHandle<HIMAGELIST, &Close::Images>;
+using UniqueHook = UniqueHandle<HHOOK, &Close::Hook>;
+using UniqueMenu = UniqueHandle<HMENU, &Close::Menu>;
+using UniqueIcon = UniqueHandle<HICON, &Close::Icon>;
+using UniqueLibrary = UniqueHandle<HMODULE, &Close::Library>;
 
 /// BeginPaint and EndPaint.
-class PaintScope {
+class PaintScope : private Pinned {
   public:
     explicit PaintScope(HWND window) noexcept
         : window_(window) {
         ::BeginPaint(window, &paint_);
     }
     ~PaintScope() { ::EndPaint(window_, &paint_); }
-    PaintScope(const PaintScope&) = delete;
-    PaintScope& operator=(const PaintScope&) = delete;
     [[nodiscard]] HDC Context() const noexcept { return paint_.hdc; }
 
   private:
@@ -90,14 +78,12 @@ class PaintScope {
 };
 
 /// SelectObject, undone on the way out.
-class SelectScope {
+class SelectScope : private Pinned {
   public:
     SelectScope(HDC context, HGDIOBJ object) noexcept
         : context_(context)
         , previous_(::SelectObject(context, object)) {}
     ~SelectScope() { ::SelectObject(context_, previous_); }
-    SelectScope(const SelectScope&) = delete;
-    SelectScope& operator=(const SelectScope&) = delete;
 
   private:
     HDC context_;
@@ -105,14 +91,12 @@ class SelectScope {
 };
 
 /// Sets a flag for as long as it lives; scopes may nest.
-class FlagScope {
+class FlagScope : private Pinned {
   public:
     explicit FlagScope(bool& flag) noexcept
         : flag_(flag)
         , previous_(std::exchange(flag, true)) {}
     ~FlagScope() { flag_ = previous_; }
-    FlagScope(const FlagScope&) = delete;
-    FlagScope& operator=(const FlagScope&) = delete;
 
   private:
     bool& flag_;

@@ -1,6 +1,6 @@
 #include "core/PhysicalInput.h"
 
-#include "core/Modifiers.h"
+#include "core/KeyTable.h"
 
 #include "HeapText.h"
 

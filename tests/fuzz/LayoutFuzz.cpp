@@ -6,7 +6,6 @@
 #include "core/Captions.h"
 #include "core/KeyPress.h"
 #include "core/LayoutFile.h"
-#include "core/TrimBlanks.h"
 
 #include <algorithm>
 #include <map>

@@ -6,14 +6,13 @@
 #include "driver/Input.h"
 #include "driver/Sandbox.h"
 #include "driver/Target.h"
-#include "transfer/AnsiCharacter.h"
 #include "transfer/SendKeysPlayer.h"
 #include "transfer/TextDataObject.h"
 #include "ui/AboutDialog.h"
 #include "ui/DragHint.h"
 #include "ui/ErrorDialog.h"
 #include "ui/InputBox.h"
-#include "win32/ComPtr.h"
+#include "win32/Com.h"
 #include "win32/FileDialog.h"
 #include "win32/FreedMemory.h"
 #include "win32/SettingsStore.h"
@@ -213,7 +212,7 @@ TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
             hint.ShowFor(mode, nullptr);
             checkOnScreens(hint.Handle(), percent);
         }
-        AboutDialog about({L"One", L"Two"});
+        AboutDialog about({});
         ErrorDialog error(L"Form_Load\r\n13: Type mismatch");
         InputBox question(L"Value", L"Give a new protective layer transparency value (0-255).", L"5");
         for (Dialog* dialog :

@@ -1,4 +1,4 @@
-#include "win32/Files.h"
+#include "win32/ProgramState.h"
 
 #include "win32/Text.h"
 
