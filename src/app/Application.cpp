@@ -20,7 +20,6 @@ Application::~Application() {
 }
 
 void Application::CloseProgram() noexcept {
-    ::PostQuitMessage(0);
     // Unloading one window may take others with it: look anew each time.
     for (std::size_t left = Form::Loaded().size(); left > 0; --left) {
         if (left <= Form::Loaded().size()) {

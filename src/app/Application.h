@@ -31,7 +31,7 @@ class Application : private Pinned {
     bool KeepPasswordAfterDragDrop = false;
     bool MouseHidden = false;
 
-    /// Unloads every loaded window, last to first, and ends the loop of events.
+    /// Unloads every loaded window, last to first.
     void CloseProgram() noexcept;
     /// Shows an unexpected error, modal to the owner.
     void LogError(std::wstring_view source, std::int32_t number, std::wstring_view description, HWND owner) noexcept;

@@ -63,16 +63,17 @@ void FollowReleasedModifier(Keyboard& keyboard, const MSG& message) noexcept {
     }
 }
 
+/// Until the main window has gone.
 int ServeEvents(Keyboard& keyboard) {
     MSG message{};
-    while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+    while (keyboard.Form().IsLoaded() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
         FollowReleasedModifier(keyboard, message);
         if (!::IsDialogMessageW(keyboard.Form().Handle(), &message)) {
             ::TranslateMessage(&message);
             ::DispatchMessageW(&message);
         }
     }
-    return static_cast<int>(message.wParam);
+    return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 0;
 }
 
 } // namespace
