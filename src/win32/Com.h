@@ -6,19 +6,14 @@
 #include <unknwn.h>
 
 #include <atomic>
-
-#include <utility>
 #include <vector>
 
 namespace vextrel {
 
 /// A COM object of one interface. Born with one reference, its maker's; the last one that is released destroys it.
 template <typename Interface>
-class ComObject : public Interface {
+class ComObject : public Interface, private Pinned {
   public:
-    ComObject(const ComObject&) = delete;
-    ComObject& operator=(const ComObject&) = delete;
-
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept final {
         if (object == nullptr) {
             return E_POINTER;
@@ -57,20 +52,12 @@ template <typename Object>
 
 /// Owns one reference to a COM object.
 template <typename Interface>
-class ComPtr {
+class ComPtr : private Pinned {
   public:
     ComPtr() noexcept = default;
     /// Takes over the caller's reference.
     explicit ComPtr(Interface* object) noexcept
         : object_(object) {}
-    ComPtr(ComPtr&& other) noexcept
-        : object_(std::exchange(other.object_, nullptr)) {}
-    ComPtr& operator=(ComPtr&& other) noexcept {
-        std::swap(object_, other.object_);
-        return *this;
-    }
-    ComPtr(const ComPtr&) = delete;
-    ComPtr& operator=(const ComPtr&) = delete;
     ~ComPtr() {
         if (object_ != nullptr) {
             object_->Release();
@@ -80,12 +67,8 @@ class ComPtr {
     [[nodiscard]] Interface* Get() const noexcept { return object_; }
     [[nodiscard]] Interface* operator->() const noexcept { return object_; }
     [[nodiscard]] Interface& operator*() const noexcept { return *object_; }
-    [[nodiscard]] explicit operator bool() const noexcept { return object_ != nullptr; }
-    /// For calls that give back an object; what was held before is released.
-    [[nodiscard]] Interface** Out() noexcept {
-        *this = ComPtr();
-        return &object_;
-    }
+    /// For a call that gives back an object; only while none is held.
+    [[nodiscard]] Interface** Out() noexcept { return &object_; }
 
   private:
     Interface* object_ = nullptr;

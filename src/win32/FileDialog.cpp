@@ -1,8 +1,6 @@
 #include "win32/FileDialog.h"
 
 #include "core/CaptionText.h"
-#include "core/FileFilter.h"
-#include "core/Pinned.h"
 #include "win32/Text.h"
 
 #include <commdlg.h>
@@ -10,15 +8,11 @@
 #include <shlobj.h>
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 namespace vextrel {
 
 namespace {
-
-/// Of the file title's buffer, terminator included.
-constexpr std::size_t fileTitleSize = 260;
 
 /// Puts the process's current folder back.
 class CurrentFolderScope : private Pinned {
@@ -63,22 +57,6 @@ std::wstring Returned(const char* text) {
 
 } // namespace
 
-FileDialog::FileDialog()
-    : filter_(FilterForSystem(L"All Files (*.*)|*.*"))
-    , dialogs_(L"comdlg32.dll") {}
-
-void FileDialog::SetFilter(std::wstring_view filter) {
-    filter_ = FilterForSystem(filter);
-}
-
-bool FileDialog::ShowOpen() {
-    return Show("GetOpenFileNameA");
-}
-
-bool FileDialog::ShowSave() {
-    return Show("GetSaveFileNameA");
-}
-
 bool FileDialog::Show(const char* dialog) {
     const auto show = dialogs_.Find<decltype(&::GetOpenFileNameA)>(dialog);
     const std::string filter = Narrow(filter_);
@@ -90,7 +68,7 @@ bool FileDialog::Show(const char* dialog) {
     const std::string folder = FolderOfPath(Widen(name)).empty() ? NarrowPath(InitDir).value_or("") : "";
     const auto fileSize = static_cast<std::size_t>(std::max<std::int16_t>(MaxFileSize, 0));
     std::vector<char> file = FileBuffer(name, fileSize);
-    std::vector<char> fileTitle(fileTitleSize, ' ');
+    std::vector<char> fileTitle(260, ' ');
     fileTitle.back() = '\0';
 
     OPENFILENAMEA record{};
@@ -121,19 +99,14 @@ bool FileDialog::Show(const char* dialog) {
 }
 
 bool FileDialog::ChooseDirectory() {
-    const SystemLibrary ole(L"ole32.dll");
     const SystemLibrary shell(L"shell32.dll");
-    const auto initialise = ole.Find<decltype(&::CoInitializeEx)>("CoInitializeEx");
-    const auto uninitialise = ole.Find<decltype(&::CoUninitialize)>("CoUninitialize");
-    const auto freeMemory = ole.Find<decltype(&::CoTaskMemFree)>("CoTaskMemFree");
     const auto browse = shell.Find<decltype(&::SHBrowseForFolderA)>("SHBrowseForFolderA");
     const auto pathOf = shell.Find<decltype(&::SHGetPathFromIDListA)>("SHGetPathFromIDListA");
-    if (initialise == nullptr || uninitialise == nullptr || freeMemory == nullptr || browse == nullptr ||
-        pathOf == nullptr) {
+    if (browse == nullptr || pathOf == nullptr) {
         return CancelError;
     }
     // The new look of the browser is a COM object. On a thread that has COM already this only counts.
-    const bool initialised = SUCCEEDED(initialise(nullptr, COINIT_APARTMENTTHREADED));
+    const bool initialised = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED));
     const std::string title = Narrow(DialogTitle);
     BROWSEINFOA browser{};
     browser.hwndOwner = hwnd;
@@ -145,10 +118,10 @@ bool FileDialog::ChooseDirectory() {
     char path[MAX_PATH] = {};
     if (PIDLIST_ABSOLUTE folder = browse(&browser); folder != nullptr) {
         chosen = pathOf(folder, path) != FALSE;
-        freeMemory(folder);
+        ::CoTaskMemFree(folder);
     }
     if (initialised) {
-        uninitialise();
+        ::CoUninitialize();
     }
     if (!chosen) {
         return CancelError;

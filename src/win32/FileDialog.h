@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/FileFilter.h"
 #include "win32/SystemLibrary.h"
-#include "win32/Windows.h"
 
 #include <cstdint>
 #include <string>
@@ -15,8 +15,6 @@ namespace vextrel {
 /// is afterwards what it was before; with OFN_NOCHANGEDIR among the flags it does not change meanwhile either.
 class FileDialog {
   public:
-    FileDialog();
-
     /// Whether a cancelled dialog is told from one in which the user chose.
     bool CancelError = false;
     /// Added to a name that the user types without an extension; without the dot.
@@ -43,12 +41,12 @@ class FileDialog {
 
     [[nodiscard]] const std::wstring& Filter() const noexcept { return filter_; }
     /// @param filter pairs of description and pattern, separated by "|".
-    void SetFilter(std::wstring_view filter);
+    void SetFilter(std::wstring_view filter) { filter_ = FilterForSystem(filter); }
 
     // Each returns true when the user cancelled, or the dialog failed, and CancelError asks for it; the properties are
     // unchanged then. All else is false.
-    [[nodiscard]] bool ShowOpen();
-    [[nodiscard]] bool ShowSave();
+    [[nodiscard]] bool ShowOpen() { return Show("GetOpenFileNameA"); }
+    [[nodiscard]] bool ShowSave() { return Show("GetSaveFileNameA"); }
     [[nodiscard]] bool ChooseDirectory();
 
     [[nodiscard]] bool DirExists(const std::wstring& path) const noexcept;
@@ -58,8 +56,8 @@ class FileDialog {
   private:
     [[nodiscard]] bool Show(const char* dialog);
 
-    std::wstring filter_;
-    SystemLibrary dialogs_;
+    std::wstring filter_ = FilterForSystem(L"All Files (*.*)|*.*");
+    SystemLibrary dialogs_{L"comdlg32.dll"};
 };
 
 } // namespace vextrel

@@ -1,19 +1,39 @@
 #pragma once
 
+#include "win32/Windows.h"
+
 namespace vextrel {
 
 // What keys and buttons are doing just now, whichever messages are still under way.
 
-[[nodiscard]] bool IsDownNow(int virtualKey) noexcept;
+/// Whether any of them is down.
+template <typename... Keys>
+[[nodiscard]] bool IsDownNow(Keys... virtualKeys) noexcept {
+    return ((::GetAsyncKeyState(virtualKeys) < 0) || ...);
+}
+
 /// Either of the two Shift keys.
-[[nodiscard]] bool IsShiftDownNow() noexcept;
-[[nodiscard]] bool IsAnyMouseButtonDown() noexcept;
+[[nodiscard]] inline bool IsShiftDownNow() noexcept {
+    return IsDownNow(VK_SHIFT, VK_RSHIFT, VK_LSHIFT);
+}
+
+[[nodiscard]] inline bool IsAnyMouseButtonDown() noexcept {
+    return IsDownNow(VK_LBUTTON, VK_RBUTTON, VK_MBUTTON, VK_XBUTTON1, VK_XBUTTON2);
+}
+
 /// The left one, unless the user has swapped them.
-[[nodiscard]] bool IsPrimaryButtonDown() noexcept;
+[[nodiscard]] inline bool IsPrimaryButtonDown() noexcept {
+    return IsDownNow(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON);
+}
 
 // What they were doing when the message that is being handled was made.
 
-[[nodiscard]] bool WasDown(int virtualKey) noexcept;
-[[nodiscard]] bool WasToggled(int virtualKey) noexcept;
+[[nodiscard]] inline bool WasDown(int virtualKey) noexcept {
+    return ::GetKeyState(virtualKey) < 0;
+}
+
+[[nodiscard]] inline bool WasToggled(int virtualKey) noexcept {
+    return (::GetKeyState(virtualKey) & 1) != 0;
+}
 
 } // namespace vextrel

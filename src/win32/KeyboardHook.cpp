@@ -13,11 +13,8 @@ constexpr SIZE_T stackBytes = 65536;
 
 /// Every key of the system waits for this: it looks and returns.
 LRESULT CALLBACK HookProcedure(int code, WPARAM wParam, LPARAM lParam) noexcept {
-    if (code == HC_ACTION) {
-        const auto& key = *reinterpret_cast<const KBDLLHOOKSTRUCT*>(lParam);
-        if (key.vkCode == VK_SNAPSHOT) {
-            return -1;
-        }
+    if (code == HC_ACTION && reinterpret_cast<const KBDLLHOOKSTRUCT*>(lParam)->vkCode == VK_SNAPSHOT) {
+        return -1;
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }

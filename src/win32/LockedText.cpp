@@ -28,19 +28,12 @@ void LockAgainstPaging(void* pages, std::size_t byteCount) noexcept {
     }
 }
 
-/// The functions exist from Windows 10 1703 on.
-void KeepOutOfCrashReports(void* pages, std::size_t byteCount) noexcept {
-    using Register = HRESULT(WINAPI*)(const void*, DWORD);
-    if (const auto registerBlock = SystemLibrary(L"kernel32.dll").Find<Register>("WerRegisterExcludedMemoryBlock")) {
-        registerBlock(pages, static_cast<DWORD>(byteCount));
-    }
-}
-
-void ForgetInCrashReports(void* pages) noexcept {
-    using Unregister = HRESULT(WINAPI*)(const void*);
-    if (const auto unregisterBlock =
-            SystemLibrary(L"kernel32.dll").Find<Unregister>("WerUnregisterExcludedMemoryBlock")) {
-        unregisterBlock(pages);
+/// Calls one of the functions for crash reports, which exist from Windows 10 1703 on.
+template <typename... Arguments>
+void CallCrashReports(const char* function, Arguments... arguments) noexcept {
+    using Function = HRESULT(WINAPI*)(Arguments...);
+    if (const auto call = SystemLibrary(L"kernel32.dll").Find<Function>(function)) {
+        call(arguments...);
     }
 }
 
@@ -52,7 +45,7 @@ class LockedPages final : public SecretPages {
             throw Error(ErrorNumber::OutOfMemory);
         }
         LockAgainstPaging(pages, byteCount);
-        KeepOutOfCrashReports(pages, byteCount);
+        CallCrashReports<const void*, DWORD>("WerRegisterExcludedMemoryBlock", pages, static_cast<DWORD>(byteCount));
         return pages;
     }
 
@@ -61,7 +54,7 @@ class LockedPages final : public SecretPages {
             return;
         }
         WipeMemory(pages, byteCount);
-        ForgetInCrashReports(pages);
+        CallCrashReports<const void*>("WerUnregisterExcludedMemoryBlock", pages);
         // Freeing ends the lock, too.
         ::VirtualFree(pages, 0, MEM_RELEASE);
     }

@@ -5,18 +5,15 @@
 namespace vextrel {
 
 std::wstring FindProgramFolder() {
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    std::wstring path;
+    DWORD length = 0;
+    do { // until it is not cut
+        path.resize(path.size() + MAX_PATH);
+        length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
         if (length == 0) {
             ThrowLastError();
         }
-        if (length < path.size()) {
-            path.resize(length);
-            break;
-        }
-        path.resize(path.size() * 2);
-    }
+    } while (length == path.size());
     return path.substr(0, path.find_last_of(L'\\'));
 }
 

@@ -9,7 +9,7 @@ namespace vextrel {
 /// What the whole program knows from its start; the entry routine owns the one instance.
 struct ProgramState {
     std::wstring folder;           ///< of the running program file, without a trailing separator
-    std::wstring SettingsFilePath; ///< empty until the controller has asked for it
+    std::wstring SettingsFilePath; ///< empty at first
     /// Keeps the program from installing hooks and replacing the forms' window procedures; the layer then starts
     /// visible. Nothing of the program sets it.
     bool HooksDisabled = false;
@@ -17,7 +17,7 @@ struct ProgramState {
     bool printScreenBlocked = false;
 };
 
-/// The folder of the running program file, without a trailing separator. @throws Error with the system's code.
+/// ProgramState::folder. @throws Error with the system's code.
 [[nodiscard]] std::wstring FindProgramFolder();
 
 /// Whether a listing of the path finds an entry, a folder too.

@@ -21,10 +21,6 @@ Exclusion& TheExclusion() noexcept {
     return exclusion;
 }
 
-bool IsTopLevel(HWND window) noexcept {
-    return ::GetAncestor(window, GA_PARENT) == ::GetDesktopWindow();
-}
-
 /// Sees the messages to the windows of this thread, whoever made them. Before a window is shown, its place changes,
 /// however it is shown; tool tips and menus get no other notice.
 LRESULT CALLBACK BeforeMessage(int code, WPARAM wParam, LPARAM lParam) noexcept {
@@ -33,7 +29,7 @@ LRESULT CALLBACK BeforeMessage(int code, WPARAM wParam, LPARAM lParam) noexcept 
         const bool appears = (message.message == WM_SHOWWINDOW && message.wParam != FALSE) ||
                              (message.message == WM_WINDOWPOSCHANGING &&
                               (reinterpret_cast<const WINDOWPOS*>(message.lParam)->flags & SWP_SHOWWINDOW) != 0);
-        if (appears && IsTopLevel(message.hwnd)) {
+        if (appears && ::GetAncestor(message.hwnd, GA_PARENT) == ::GetDesktopWindow()) {
             ExcludeFromCapture(message.hwnd);
         }
     }
@@ -47,11 +43,10 @@ CaptureState CaptureStateOf(HWND window) noexcept {
     if (::GetWindowDisplayAffinity(window, &affinity) == FALSE) {
         return CaptureState::Shown;
     }
-    switch (affinity) {
-    case excludeFromCapture: return CaptureState::Excluded;
-    case WDA_MONITOR: return CaptureState::Black;
-    default: return CaptureState::Shown;
+    if (affinity == excludeFromCapture) {
+        return CaptureState::Excluded;
     }
+    return affinity == WDA_MONITOR ? CaptureState::Black : CaptureState::Shown;
 }
 
 void ExcludeFromCapture(HWND window) noexcept {

@@ -1,7 +1,5 @@
 #include "win32/SettingsStore.h"
 
-#include "core/OptionValues.h"
-#include "win32/ProgramState.h"
 #include "win32/Text.h"
 
 #include <algorithm>
@@ -59,14 +57,6 @@ void SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view se
     const std::wstring& target = file.empty() ? program_.SettingsFilePath : file;
     ::WritePrivateProfileStringW(ThroughCodePage(section).c_str(), ThroughCodePage(key).c_str(),
                                  ThroughCodePage(value).c_str(), target.c_str());
-}
-
-std::wstring SettingsStore::ReadSetting(std::wstring_view key) const {
-    return ReadINIValue(program_.SettingsFilePath, settings::section, key);
-}
-
-void SettingsStore::WriteSetting(std::wstring_view key, std::wstring_view value) {
-    WriteINIValue(program_.SettingsFilePath, settings::section, key, value);
 }
 
 } // namespace vextrel

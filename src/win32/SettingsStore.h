@@ -1,10 +1,9 @@
 #pragma once
 
+#include "core/OptionValues.h"
 #include "win32/ProgramState.h"
 
 #include <functional>
-#include <string>
-#include <string_view>
 
 namespace vextrel {
 
@@ -29,8 +28,12 @@ class SettingsStore {
                        std::wstring_view value);
 
     /// Values of the section "Settings" in the settings file.
-    [[nodiscard]] std::wstring ReadSetting(std::wstring_view key) const;
-    void WriteSetting(std::wstring_view key, std::wstring_view value);
+    [[nodiscard]] std::wstring ReadSetting(std::wstring_view key) const {
+        return ReadINIValue(program_.SettingsFilePath, settings::section, key);
+    }
+    void WriteSetting(std::wstring_view key, std::wstring_view value) {
+        WriteINIValue(program_.SettingsFilePath, settings::section, key, value);
+    }
 
     /// From now on each write asks first. Until the application object exists, writes are unconditional.
     void SetWriteGate(std::function<bool()> mayWrite) { mayWrite_ = std::move(mayWrite); }

@@ -24,14 +24,6 @@ int CharacterHeightOf(HFONT font) noexcept {
     return static_cast<int>(std::abs(wanted.lfHeight));
 }
 
-HFONT FontCache::MessageFont(int dpi) {
-    return Get(dpi, 0);
-}
-
-HFONT FontCache::Sized(int dpi, int heightPx) {
-    return Get(dpi, heightPx > 0 ? heightPx : 1);
-}
-
 HFONT FontCache::Get(int dpi, int heightPx) {
     UniqueFont& font = fonts_[{dpi, heightPx}];
     if (!font) {

@@ -2,6 +2,7 @@
 
 #include "win32/handles.h"
 
+#include <algorithm>
 #include <map>
 
 namespace vextrel {
@@ -35,9 +36,9 @@ void WithFont(HFONT font, Use use) {
 class FontCache {
   public:
     /// The message font as the user has set it, for this DPI.
-    [[nodiscard]] HFONT MessageFont(int dpi);
+    [[nodiscard]] HFONT MessageFont(int dpi) { return Get(dpi, 0); }
     /// The same face at a height in pixels (of the characters, without leading).
-    [[nodiscard]] HFONT Sized(int dpi, int heightPx);
+    [[nodiscard]] HFONT Sized(int dpi, int heightPx) { return Get(dpi, std::max(heightPx, 1)); }
     void Clear() noexcept { fonts_.clear(); }
 
   private:

@@ -3,40 +3,31 @@
 #include "core/Pinned.h"
 #include "win32/Windows.h"
 
+#include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace vextrel {
 
 /// Move-only owner of a Windows handle. Reading (`Get`) and giving up (`Release`) are explicit.
 /// @tparam Close what ends the handle's life; its result is not interesting any more.
-template <typename Handle, auto Close, Handle invalid = Handle{}>
+template <typename Handle, auto Close>
 class UniqueHandle {
   public:
     UniqueHandle() noexcept = default;
     explicit UniqueHandle(Handle handle) noexcept
         : handle_(handle) {}
-    UniqueHandle(UniqueHandle&& other) noexcept
-        : handle_(other.Release()) {}
-    UniqueHandle& operator=(UniqueHandle&& other) noexcept {
-        Reset(other.Release());
-        return *this;
-    }
-    UniqueHandle(const UniqueHandle&) = delete;
-    UniqueHandle& operator=(const UniqueHandle&) = delete;
-    ~UniqueHandle() { Reset(); }
 
-    [[nodiscard]] Handle Get() const noexcept { return handle_; }
-    [[nodiscard]] explicit operator bool() const noexcept { return handle_ != invalid; }
-    [[nodiscard]] Handle Release() noexcept { return std::exchange(handle_, invalid); }
-    void Reset(Handle handle = invalid) noexcept {
-        const Handle old = std::exchange(handle_, handle);
-        if (old != invalid) {
-            static_cast<void>(Close(old));
-        }
-    }
+    [[nodiscard]] Handle Get() const noexcept { return handle_.get(); }
+    [[nodiscard]] explicit operator bool() const noexcept { return handle_ != nullptr; }
+    [[nodiscard]] Handle Release() noexcept { return handle_.release(); }
+    void Reset(Handle handle = nullptr) noexcept { handle_.reset(handle); }
 
   private:
-    Handle handle_ = invalid;
+    struct Closer {
+        void operator()(Handle handle) const noexcept { Close(handle); }
+    };
+    std::unique_ptr<std::remove_pointer_t<Handle>, Closer> handle_;
 };
 
 /// What ends a handle's life; the system's own functions are no constants.
