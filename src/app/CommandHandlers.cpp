@@ -14,7 +14,7 @@ namespace vextrel {
 
 namespace {
 
-using Parts = CommandHandlers::Parts;
+using Parts = CommandParts;
 
 template <InputMode mode>
 void ChooseInputMode(const Parts& parts) {
@@ -127,16 +127,26 @@ constexpr Handler handlers[] = {
     {ids::toolClear, nullptr, Clear},
 };
 
-void RunCommand(int id, const Parts& parts) {
+} // namespace
+
+void RunCommand(int id, const CommandParts& parts) noexcept {
+    const HWND form = parts.form.Handle();
+    const std::span<const HoverDelayItem> delays = HoverDelayMenu();
+    if (const auto delay = std::ranges::find(delays, id, &HoverDelayItem::id); delay != delays.end()) {
+        // A delay switches to hover entry as well.
+        GuardEvent(form, delayHandler, [&] {
+            parts.options.SetInputMode(InputMode::Hover);
+            parts.options.SetTimerInterval(delay->delayMs);
+        });
+        return;
+    }
     const Command* const command = CommandOf(id);
-    const auto* const handler = std::find_if(std::begin(handlers), std::end(handlers), [command](const Handler& entry) {
-        return command != nullptr && entry.command == command->Id();
-    });
+    const auto* const handler = std::ranges::find(handlers, command != nullptr ? command->Id() : 0, &Handler::command);
     const bool isTool = IsToolButton(id);
     if (handler == std::end(handlers) && !isTool) {
         return;
     }
-    GuardEvent(parts.form.Handle(), isTool ? toolbarHandler : handler->name, [&] {
+    GuardEvent(form, isTool ? toolbarHandler : handler->name, [&] {
         if (handler != std::end(handlers)) {
             handler->run(parts);
         }
@@ -145,22 +155,6 @@ void RunCommand(int id, const Parts& parts) {
             parts.options.RefreshToolbar();
         }
     });
-}
-
-} // namespace
-
-void CommandHandlers::Run(int id) noexcept {
-    for (const HoverDelayItem& item : HoverDelayMenu()) {
-        if (item.id == id) {
-            // A delay switches to hover entry as well.
-            GuardEvent(parts_.form.Handle(), delayHandler, [&] {
-                parts_.options.SetInputMode(InputMode::Hover);
-                parts_.options.SetTimerInterval(item.delayMs);
-            });
-            return;
-        }
-    }
-    RunCommand(id, parts_);
 }
 
 } // namespace vextrel

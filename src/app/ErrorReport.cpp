@@ -5,17 +5,9 @@
 
 namespace vextrel {
 
-std::wstring ErrorReportText(std::wstring_view source, std::int32_t number, std::wstring_view description) {
-    return std::wstring(source) + L"\r\n" + std::to_wstring(number) + L": " + std::wstring(description);
-}
-
 ErrorReport::ErrorReport(Operations& operations)
     : operations_(operations) {
     operations_.SetAfterTransfer([this] { ShowWaiting(); });
-}
-
-ErrorReport::~ErrorReport() {
-    operations_.SetAfterTransfer({});
 }
 
 void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
@@ -24,7 +16,8 @@ void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wst
         if (!sources_.emplace(source).second) {
             return;
         }
-        waiting_.push_back({std::wstring(source), ErrorReportText(source, number, description), owner});
+        const std::wstring name(source);
+        waiting_.push_back({name, name + L"\r\n" + std::to_wstring(number) + L": " + std::wstring(description), owner});
     } catch (...) {
         return; // an error inside the reporting is not reported
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/Pinned.h"
 #include "ui/Operations.h"
 #include "win32/EventGuard.h"
 
@@ -10,17 +9,13 @@
 
 namespace vextrel {
 
-/// The text of an error report: the source, a line break, the number, ": " and the description.
-[[nodiscard]] std::wstring ErrorReportText(std::wstring_view source, std::int32_t number,
-                                           std::wstring_view description);
-
 /// Shows errors in ErrorDialog, one dialog at a time. An error that comes while a dialog is open waits its turn; a
 /// further one of the same handler is dropped, so that a failing timer cannot pile up dialogs. During a transfer every
-/// error waits: a dialog would take the focus or the button's release. Works without the application object.
-class ErrorReport final : public ErrorSink, private Pinned {
+/// error waits: a dialog would take the focus or the button's release.
+class ErrorReport final : public ErrorSink {
   public:
     explicit ErrorReport(Operations& operations);
-    ~ErrorReport();
+    ~ErrorReport() { operations_.SetAfterTransfer({}); }
 
     void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                 HWND owner) noexcept override;

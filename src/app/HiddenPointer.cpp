@@ -31,11 +31,6 @@ bool HiddenPointer::HideMouse() {
     return answer == IDOK;
 }
 
-bool HiddenPointer::ShowMouse() noexcept {
-    SetHidden(false);
-    return false;
-}
-
 void HiddenPointer::SetOverKeys(bool over) noexcept {
     const bool changes = mouseHidden_ && over != overKeys_;
     overKeys_ = over;

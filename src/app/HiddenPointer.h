@@ -14,8 +14,7 @@ class HiddenPointer {
 
     /// Asks the user, except while the stored settings are being applied. @return whether the dot is in force now.
     bool HideMouse();
-    /// @return false: the dot is no longer in force.
-    bool ShowMouse() noexcept;
+    void ShowMouse() noexcept { SetHidden(false); }
     /// From now on a question may be asked: the program has started.
     void AllowQuestions() noexcept { mayAsk_ = true; }
     [[nodiscard]] bool MouseHidden() const noexcept { return mouseHidden_; }

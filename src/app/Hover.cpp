@@ -1,29 +1,34 @@
 #include "app/Hover.h"
 
+#include "win32/ProgramState.h"
+#include "win32/SystemLibrary.h"
+
+#include <mmsystem.h>
+
 #include <algorithm>
 
 namespace vextrel {
 
-void Hover::SetTimerEnabled(bool enabled) {
-    Obey(entry_.SetEnabled(enabled));
-}
-
-void Hover::MoveOverKey(int button) {
-    Obey(entry_.MoveOverKey(button, form_.Key(button).Caption(), CaptionOfCurrent()));
-}
-
-std::optional<int> Hover::Tick() const {
-    return entry_.Tick(CaptionOfCurrent());
+void Hover::Beep(const std::wstring& folder) const {
+    if (!beep_) {
+        return;
+    }
+    const std::wstring file = folder + L"\\beep.wav";
+    if (!FileExists(file)) {
+        ::MessageBeep(MB_OK);
+        return;
+    }
+    // Not a static import: winmm.dll is none of those that the system always takes from its own folder.
+    static const SystemLibrary multimedia(L"winmm.dll");
+    if (const auto play = multimedia.Find<decltype(&::sndPlaySoundW)>("sndPlaySoundW")) {
+        play(file.c_str(), SND_SYNC);
+    }
 }
 
 void Hover::Ticked() {
     if (entry_.CurrentButton()) {
         entry_.Entered(CaptionOfCurrent());
     }
-}
-
-void Hover::CaptionRefreshed(std::wstring_view captionBefore) {
-    entry_.CaptionRefreshed(captionBefore, CaptionOfCurrent());
 }
 
 std::wstring Hover::CaptionOfCurrent() const {

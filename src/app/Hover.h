@@ -16,7 +16,7 @@ class Hover {
         , cover_(cover) {}
 
     [[nodiscard]] bool TimerEnabled() const noexcept { return entry_.IsEnabled(); }
-    void SetTimerEnabled(bool enabled);
+    void SetTimerEnabled(bool enabled) { Obey(entry_.SetEnabled(enabled)); }
 
     [[nodiscard]] std::int32_t TimerInterval() const noexcept { return intervalMs_; }
     /// In milliseconds. Holds from the next key on.
@@ -24,17 +24,20 @@ class Hover {
 
     [[nodiscard]] bool BeepOnHover() const noexcept { return beep_; }
     void SetBeepOnHover(bool beep) noexcept { beep_ = beep; }
+    /// Sounds an entry, if that is wanted: "beep.wav" in the folder if it is there, and returns when it has been
+    /// played; else the system's beep. A machine without a sound device stays silent.
+    void Beep(const std::wstring& folder) const;
 
-    void MoveOverKey(int button);
+    void MoveOverKey(int button) { Obey(entry_.MoveOverKey(button, form_.Key(button).Caption(), CaptionOfCurrent())); }
     void LeaveKeys() { Obey(entry_.LeaveKeys()); }
     void ClearCurrentButton() noexcept { entry_.ClearCurrentButton(); }
 
     /// The key that this tick enters, if any.
-    [[nodiscard]] std::optional<int> Tick() const;
+    [[nodiscard]] std::optional<int> Tick() const { return entry_.Tick(CaptionOfCurrent()); }
     /// After the tick, whether it entered a key or not.
     void Ticked();
     /// Around a caption refresh that is no arrival.
-    void CaptionRefreshed(std::wstring_view captionBefore);
+    void CaptionRefreshed(std::wstring_view before) { entry_.CaptionRefreshed(before, CaptionOfCurrent()); }
     [[nodiscard]] std::wstring CaptionOfCurrent() const;
 
   private:

@@ -3,23 +3,15 @@
 #include "core/KeyPress.h"
 #include "core/PhysicalInput.h"
 #include "core/SlotTable.h"
-#include "win32/Clipboard.h"
 #include "win32/EventGuard.h"
-#include "win32/HoverBeep.h"
 #include "win32/InputState.h"
 #include "win32/Messages.h"
+#include "win32/Text.h"
 #include "win32/TopLevelWindow.h"
 
 #include <utility>
 
 namespace vextrel {
-
-namespace {
-
-/// How often a double-clicked key is repainted while messages run.
-constexpr int flashRounds = 1000;
-
-} // namespace
 
 Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& operations)
     : program_(program)
@@ -32,40 +24,15 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     , pointer_(form_, operations)
     , placement_(form_)
     , layer_(form_, formCover_, operations)
-    , options_({.form = form_,
-                .store = store,
-                .operations = operations,
-                .password = password_,
-                .transfer = transfer_,
-                .hover = hover_,
-                .pointer = pointer_,
-                .layer = layer_})
-    , layouts_({.form = form_,
-                .cover = formCover_,
-                .captions = captions_,
-                .options = options_,
-                .store = store,
-                .program = program,
-                .operations = operations})
-    , commands_({.form = form_,
-                 .operations = operations,
-                 .program = program,
-                 .options = options_,
-                 .password = password_,
-                 .pointer = pointer_,
-                 .layer = layer_,
-                 .placement = placement_,
-                 .layouts = layouts_}) {
+    , options_({form_, store, operations, password_, transfer_, hover_, pointer_, layer_})
+    , layouts_({form_, formCover_, captions_, options_, store, program, operations})
+    , commands_{form_, operations, program, options_, password_, pointer_, layer_, placement_, layouts_} {
     try {
         Start();
     } catch (...) {
         UnloadWindows();
         throw;
     }
-}
-
-Keyboard::~Keyboard() {
-    UnloadWindows();
 }
 
 // How the controller comes to life, in the order that the rest of the program relies on: the windows, the first
@@ -114,23 +81,21 @@ void Keyboard::UnloadWindows() noexcept {
 
 void Keyboard::ButtonClick(int button) {
     // Under its own name, whoever calls: a key, the layer or hover entry.
-    GuardEvent(form_.Handle(), L"ButtonClick ", [&] { EnterKey(button); });
-}
-
-void Keyboard::EnterKey(int button) {
-    if (operations_.IsTransferring()) {
-        return;
-    }
-    form_.ShowNotice({});
-    const KeyPressOutcome outcome =
-        PressKey(button, form_.Key(button).Caption(), password_.ReadBox(), captions_.Modifiers());
-    if (outcome.edit) {
-        password_.Apply(*outcome.edit);
-    }
-    captions_.SetModifiers(outcome.modifiers);
-    if (outcome.showLeftover) {
-        ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
-    }
+    GuardEvent(form_.Handle(), L"ButtonClick ", [&] {
+        if (operations_.IsTransferring()) {
+            return;
+        }
+        form_.ShowNotice({});
+        const KeyPressOutcome outcome =
+            PressKey(button, form_.Key(button).Caption(), password_.ReadBox(), captions_.Modifiers());
+        if (outcome.edit) {
+            password_.Apply(*outcome.edit);
+        }
+        captions_.SetModifiers(outcome.modifiers);
+        if (outcome.showLeftover) {
+            ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
+        }
+    });
 }
 
 void Keyboard::ButtonMouseMove(int button) {
@@ -158,9 +123,7 @@ void Keyboard::Timer() {
     }
     if (const std::optional<int> key = hover_.Tick()) {
         ButtonClick(*key);
-        if (hover_.BeepOnHover()) {
-            PlayHoverBeep(program_.folder);
-        }
+        hover_.Beep(program_.folder);
     }
     hover_.Ticked();
 }
@@ -238,7 +201,7 @@ void Keyboard::DragPassword() {
 
 void Keyboard::Command(int id) {
     form_.ShowNotice({});
-    commands_.Run(id);
+    RunCommand(id, commands_);
 }
 
 void Keyboard::FormActivated() {
@@ -260,8 +223,11 @@ void Keyboard::WipePassword() noexcept {
 
 void Keyboard::FormUnloading() {
     WipePassword();
-    if (closeProgram_) {
-        closeProgram_();
+    // The other windows, last to first. Unloading one may take others with it: look anew each time.
+    for (std::size_t left = Form::Loaded().size(); left > 0; --left) {
+        if (left <= Form::Loaded().size()) {
+            Form::Loaded()[left - 1]->Unload();
+        }
     }
 }
 
@@ -284,16 +250,17 @@ void Keyboard::CheckActiveWindow() {
 }
 
 void Keyboard::FlashKey(int button) {
+    constexpr int rounds = 1000; // of painting the key while messages run
     if (const int older = std::exchange(flashedKey_, button); older != 0) {
         // In the middle of another flash: its loop goes on with this key, so that fast clicking nests nothing.
         PushKey(older, false);
         PushKey(button, true);
-        flashRoundsLeft_ = flashRounds;
+        flashRoundsLeft_ = rounds;
         return;
     }
     const Operations::Scope flash(operations_, Operations::Kind::Flash);
     PushKey(button, true);
-    for (flashRoundsLeft_ = flashRounds; flashRoundsLeft_ > 0 && !operations_.IsClosePending(); --flashRoundsLeft_) {
+    for (flashRoundsLeft_ = rounds; flashRoundsLeft_ > 0 && !operations_.IsClosePending(); --flashRoundsLeft_) {
         if (!PumpPendingMessages()) {
             break;
         }

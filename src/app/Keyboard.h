@@ -17,8 +17,6 @@
 #include "win32/ProgramState.h"
 #include "win32/SettingsStore.h"
 
-#include <functional>
-
 namespace vextrel {
 
 /// The controller: owns both windows and all state, and offers the operations that the windows call. What the
@@ -27,14 +25,11 @@ class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvent
   public:
     /// Builds everything up to the shown window, applying the stored settings in their order.
     Keyboard(ProgramState& program, SettingsStore& store, Operations& operations);
-    ~Keyboard();
+    ~Keyboard() { UnloadWindows(); }
 
     [[nodiscard]] MainWindow& Form() noexcept { return form_; }
     [[nodiscard]] vextrel::Options& Options() noexcept { return options_; }
     [[nodiscard]] vextrel::Layouts& Layouts() noexcept { return layouts_; }
-
-    /// What ends the program's other windows when the main window is unloaded.
-    void SetCloseProgram(std::function<void()> closeProgram) { closeProgram_ = std::move(closeProgram); }
 
     /// Brings Shift on the screen into line with the physical keys.
     void FollowPhysicalModifiers();
@@ -88,7 +83,6 @@ class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvent
     void MenuLoop(bool entered) override { menuOpen_ = entered; }
     void SessionEnding() override { WipePassword(); }
 
-    void EnterKey(int button);
     void EnterCharacter(wchar_t code);
     void WipePassword() noexcept;
 
@@ -106,13 +100,12 @@ class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvent
     LayerWatch layer_;
     vextrel::Options options_;
     vextrel::Layouts layouts_;
-    CommandHandlers commands_;
+    CommandParts commands_;
     bool scrambledInput_ = false; ///< dormant: no command sets it
     bool menuOpen_ = false;
     int flashedKey_ = 0; ///< 0: none flashes
     int flashRoundsLeft_ = 0;
     HWND lastForeground_ = nullptr;
-    std::function<void()> closeProgram_;
 };
 
 } // namespace vextrel

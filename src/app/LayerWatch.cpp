@@ -38,15 +38,11 @@ void LayerWatch::ResetFormCover() noexcept {
     cover_.Show(true);
 }
 
-RECT LayerWatch::FormMove() noexcept {
-    const RECT area = form_.KeyAreaOnScreen();
+void LayerWatch::FormMove() noexcept {
     // A layer that is hidden just now, while the window is being restored, has to lie right when it comes back.
     if (form_.IsVisible() && !::IsIconic(form_.Handle())) {
-        cover_.Place(area);
+        cover_.Place(form_.KeyAreaOnScreen());
     }
-    RECT firstKey{};
-    ::GetWindowRect(form_.Key(1).Handle(), &firstKey);
-    return firstKey;
 }
 
 bool LayerWatch::ToggleOpacity() noexcept {
@@ -99,7 +95,11 @@ void LayerWatch::CheckForeground() {
     if (front == form_.Handle() || front == cover_.Handle()) {
         KeepLayerAbove();
         if (away_) {
-            ComeBack();
+            if (FocusIsWanted()) {
+                form_.FocusVisibleBox();
+            }
+            SetCoverTransparency(marked_ ? visibleCoverTransparency : defaultCoverTransparency);
+            away_ = false;
         }
         return;
     }
@@ -123,14 +123,6 @@ bool LayerWatch::FocusIsWanted() const {
     const HWND active = form_.ActiveControl();
     // Told apart by what they hold, not by which they are.
     return !HoldsText(active, masked.View()) && !HoldsText(active, plain.View());
-}
-
-void LayerWatch::ComeBack() {
-    if (FocusIsWanted()) {
-        form_.FocusVisibleBox();
-    }
-    SetCoverTransparency(marked_ ? visibleCoverTransparency : defaultCoverTransparency);
-    away_ = false;
 }
 
 } // namespace vextrel

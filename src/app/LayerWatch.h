@@ -16,8 +16,6 @@ class LayerWatch {
         , cover_(cover)
         , operations_(operations) {}
 
-    /// The last value written, applied or not.
-    [[nodiscard]] std::int16_t CoverTransparency() const noexcept { return coverTransparency_; }
     /// Outside 0..255 the value is stored and nothing applied.
     void SetCoverTransparency(std::int16_t value) noexcept;
     /// The check mark of the View menu's command: what the command did last, not how opaque the layer is.
@@ -31,8 +29,8 @@ class LayerWatch {
 
     /// Shows the layer and lays it over the keys.
     void ResetFormCover() noexcept;
-    /// Lets the layer follow the main window. @return the first key's rectangle on the screen, in pixels.
-    RECT FormMove() noexcept;
+    /// Lets the layer follow the main window.
+    void FormMove() noexcept;
 
     /// Puts the main window, and the layer right above it, before all other windows or among them; activates neither.
     void KeepTogether(bool topmost) noexcept;
@@ -45,13 +43,12 @@ class LayerWatch {
     void CheckForeground();
 
   private:
-    void ComeBack();
     [[nodiscard]] bool FocusIsWanted() const;
 
     MainWindow& form_;
     ProtectiveLayer& cover_;
     Operations& operations_;
-    std::int16_t coverTransparency_ = 0;
+    std::int16_t coverTransparency_ = 0; ///< the last value written, applied or not
     LayerCommandState command_;
     bool marked_ = false;
     bool away_ = false;

@@ -1,6 +1,5 @@
 #include "app/Layouts.h"
 
-#include "core/LayoutFile.h"
 #include "transfer/SystemLayout.h"
 
 #include <commdlg.h>
@@ -10,7 +9,6 @@ namespace vextrel {
 namespace {
 
 constexpr const wchar_t* layoutFileFilter = L"Vextrel language file (*.lng)|*.lng";
-constexpr const wchar_t* layoutFilePattern = L"\\*.lng";
 
 /// Why a capture ended early, for the user. The keys captured until then keep their new captions.
 const wchar_t* ReasonOf(CaptureResult result) noexcept {
@@ -73,24 +71,25 @@ void Layouts::LoadDefault(bool dontRecord) {
 }
 
 void Layouts::Import(bool dontRecord) {
-    std::wstring file;
-    if (!AskForFile(L"Open", false, file)) {
-        return;
+    if (const std::optional<std::wstring> file = AskForFile(L"Open", false)) {
+        ReadLayout(*file);
+        parts_.options.SetLayoutMark(LayoutMark::Imported);
+        if (!dontRecord) {
+            WriteLayout(parts_.program.SettingsFilePath);
+        }
+        Record(L"Config", dontRecord);
     }
-    ReadLayout(file);
-    parts_.options.SetLayoutMark(LayoutMark::Imported);
-    if (!dontRecord) {
-        SaveLayoutToSettings();
-    }
-    Record(L"Config", dontRecord);
 }
 
 void Layouts::CreateNewLayoutFile() {
-    std::wstring file;
-    if (parts_.operations.IsTransferring() || !AskForFile(L"Save As", true, file)) {
+    if (parts_.operations.IsTransferring()) {
         return;
     }
-    WriteLayout(file);
+    const std::optional<std::wstring> file = AskForFile(L"Save As", true);
+    if (!file) {
+        return;
+    }
+    WriteLayout(*file);
     if (!parts_.options.SaveSettingsInINI()) {
         parts_.form.ShowNotice(L"Not written: saving is off");
     }
@@ -117,13 +116,9 @@ void Layouts::WriteLayout(const std::wstring& file) {
     }
 }
 
-void Layouts::SaveLayoutToSettings() {
-    WriteLayout(parts_.program.SettingsFilePath);
-}
-
-bool Layouts::AskForFile(const wchar_t* title, bool save, std::wstring& file) {
+std::optional<std::wstring> Layouts::AskForFile(const wchar_t* title, bool save) {
     if (!dialogs_) {
-        dialogs_ = std::make_unique<FileDialog>();
+        dialogs_.emplace();
     }
     dialogs_->hwnd = parts_.form.Handle();
     dialogs_->DialogTitle = title;
@@ -131,13 +126,10 @@ bool Layouts::AskForFile(const wchar_t* title, bool save, std::wstring& file) {
     dialogs_->FilterIndex = 1;
     dialogs_->CancelError = true;
     dialogs_->flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_EXPLORER;
-    dialogs_->FileName = parts_.program.folder + layoutFilePattern;
+    dialogs_->FileName = parts_.program.folder + L"\\*.lng";
     const Operations::Scope modal(parts_.operations, Operations::Kind::Modal);
-    if (save ? dialogs_->ShowSave() : dialogs_->ShowOpen()) {
-        return false;
-    }
-    file = dialogs_->FileName;
-    return true;
+    const bool cancelled = save ? dialogs_->ShowSave() : dialogs_->ShowOpen();
+    return cancelled ? std::nullopt : std::optional(dialogs_->FileName);
 }
 
 } // namespace vextrel

@@ -8,9 +8,7 @@
 #include "win32/ProgramState.h"
 #include "win32/SettingsStore.h"
 
-#include <cstdint>
-#include <memory>
-#include <string>
+#include <optional>
 
 namespace vextrel {
 
@@ -39,18 +37,17 @@ class Layouts {
     /// The action captions of the settings file, the default for each that is empty.
     void ReadActionCaptions();
     void ReadLayout(const std::wstring& file);
-    void WriteLayout(const std::wstring& file);
-    void SaveLayoutToSettings();
 
   private:
+    void WriteLayout(const std::wstring& file);
     void LoadDefault(bool dontRecord);
     void Import(bool dontRecord);
     void Record(const wchar_t* name, bool dontRecord);
-    /// The file dialogs, made at their first use. @return whether the user gave a file.
-    [[nodiscard]] bool AskForFile(const wchar_t* title, bool save, std::wstring& file);
+    /// @return nothing when the user gave no file.
+    [[nodiscard]] std::optional<std::wstring> AskForFile(const wchar_t* title, bool save);
 
     Parts parts_;
-    std::unique_ptr<FileDialog> dialogs_;
+    std::optional<FileDialog> dialogs_; ///< made at their first use
 };
 
 } // namespace vextrel

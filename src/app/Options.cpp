@@ -14,37 +14,26 @@ constexpr const wchar_t* stopSavingQuestion =
 
 } // namespace
 
-template <auto parse, auto setter>
-void Options::ApplyIfRead(Options& options, std::wstring_view text) {
-    if (const auto value = parse(text)) {
-        (options.*setter)(*value);
-    }
-}
-
-struct Options::StoredOption {
-    const wchar_t* key;
-    void (*apply)(Options& options, std::wstring_view text);
-};
-constexpr Options::StoredOption Options::remainingSettings[] = {
-    {settings::mouseMode, [](Options& options, std::wstring_view text) { options.SetInputMode(ParseInputMode(text)); }},
-    {settings::dragDropMode, ApplyIfRead<ParseDragDropMode, &Options::SetDragDropMode>},
-    {settings::viewPasswordMask, ApplyIfRead<ParseBoolean, &Options::SetTextIsMasked>},
-    {settings::beepOnHover, ApplyIfRead<ParseBoolean, &Options::SetBeepOnHover>},
-    {settings::keepPassword, ApplyIfRead<ParseBoolean, &Options::SetKeepPasswordAfterDragDrop>},
-    {settings::transparency, ApplyIfRead<ParseTransparency, &Options::SetKeyboardTransparency>},
-    {settings::hoverTimerInterval, ApplyIfRead<ParseHoverInterval, &Options::SetTimerInterval>},
-    {settings::toolbarVisible, ApplyIfRead<ParseBoolean, &Options::ShowToolbarControl>},
-};
-
 void Options::ApplyEarlySettings() {
     SetSaveSettingsInINI(IsOnUnlessFalse(parts_.store.ReadSetting(settings::saveSettings)));
     ShowToolbar(IsOnUnlessFalse(parts_.store.ReadSetting(settings::viewToolbar)));
 }
 
 void Options::ApplyRemainingSettings() {
-    for (const StoredOption& option : remainingSettings) {
-        option.apply(*this, parts_.store.ReadSetting(option.key));
-    }
+    // What a settings file without or with an unreadable value leaves as it is.
+    const auto apply = [this](const wchar_t* key, auto parse, auto setter) {
+        if (const auto value = parse(parts_.store.ReadSetting(key))) {
+            (this->*setter)(*value);
+        }
+    };
+    SetInputMode(ParseInputMode(parts_.store.ReadSetting(settings::mouseMode)));
+    apply(settings::dragDropMode, ParseDragDropMode, &Options::SetDragDropMode);
+    apply(settings::viewPasswordMask, ParseBoolean, &Options::SetTextIsMasked);
+    apply(settings::beepOnHover, ParseBoolean, &Options::SetBeepOnHover);
+    apply(settings::keepPassword, ParseBoolean, &Options::SetKeepPasswordAfterDragDrop);
+    apply(settings::transparency, ParseTransparency, &Options::SetKeyboardTransparency);
+    apply(settings::hoverTimerInterval, ParseHoverInterval, &Options::SetTimerInterval);
+    apply(settings::toolbarVisible, ParseBoolean, &Options::ShowToolbarControl);
 }
 
 void Options::ShowToolbarControl(bool show) {
@@ -61,24 +50,14 @@ void Options::Write(const wchar_t* key, std::wstring_view value) {
 void Options::SetSaveSettingsInINI(bool save) {
     saveSettings_ = save;
     RefreshToolbar();
-    if (!parts_.form.IsVisible()) {
-        return;
-    }
-    if (save) {
-        Write(settings::saveSettings, BooleanText(true));
-    } else {
-        ConfirmStopSaving();
-    }
-}
-
-void Options::ConfirmStopSaving() {
-    if (ShowMessageBox(parts_.operations, stopSavingQuestion, stopSavingTitle, MB_YESNO | MB_ICONQUESTION) != IDYES) {
+    if (!parts_.form.IsVisible() || (!save && ShowMessageBox(parts_.operations, stopSavingQuestion, stopSavingTitle,
+                                                             MB_YESNO | MB_ICONQUESTION) != IDYES)) {
         return;
     }
     // The write is gated by the very switch that it turns off.
     saveSettings_ = true;
-    Write(settings::saveSettings, BooleanText(false));
-    saveSettings_ = false;
+    Write(settings::saveSettings, BooleanText(save));
+    saveSettings_ = save;
 }
 
 void Options::ShowToolbar(bool show) {

@@ -70,16 +70,9 @@ class Options {
     [[nodiscard]] CommandSnapshot Snapshot() const;
 
   private:
-    struct StoredOption;
-    static const StoredOption remainingSettings[];
-
-    /// What a settings file without or with an unreadable value leaves as it is.
-    template <auto parse, auto setter>
-    static void ApplyIfRead(Options& options, std::wstring_view text);
     /// The toolbar control alone, whatever the option says.
     void ShowToolbarControl(bool show);
     void Write(const wchar_t* key, std::wstring_view value);
-    void ConfirmStopSaving();
 
     Parts parts_;
     bool saveSettings_ = true;

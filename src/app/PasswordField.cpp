@@ -6,60 +6,33 @@
 
 namespace vextrel {
 
-namespace {
-
-/// Tab and Enter: they enter nothing into a masked box.
-constexpr int keysOfThePlainView[] = {keys::tab, keys::enter};
-
-} // namespace
-
 void PasswordField::SetTextIsMasked(bool masked) {
-    if (masked) {
-        TakePlainText();
-        Mask();
-    } else {
-        Unmask();
-    }
-    for (const int key : keysOfThePlainView) {
-        ::EnableWindow(form_.Key(key).Handle(), masked ? FALSE : TRUE);
-    }
-}
-
-void PasswordField::TakePlainText() {
-    if (!TextIsMasked()) {
+    const bool becomesMasked = masked && !TextIsMasked();
+    if (becomesMasked) {
+        // Before anything changes that shows it.
         LockedText text;
         form_.txtText().ReadText(text);
         ReadPlainBox(text.View(), currentPassword_);
     }
-}
-
-void PasswordField::Mask() {
-    PasswordBox& masked = form_.txtPassword();
-    const bool wasPlain = !TextIsMasked();
     const BoxSelection selection = form_.VisibleBox().Selection();
-    form_.ShowBox(PasswordBoxView::Masked);
-    if (wasPlain) {
+    form_.ShowBox(masked ? PasswordBoxView::Masked : PasswordBoxView::Plain);
+    if (becomesMasked) {
         // Nothing visible depends on it any more, and the password must not wait in a control.
         form_.txtText().OverwriteAndEmpty();
         OverwriteFreedMemory();
     }
-    masked.SetMask(currentPassword_.Size());
-    FocusIfVisible(masked);
-    masked.Select(selection);
-}
-
-void PasswordField::Unmask() {
-    PasswordBox& plain = form_.txtText();
-    const BoxSelection selection = form_.VisibleBox().Selection();
-    form_.ShowBox(PasswordBoxView::Plain);
-    plain.SetText(currentPassword_.CString());
-    FocusIfVisible(plain);
-    plain.Select(selection);
-}
-
-void PasswordField::FocusIfVisible(PasswordBox& box) const noexcept {
+    PasswordBox& box = form_.VisibleBox();
+    if (masked) {
+        box.SetMask(currentPassword_.Size());
+    } else {
+        box.SetText(currentPassword_.CString());
+    }
     if (form_.IsVisible()) {
         ::SetFocus(box.Handle());
+    }
+    box.Select(selection);
+    for (const int key : {keys::tab, keys::enter}) { // they enter nothing into a masked box
+        ::EnableWindow(form_.Key(key).Handle(), masked ? FALSE : TRUE);
     }
 }
 
@@ -124,10 +97,6 @@ void PasswordField::ShowPassword(std::int16_t caret) {
         box.SetText(currentPassword_.CString());
     }
     box.Select({caret, 0});
-}
-
-void PasswordField::PlainBoxWillChange() {
-    form_.txtText().ReadText(plainBefore_);
 }
 
 void PasswordField::PlainBoxHasChanged() {

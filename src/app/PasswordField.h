@@ -21,7 +21,8 @@ class PasswordField {
 
     [[nodiscard]] bool TextIsMasked() const noexcept { return form_.ShownView() == PasswordBoxView::Masked; }
     /// Switches the display. Caret and selection go along; the focus does, too, while the window is visible.
-    /// @throws Error "Overflow" when the plain text does not fit into the password; nothing is changed then.
+    /// @throws Error "Overflow" when the plain text does not fit into the password (each tab takes two characters);
+    /// nothing is changed then.
     void SetTextIsMasked(bool masked);
 
     /// Empties masked box, plain box and password, in that order.
@@ -43,20 +44,13 @@ class PasswordField {
     void ShowPassword(std::int16_t caret);
 
     /// The plain box is about to change by itself, and has: the password goes along.
-    void PlainBoxWillChange();
+    void PlainBoxWillChange() { form_.txtText().ReadText(plainBefore_); }
     void PlainBoxHasChanged();
 
     /// Wipes everything, boxes included.
     void Wipe() noexcept;
 
   private:
-    /// Makes the plain box's text the password, before anything changes that shows it. @throws Error "Overflow" when
-    /// it does not fit (each tab takes two characters): the view stays plain then.
-    void TakePlainText();
-    void Mask();
-    void Unmask();
-    void FocusIfVisible(PasswordBox& box) const noexcept;
-
     MainWindow& form_;
     LockedText currentPassword_;
     LockedText selectedPassword_;

@@ -32,16 +32,13 @@ void Placement::RandomiseFormSizeAndPlacement() {
     // The toolbar may need another number of rows at the new width.
     FitHeight();
     form_.Arrange();
-    RaiseAboveLowerEdge();
-}
-
-void Placement::RaiseAboveLowerEdge() noexcept {
-    const RECT work = MonitorOf(form_.Handle()).rcWork;
-    RECT outer{};
-    ::GetWindowRect(form_.Handle(), &outer);
-    if (outer.bottom > work.bottom) {
-        ::SetWindowPos(form_.Handle(), nullptr, outer.left, std::max(work.top, outer.top + work.bottom - outer.bottom),
-                       0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    // The random top follows from the height before: a window that has grown may reach below the screen.
+    const RECT work = MonitorOf(window).rcWork;
+    RECT now{};
+    ::GetWindowRect(window, &now);
+    if (now.bottom > work.bottom) {
+        ::SetWindowPos(window, nullptr, now.left, std::max(work.top, now.top + work.bottom - now.bottom), 0, 0,
+                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 }
 

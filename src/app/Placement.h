@@ -19,9 +19,6 @@ class Placement {
     void ReturnToVisiblePlace() noexcept;
 
   private:
-    /// The random top follows from the height before: a window that has grown may reach below the screen.
-    void RaiseAboveLowerEdge() noexcept;
-
     MainWindow& form_;
     ClockRandom random_;
 };

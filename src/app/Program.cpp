@@ -1,11 +1,11 @@
 #include "app/Program.h"
 
-#include "app/Application.h"
+#include "app/ErrorReport.h"
+#include "app/Keyboard.h"
 #include "core/OptionValues.h"
-#include "core/Pinned.h"
 #include "win32/EventGuard.h"
 #include "win32/Hardening.h"
-#include "win32/ProgramState.h"
+#include "win32/KeyboardHook.h"
 #include "win32/ScreenCapture.h"
 
 #include <ole2.h>
@@ -16,18 +16,26 @@ namespace vextrel {
 
 namespace {
 
-/// What holds once the application object exists: writes ask the save switch, moves and sizes of the main window count.
-class RunningScope : private Pinned {
+/// The controller, and what holds once it exists: the hook is in place, writes ask the save switch, moves and sizes of
+/// the main window count.
+class Application : private Pinned {
   public:
-    RunningScope(Application& application, SettingsStore& store) noexcept
-        : form_(application.Keyboard().Form()) {
-        form_.ReportMoves(true);
-        store.SetWriteGate([&application] { return application.Keyboard().Options().SaveSettingsInINI(); });
+    Application(ProgramState& program, SettingsStore& store, Operations& operations)
+        : keyboard_(program, store, operations) {
+        if (!program.HooksDisabled) {
+            hook_.Install();
+        }
+        program.printScreenBlocked = hook_.IsInstalled();
+        keyboard_.Form().ReportMoves(true);
+        store.SetWriteGate([this] { return keyboard_.Options().SaveSettingsInINI(); });
     }
-    ~RunningScope() { form_.ReportMoves(false); }
+    ~Application() { keyboard_.Form().ReportMoves(false); }
+
+    [[nodiscard]] vextrel::Keyboard& Keyboard() noexcept { return keyboard_; }
 
   private:
-    MainWindow& form_;
+    KeyboardHook hook_; ///< goes after the controller
+    vextrel::Keyboard keyboard_;
 };
 
 /// Drag-and-drop, the folder browser and the naming of controls need OLE on this thread.
@@ -81,7 +89,6 @@ int ServeEvents(Keyboard& keyboard) {
 int Main(bool hooksDisabled) {
     Operations operations;
     ErrorReport errors(operations);
-    const ErrorSinkScope sink(errors);
     int exitCode = 1;
     GuardEvent(nullptr, L"Sub Main", [&] {
         ProgramState program;
@@ -97,8 +104,7 @@ int Main(bool hooksDisabled) {
         if (!ParseBoolean(store.ReadSetting(settings::allowScreenCapture)).value_or(false)) {
             captureExclusion.emplace(!hooksDisabled);
         }
-        Application application(program, store, operations, errors);
-        const RunningScope running(application, store);
+        Application application(program, store, operations);
         exitCode = ServeEvents(application.Keyboard());
     });
     return exitCode;

@@ -14,11 +14,8 @@ struct HandlerNames {
     const wchar_t* start;
     const wchar_t* complete;
 };
-
-HandlerNames NamesFor(PasswordBoxView view) noexcept {
-    return view == PasswordBoxView::Masked ? HandlerNames{L"txtPassword_OLEStartDrag", L"txtPassword_OLECompleteDrag"}
-                                           : HandlerNames{L"txtText_OLEStartDrag", L"txtText_OLECompleteDrag"};
-}
+constexpr HandlerNames maskedHandlers{L"txtPassword_OLEStartDrag", L"txtPassword_OLECompleteDrag"};
+constexpr HandlerNames plainHandlers{L"txtText_OLEStartDrag", L"txtText_OLECompleteDrag"};
 
 /// A few words for the status bar. That something arrived is never claimed: nobody can know it.
 std::wstring NoticeOf(const InjectionOutcome& outcome) {
@@ -40,7 +37,7 @@ void Transfer::Drag() {
     }
     notice_.clear();
     const Operations::Scope transfer(operations_, Operations::Kind::Transfer);
-    const HandlerNames names = NamesFor(form_.VisibleBox().View());
+    const HandlerNames& names = field_.TextIsMasked() ? maskedHandlers : plainHandlers;
     // Some targets read the data after DoDragDrop has returned: the object lives by its references, not by this one.
     const ComPtr<TextDataObject> data(new TextDataObject);
     const ComPtr<DropSource> source(new DropSource(*data, mode_ == DragDropMode::Inject));
@@ -74,12 +71,8 @@ void Transfer::StartDrag(TextDataObject& data) {
     plan_ = PlanTransfer(form_.VisibleBox().Selection(), field_.CurrentPassword().Size());
     field_.DetermineSelectedPassword();
     note_ = std::make_unique<DragHint>();
-    if (mode_ == DragDropMode::Inject) {
-        // Ordinary targets get nothing; what arrives comes by injection alone.
-        data.SetText({});
-    } else {
-        data.SetText(field_.SelectedPassword().View());
-    }
+    // Ordinary targets get nothing when injecting; what arrives comes by injection alone.
+    data.SetText(mode_ == DragDropMode::Inject ? std::wstring_view() : field_.SelectedPassword().View());
     note_->ShowFor(mode_, form_.Handle());
 }
 

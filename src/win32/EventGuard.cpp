@@ -21,10 +21,10 @@ void Report(HWND owner, const wchar_t* handler, const Error& error) noexcept {
 
 } // namespace
 
-ErrorSinkScope::ErrorSinkScope(ErrorSink& sink) noexcept {
-    currentSink = &sink;
+ErrorSink::ErrorSink() noexcept {
+    currentSink = this;
 }
-ErrorSinkScope::~ErrorSinkScope() {
+ErrorSink::~ErrorSink() {
     currentSink = nullptr;
 }
 
@@ -44,8 +44,7 @@ void ReportCurrentException(HWND owner, const wchar_t* handler) noexcept {
             Report(owner, handler, Error(ErrorNumber::InvalidCall));
         }
     } catch (...) {
-        // An error inside the reporting is not reported.
-        return;
+        return; // an error inside the reporting is not reported
     }
 }
 

@@ -8,22 +8,17 @@
 
 namespace vextrel {
 
-/// Shows an unexpected error to the user. Implemented by the program's error reporting; there is at most one.
-class ErrorSink {
+/// Shows unexpected errors to the user for as long as it lives. Implemented by the program's error reporting; there is
+/// at most one.
+class ErrorSink : private Pinned {
   public:
     /// @param source the failing handler's name. @param owner the window whose handler failed.
     virtual void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                         HWND owner) noexcept = 0;
 
   protected:
-    ~ErrorSink() = default;
-};
-
-/// Makes a sink the program's for as long as it lives.
-class ErrorSinkScope : private Pinned {
-  public:
-    explicit ErrorSinkScope(ErrorSink& sink) noexcept;
-    ~ErrorSinkScope();
+    ErrorSink() noexcept;
+    ~ErrorSink();
 };
 
 namespace detail {

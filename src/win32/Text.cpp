@@ -3,18 +3,22 @@
 #include "core/Error.h"
 #include "core/Wipe.h"
 
+#include <algorithm>
+
 namespace vextrel {
 
 namespace {
 
-std::wstring ShortPath(const std::wstring& path) {
-    const DWORD size = ::GetShortPathNameW(path.c_str(), nullptr, 0);
-    if (size == 0) {
-        return {};
-    }
-    std::wstring result(size, L'\0');
-    result.resize(::GetShortPathNameW(path.c_str(), result.data(), size));
-    return result;
+/// The system's own text for an error code, without the line break at its end.
+std::wstring SystemErrorText(DWORD code) {
+    wchar_t* buffer = nullptr;
+    const DWORD size =
+        ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                         nullptr, code, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+    std::wstring text(buffer == nullptr ? L"" : buffer, size);
+    ::LocalFree(buffer);
+    text.erase(text.find_last_not_of(L"\r\n ") + 1);
+    return text;
 }
 
 } // namespace
@@ -44,29 +48,33 @@ std::optional<std::string> NarrowPath(const std::wstring& path) {
         return Narrow(path);
     }
     // Where no short names are kept, this is the path unchanged.
-    const std::wstring shortPath = ShortPath(path);
+    std::wstring shortPath(::GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
+    shortPath.resize(::GetShortPathNameW(path.c_str(), shortPath.data(), static_cast<DWORD>(shortPath.size())));
     if (shortPath.empty() || !CodePageExpresses(shortPath)) {
         return std::nullopt;
     }
     return Narrow(shortPath);
 }
 
-std::wstring SystemErrorText(DWORD code) {
-    wchar_t* buffer = nullptr;
-    const DWORD size =
-        ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                         nullptr, code, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-    std::wstring text(buffer == nullptr ? L"" : buffer, size);
-    ::LocalFree(buffer);
-    while (!text.empty() && (text.back() == L'\r' || text.back() == L'\n' || text.back() == L' ')) {
-        text.pop_back();
-    }
-    return text;
-}
-
 void ThrowLastError() {
     const DWORD code = ::GetLastError();
     throw Error(static_cast<std::int32_t>(code), SystemErrorText(code));
+}
+
+void ReadClipboardText(HWND owner, SecretText& text) {
+    text.Clear();
+    if (::OpenClipboard(owner) == FALSE) {
+        return;
+    }
+    if (const HANDLE data = ::GetClipboardData(CF_UNICODETEXT); data != nullptr) {
+        if (const auto* characters = static_cast<const wchar_t*>(::GlobalLock(data)); characters != nullptr) {
+            const std::size_t room = std::min(SecretText::capacity, ::GlobalSize(data) / sizeof(wchar_t));
+            const std::wstring_view all(characters, room);
+            text.Assign(all.substr(0, all.find(L'\0')));
+            ::GlobalUnlock(data);
+        }
+    }
+    ::CloseClipboard();
 }
 
 std::wstring WindowText(HWND window) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Pinned.h"
+#include "core/SecretText.h"
 #include "win32/Windows.h"
 
 #include <array>
@@ -23,11 +24,12 @@ namespace vextrel {
 /// always to be had: for what does not exist, and on drives that keep no short names, there is none.
 [[nodiscard]] std::optional<std::string> NarrowPath(const std::wstring& path);
 
-/// The system's own text for an error code, without the line break at its end.
-[[nodiscard]] std::wstring SystemErrorText(DWORD code);
-
 /// Throws the Error of a failed system call. Call it at once, before anything else changes the last error.
 [[noreturn]] void ThrowLastError();
+
+/// Reads the clipboard's text, cut to what a SecretText holds; empty when there is none or the clipboard is busy.
+/// Nothing of ours ever writes the clipboard.
+void ReadClipboardText(HWND owner, SecretText& text);
 
 /// The text of a window or control; not for the password boxes, whose text belongs into a SecretText.
 [[nodiscard]] std::wstring WindowText(HWND window);
