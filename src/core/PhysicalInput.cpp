@@ -1,7 +1,5 @@
 #include "core/PhysicalInput.h"
 
-#include "core/Wipe.h"
-
 #include <algorithm>
 
 namespace vextrel {

@@ -1,7 +1,6 @@
 #include "core/TextEdit.h"
 
 #include "core/Numbers.h"
-#include "core/Wipe.h"
 
 #include <algorithm>
 

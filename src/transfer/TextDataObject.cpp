@@ -1,6 +1,5 @@
 #include "transfer/TextDataObject.h"
 
-#include "core/Wipe.h"
 #include "win32/SystemLibrary.h"
 
 #include <shlobj.h>
