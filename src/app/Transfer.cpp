@@ -89,7 +89,7 @@ void Transfer::CompleteDrag(TransferEnd end) {
         end = InjectAtPointer();
     }
     if (TakesAway(end, keepPassword_)) {
-        CutCarried(plan_, field_.CurrentPassword());
+        field_.CurrentPassword().Replace(plan_.carried, {});
         field_.ShowPassword(plan_.savedCaret);
     } else {
         form_.VisibleBox().Select({plan_.savedCaret, 0});
