@@ -98,7 +98,7 @@ void Transfer::CompleteDrag(TransferEnd end) {
 }
 
 TransferEnd Transfer::InjectAtPointer() {
-    const InjectionOutcome outcome = injection_.Inject(field_.SelectedPassword());
+    const InjectionOutcome outcome = Inject(field_.SelectedPassword());
     notice_ = NoticeOf(outcome);
     return outcome.kind == InjectionOutcome::Kind::Injected ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver;
 }
