@@ -1,8 +1,7 @@
 #include "core/PhysicalInput.h"
 
 #include <algorithm>
-#include <ranges>
-#include <span>
+#include <memory>
 
 namespace vextrel {
 
@@ -15,28 +14,29 @@ constexpr bool IsTabOrLineBreak(wchar_t c) noexcept {
 /// In one allocation, and wiped behind its end: what is kept may become a piece of the password.
 std::wstring WithoutTabsAndLineBreaks(std::wstring_view text) {
     std::wstring kept(text);
-    const auto rest = std::ranges::remove_if(kept, IsTabOrLineBreak);
-    WipeMemory(rest.data(), rest.size() * sizeof(wchar_t));
-    kept.erase(rest.begin(), rest.end());
+    const auto end = std::remove_if(kept.begin(), kept.end(), IsTabOrLineBreak);
+    WipeMemory(std::to_address(end), static_cast<std::size_t>(kept.end() - end) * sizeof(wchar_t));
+    kept.erase(end, kept.end());
     return kept;
 }
 
-std::size_t CommonStart(const auto& a, const auto& b) noexcept {
-    return static_cast<std::size_t>(std::ranges::mismatch(a, b).in1 - a.begin());
+std::size_t CommonStart(auto begin, auto end, auto otherBegin, auto otherEnd) noexcept {
+    return static_cast<std::size_t>(std::mismatch(begin, end, otherBegin, otherEnd).first - begin);
 }
 
 } // namespace
 
 void DropControlCharacters(SecretText& text) noexcept {
-    const std::span characters(text.Buffer(), text.Size());
-    text.SetSize(text.Size() - std::ranges::remove_if(characters, IsControlCharacter).size());
+    wchar_t* const characters = text.Buffer();
+    const wchar_t* const end = std::remove_if(characters, characters + text.Size(), IsControlCharacter);
+    text.SetSize(static_cast<std::size_t>(end - characters));
 }
 
 std::optional<Splice> FollowPlainBox(std::wstring_view before, std::wstring_view after, std::size_t passwordLength) {
-    const std::size_t start = CommonStart(before, after);
+    const std::size_t start = CommonStart(before.begin(), before.end(), after.begin(), after.end());
     before.remove_prefix(start);
     after.remove_prefix(start);
-    const std::size_t end = CommonStart(before | std::views::reverse, after | std::views::reverse);
+    const std::size_t end = CommonStart(before.rbegin(), before.rend(), after.rbegin(), after.rend());
     before.remove_suffix(end);
     after.remove_suffix(end);
     // The password has none of these.
