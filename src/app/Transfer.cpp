@@ -82,7 +82,7 @@ void Transfer::CompleteDrag(TransferEnd end) {
         end = InjectAtPointer();
     }
     if (TakesAway(end, keepPassword_)) {
-        CutCarried(plan_, field_.CurrentPassword());
+        field_.CurrentPassword().Replace(plan_.carried, {});
         field_.ShowPassword(plan_.savedCaret);
     } else {
         form_.VisibleBox().Select({plan_.savedCaret, 0});
@@ -91,7 +91,7 @@ void Transfer::CompleteDrag(TransferEnd end) {
 }
 
 TransferEnd Transfer::InjectAtPointer() {
-    const InjectionOutcome outcome = injection_.Inject(field_.SelectedPassword());
+    const InjectionOutcome outcome = Inject(field_.SelectedPassword());
     notice_ = NoticeOf(outcome);
     return outcome.kind == InjectionOutcome::Kind::Injected ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver;
 }

@@ -43,7 +43,6 @@ class Transfer {
     Operations& operations_;
     enum DragDropMode mode_ = DragDropMode::DragDrop;
     bool keepPassword_ = false;
-    Injection injection_;
     TransferPlan plan_;
     std::unique_ptr<DragHint> note_;
     std::wstring notice_;

@@ -18,12 +18,10 @@ std::wstring ActionKeyCaption(const ActionKeyCaptions& captions, ActionKey key) 
 } // namespace
 
 std::wstring CharacterKeyCaption(const KeyCaption& key, Modifiers modifiers) {
-    if (modifiers.altGrIsDown && key.altGr == L"&") {
-        return std::wstring(shownAmpersand);
-    }
     const bool upper = modifiers.altGrIsDown || modifiers.shiftIsDown != modifiers.capsLockIsDown;
     const std::wstring_view caption = TrimBlanks(upper ? key.upper : key.lower);
-    return std::wstring(caption == L"&" ? shownAmpersand : caption);
+    const bool isAmpersand = caption == L"&" || (modifiers.altGrIsDown && key.altGr == L"&");
+    return std::wstring(isAmpersand ? shownAmpersand : caption);
 }
 
 std::vector<ButtonCaption> RefreshedCaptions(const KeyCaptions& captions, const ActionKeyCaptions& actionCaptions,

@@ -9,50 +9,67 @@ namespace vextrel {
 
 namespace {
 
-constexpr MenuItem separator{};
+template <auto member, auto value = true>
+bool Is(const CommandSnapshot& snapshot) noexcept {
+    return snapshot.*member == value;
+}
 
-constexpr MenuItem fileItems[] = {
-    {ids::mnuFileKeepOnTop, L"Keep on &Top"},
+using S = CommandSnapshot;
+using enum UnderTransfer;
+
+constexpr Command separator{};
+
+constexpr Command fileCommands[] = {
+    {ids::mnuFileKeepOnTop, L"Keep on &Top", ids::toolKeepOnTop, Is<&S::keepOnTop>},
     {ids::mnuFileExit, L"E&xit"},
 };
-constexpr MenuItem modeItems[] = {
-    {ids::mnuModeStandard, L"1. Standard"},
-    {ids::mnuModeHover, L"2. Hover Entry"},
-    {ids::mnuModeHiddenMouseAndHover, L"3. Hidden Mouse and Hover Entry"},
+constexpr Command modeCommands[] = {
+    {ids::mnuModeStandard, L"1. Standard", ids::toolStandard, Is<&S::inputMode, InputMode::Standard>},
+    {ids::mnuModeHover, L"2. Hover Entry", ids::toolHover, Is<&S::inputMode, InputMode::Hover>},
+    {ids::mnuModeHiddenMouseAndHover, L"3. Hidden Mouse and Hover Entry", ids::toolHideMouse,
+     Is<&S::inputMode, InputMode::HiddenMouseAndHover>},
 };
-constexpr MenuItem viewItems[] = {
-    {ids::mnuViewToolbar, L"&Toolbar"},
-    {ids::mnuViewProtectiveLayer, L"Protective Layer"},
+constexpr Command viewCommands[] = {
+    {ids::mnuViewToolbar, L"&Toolbar", 0, Is<&S::toolbarShown>},
+    {ids::mnuViewProtectiveLayer, L"Protective Layer", 0, Is<&S::layerMarked>},
     separator,
-    {ids::mnuViewPasswordMask, L"&Password Mask"},
+    {ids::mnuViewPasswordMask, L"&Password Mask", ids::toolToggleMask, Is<&S::textIsMasked>, Refused},
 };
-constexpr MenuItem optionItems[] = {
-    {ids::mnuOptionsBeepOnHover, L"&Beep on Hover Entry"},
-    {ids::mnuOptionsKeepPasswordAfterDragDrop, L"&Keep Password after Drag Drop"},
+constexpr Command optionCommands[] = {
+    {ids::mnuOptionsBeepOnHover, L"&Beep on Hover Entry", ids::toolBeep, Is<&S::beepOnHover>},
+    {ids::mnuOptionsKeepPasswordAfterDragDrop, L"&Keep Password after Drag Drop", ids::toolKeepPassword,
+     Is<&S::keepPassword>},
     separator,
-    {ids::mnuOptionsDragDrop, L"Drag and Drop Mode"},
-    {ids::mnuOptionsInjectMode, L"Injection Mode"},
+    {ids::mnuOptionsDragDrop, L"Drag and Drop Mode", 0, Is<&S::dragDropMode, DragDropMode::DragDrop>},
+    {ids::mnuOptionsInjectMode, L"Injection Mode", 0, Is<&S::dragDropMode, DragDropMode::Inject>},
     separator,
-    {ids::mnuOptionsSaveSettingsInINI, L"Save setting changes in the vxrconfig.ini file"},
+    {ids::mnuOptionsSaveSettingsInINI, L"Save setting changes in the vxrconfig.ini file", 0, Is<&S::saveSettings>},
 };
-constexpr MenuItem layoutItems[] = {
-    {ids::mnuKeyboardLayoutDefault, L"Default Language Layout"},
-    {ids::mnuKeyboardLayoutEnglish, L"English Layout"},
-    {ids::mnuKeyboardLayoutLastSaved, L"Load Last Imported Layout"},
+constexpr Command layoutCommands[] = {
+    {ids::mnuKeyboardLayoutDefault, L"Default Language Layout", 0, Is<&S::layout, LayoutMark::Default>, Refused},
+    {ids::mnuKeyboardLayoutEnglish, L"English Layout", 0, Is<&S::layout, LayoutMark::English>, Refused},
+    {ids::mnuKeyboardLayoutLastSaved, L"Load Last Imported Layout", 0, Is<&S::layout, LayoutMark::LastSaved>, Refused},
     separator,
-    {ids::mnuKeyboardLayoutImport, L"Import a Layout..."},
-    {ids::mnuKeyboardCreateNewLayoutFile, L"Save current layout..."},
+    {ids::mnuKeyboardLayoutImport, L"Import a Layout...", 0, nullptr, Refused},
+    {ids::mnuKeyboardCreateNewLayoutFile, L"Save current layout...", 0, nullptr, Refused},
 };
-constexpr MenuItem helpItems[] = {
+constexpr Command helpCommands[] = {
     {ids::mnuHelpVisitHomepage, L"Visit Vextrel homepage"},
     {ids::mnuHelpDonate, L"Donate..."},
     separator,
     {ids::mnuHelpAbout, L"About Vextrel"},
 };
+constexpr Command toolbarCommands[] = {
+    {0, nullptr, ids::toolInject, Is<&S::dragDropMode, DragDropMode::Inject>},
+    {0, nullptr, ids::toolRefresh, nullptr, Refused},
+    {0, nullptr, ids::toolClear, nullptr, Refused},
+};
 
-constexpr Menu menuBar[] = {
-    {L"&File", fileItems},      {L"&Mouse Mode", modeItems},        {L"&View", viewItems},
-    {L"&Options", optionItems}, {L"&Keyboard Layout", layoutItems}, {L"Help", helpItems},
+/// The menu bar and, last, what only the toolbar has.
+constexpr Menu commandGroups[] = {
+    {L"&File", fileCommands},      {L"&Mouse Mode", modeCommands},        {L"&View", viewCommands},
+    {L"&Options", optionCommands}, {L"&Keyboard Layout", layoutCommands}, {L"Help", helpCommands},
+    {nullptr, toolbarCommands},
 };
 
 // The keys are part of the program's contract, misspellings included.
@@ -83,40 +100,6 @@ constexpr HoverDelayItem hoverDelays[] = {
     {ids::hoverDelayTwoSeconds, L"twosecondsdelay", L"Two Second Delay", 2000},
 };
 
-template <auto member, auto value = true>
-bool Is(const CommandSnapshot& snapshot) noexcept {
-    return snapshot.*member == value;
-}
-
-using S = CommandSnapshot;
-
-constexpr Command commands[] = {
-    {ids::mnuFileKeepOnTop, ids::toolKeepOnTop, Is<&S::keepOnTop>},
-    {ids::mnuFileExit},
-    {ids::mnuModeStandard, ids::toolStandard, Is<&S::inputMode, InputMode::Standard>},
-    {ids::mnuModeHover, ids::toolHover, Is<&S::inputMode, InputMode::Hover>},
-    {ids::mnuModeHiddenMouseAndHover, ids::toolHideMouse, Is<&S::inputMode, InputMode::HiddenMouseAndHover>},
-    {ids::mnuViewToolbar, 0, Is<&S::toolbarShown>},
-    {ids::mnuViewProtectiveLayer, 0, Is<&S::layerMarked>},
-    {ids::mnuViewPasswordMask, ids::toolToggleMask, Is<&S::textIsMasked>, UnderTransfer::Refused},
-    {ids::mnuOptionsBeepOnHover, ids::toolBeep, Is<&S::beepOnHover>},
-    {ids::mnuOptionsKeepPasswordAfterDragDrop, ids::toolKeepPassword, Is<&S::keepPassword>},
-    {ids::mnuOptionsDragDrop, 0, Is<&S::dragDropMode, DragDropMode::DragDrop>},
-    {ids::mnuOptionsInjectMode, 0, Is<&S::dragDropMode, DragDropMode::Inject>},
-    {0, ids::toolInject, Is<&S::dragDropMode, DragDropMode::Inject>},
-    {ids::mnuOptionsSaveSettingsInINI, 0, Is<&S::saveSettings>},
-    {ids::mnuKeyboardLayoutDefault, 0, Is<&S::layout, LayoutMark::Default>, UnderTransfer::Refused},
-    {ids::mnuKeyboardLayoutEnglish, 0, Is<&S::layout, LayoutMark::English>, UnderTransfer::Refused},
-    {ids::mnuKeyboardLayoutLastSaved, 0, Is<&S::layout, LayoutMark::LastSaved>, UnderTransfer::Refused},
-    {ids::mnuKeyboardLayoutImport, 0, nullptr, UnderTransfer::Refused},
-    {ids::mnuKeyboardCreateNewLayoutFile, 0, nullptr, UnderTransfer::Refused},
-    {ids::mnuHelpVisitHomepage},
-    {ids::mnuHelpDonate},
-    {ids::mnuHelpAbout},
-    {0, ids::toolRefresh, nullptr, UnderTransfer::Refused},
-    {0, ids::toolClear, nullptr, UnderTransfer::Refused},
-};
-
 /// Seconds with at least one decimal: "2.0 s", "1.25 s".
 std::wstring SecondsText(int milliseconds) {
     std::wstring fraction = std::to_wstring(1000 + milliseconds % 1000).substr(1);
@@ -127,12 +110,10 @@ std::wstring SecondsText(int milliseconds) {
 }
 
 std::wstring InputModeStatus(InputMode mode, int intervalMs) {
-    switch (mode) {
-    case InputMode::Hover: return L"Hover entry, " + SecondsText(intervalMs);
-    case InputMode::HiddenMouseAndHover: return L"Hidden mouse, " + SecondsText(intervalMs);
-    case InputMode::Standard: break;
+    if (mode == InputMode::Standard) {
+        return L"Standard entry";
     }
-    return L"Standard entry";
+    return (mode == InputMode::Hover ? L"Hover entry, " : L"Hidden mouse, ") + SecondsText(intervalMs);
 }
 
 const wchar_t* LayoutStatus(LayoutMark mark) noexcept {
@@ -140,17 +121,14 @@ const wchar_t* LayoutStatus(LayoutMark mark) noexcept {
     case LayoutMark::Default: return L"Default layout";
     case LayoutMark::LastSaved: return L"Last imported layout";
     case LayoutMark::Imported: return L"Imported layout";
-    // Captions that no command has set yet are the built-in ones.
-    case LayoutMark::None:
-    case LayoutMark::English: break;
+    default: return L"English layout"; // captions that no command has set yet are the built-in ones
     }
-    return L"English layout";
 }
 
 } // namespace
 
 std::span<const Menu> MenuBar() noexcept {
-    return menuBar;
+    return std::span(commandGroups).first(std::size(commandGroups) - 1);
 }
 
 std::span<const ToolButton> ToolButtons() noexcept {
@@ -158,8 +136,7 @@ std::span<const ToolButton> ToolButtons() noexcept {
 }
 
 bool IsToolButton(int id) noexcept {
-    return std::any_of(std::begin(toolButtons), std::end(toolButtons),
-                       [id](const ToolButton& button) { return button.id == id; });
+    return std::ranges::find(toolButtons, id, &ToolButton::id) != std::end(toolButtons);
 }
 
 std::span<const HoverDelayItem> HoverDelayMenu() noexcept {
@@ -167,10 +144,14 @@ std::span<const HoverDelayItem> HoverDelayMenu() noexcept {
 }
 
 const Command* CommandOf(int id) noexcept {
-    const auto* const found = std::find_if(std::begin(commands), std::end(commands), [id](const Command& command) {
-        return id != 0 && (command.menuId == id || command.toolId == id);
-    });
-    return found == std::end(commands) ? nullptr : found;
+    for (const Menu& group : commandGroups) {
+        for (const Command& command : group.items) {
+            if (id != 0 && (command.menuId == id || command.toolId == id)) {
+                return &command;
+            }
+        }
+    }
+    return nullptr;
 }
 
 CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept {

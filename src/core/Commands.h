@@ -4,21 +4,8 @@
 
 #include <span>
 #include <string>
-#include <string_view>
 
 namespace vextrel {
-
-/// One line of the menu bar: a menu's title (id 0), an item, or a separator (no caption).
-struct MenuItem {
-    int id = 0;
-    const wchar_t* caption = nullptr; ///< "&" marks the access key; nullptr for a separator
-};
-struct Menu {
-    const wchar_t* caption;
-    std::span<const MenuItem> items;
-};
-/// The menu bar, in order.
-[[nodiscard]] std::span<const Menu> MenuBar() noexcept;
 
 enum class ToolButtonStyle { Plain, Check, Group, GroupWithMenu };
 struct ToolButton {
@@ -64,9 +51,10 @@ struct CommandSnapshot {
 /// What would change the password, its boxes, the captions or the window's place is refused while a transfer runs.
 enum class UnderTransfer { Allowed, Refused };
 
-/// One command of the user's, in the menu bar, on the toolbar or on both.
+/// One command of the user's, in the menu bar, on the toolbar or on both; all empty, a separator.
 struct Command {
     int menuId = 0;                                               ///< 0: it has no menu item
+    const wchar_t* caption = nullptr;                             ///< of the menu item; "&" marks the access key
     int toolId = 0;                                               ///< 0: it has no button
     bool (*isChecked)(const CommandSnapshot&) noexcept = nullptr; ///< whether it shows as being in force
     UnderTransfer underTransfer = UnderTransfer::Allowed;
@@ -74,6 +62,12 @@ struct Command {
     /// What names the command: its menu item's number, else its button's.
     [[nodiscard]] constexpr int Id() const noexcept { return menuId != 0 ? menuId : toolId; }
 };
+struct Menu {
+    const wchar_t* caption;
+    std::span<const Command> items;
+};
+/// The menu bar, in order.
+[[nodiscard]] std::span<const Menu> MenuBar() noexcept;
 /// The command of a menu item or toolbar button; null for numbers that stand for none (the buttons that are there to
 /// be seen, the hover delays).
 [[nodiscard]] const Command* CommandOf(int id) noexcept;

@@ -1,6 +1,7 @@
 #include "core/DragGesture.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace vextrel {
 
@@ -13,30 +14,21 @@ DragGesture::Verdict DragGesture::Press(Point point, bool onSelection, Size box,
 }
 
 DragGesture::Verdict DragGesture::Move(Point point) noexcept {
-    switch (phase_) {
-    case Phase::Idle: return Verdict::Box;
-    case Phase::Held:
-        if (std::abs(point.x - pressed_.x) <= threshold_.width && std::abs(point.y - pressed_.y) <= threshold_.height) {
-            return Verdict::Hold;
-        }
-        break;
-    case Phase::Selecting: {
-        const int far = box_.height;
-        const Rect near{-far, -far, box_.width + far, box_.height + far};
-        if (near.Contains(point)) {
-            return Verdict::Box;
-        }
-        break;
+    const int far = box_.height;
+    const Rect near{-far, -far, box_.width + far, box_.height + far};
+    if (phase_ == Phase::Idle || (phase_ == Phase::Selecting && near.Contains(point))) {
+        return Verdict::Box;
     }
+    if (phase_ == Phase::Held && std::abs(point.x - pressed_.x) <= threshold_.width &&
+        std::abs(point.y - pressed_.y) <= threshold_.height) {
+        return Verdict::Hold;
     }
     phase_ = Phase::Idle;
     return Verdict::StartDrag;
 }
 
 DragGesture::Verdict DragGesture::Release() noexcept {
-    const bool held = phase_ == Phase::Held;
-    phase_ = Phase::Idle;
-    return held ? Verdict::Click : Verdict::Box;
+    return std::exchange(phase_, Phase::Idle) == Phase::Held ? Verdict::Click : Verdict::Box;
 }
 
 } // namespace vextrel

@@ -11,7 +11,6 @@ const wchar_t* CustomaryDescription(ErrorNumber number) {
     case ErrorNumber::OutOfMemory: return L"Out of memory";
     case ErrorNumber::SubscriptOutOfRange: return L"Subscript out of range";
     case ErrorNumber::TypeMismatch: return L"Type mismatch";
-    case ErrorNumber::ObjectMissing: return L"Object variable not set";
     case ErrorNumber::SendKeys: return L"Invalid sendkeys command";
     }
     return L"";
@@ -21,10 +20,5 @@ const wchar_t* CustomaryDescription(ErrorNumber number) {
 
 Error::Error(ErrorNumber number)
     : Error(number, CustomaryDescription(number)) {}
-
-Error::Error(ErrorNumber number, std::wstring description, std::wstring source)
-    : number_(static_cast<std::int32_t>(number))
-    , description_(std::move(description))
-    , source_(std::move(source)) {}
 
 } // namespace vextrel

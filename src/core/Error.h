@@ -15,7 +15,6 @@ enum class ErrorNumber : std::int32_t {
     OutOfMemory = 7,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
-    ObjectMissing = 91,
     SendKeys = 1000, ///< a send-keys command that cannot be read or played
 };
 
@@ -25,11 +24,13 @@ class Error : public std::exception {
   public:
     /// An error of ours, with its customary description ("Overflow", "Type mismatch", ...).
     explicit Error(ErrorNumber number);
-    Error(ErrorNumber number, std::wstring description, std::wstring source = {});
-    /// An error of the operating system, with the system's own code.
-    Error(std::int32_t number, std::wstring description)
+    Error(ErrorNumber number, std::wstring description, std::wstring source = {})
+        : Error(static_cast<std::int32_t>(number), std::move(description), std::move(source)) {}
+    /// Of the operating system, with the system's own code.
+    Error(std::int32_t number, std::wstring description, std::wstring source = {})
         : number_(number)
-        , description_(std::move(description)) {}
+        , description_(std::move(description))
+        , source_(std::move(source)) {}
 
     [[nodiscard]] std::int32_t Number() const noexcept { return number_; }
     [[nodiscard]] const std::wstring& Description() const noexcept { return description_; }

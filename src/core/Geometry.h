@@ -1,7 +1,5 @@
 #pragma once
 
-#include <compare>
-
 namespace vextrel {
 
 struct Point {

@@ -2,11 +2,6 @@
 
 namespace vextrel {
 
-HoverEntry::TimerOrder HoverEntry::SetEnabled(bool enabled) noexcept {
-    enabled_ = enabled;
-    return enabled ? TimerOrder::Run : TimerOrder::Stop;
-}
-
 HoverEntry::TimerOrder HoverEntry::MoveOverKey(int button, std::wstring_view caption,
                                                std::wstring_view captionOfCurrent) {
     if (lastCaption_ && *lastCaption_ != caption) {
@@ -30,10 +25,6 @@ std::optional<int> HoverEntry::Tick(std::wstring_view captionOfCurrent) const {
         return std::nullopt;
     }
     return currentButton_;
-}
-
-void HoverEntry::Entered(std::wstring_view captionOfCurrent) {
-    lastCaption_ = captionOfCurrent;
 }
 
 void HoverEntry::CaptionRefreshed(std::wstring_view before, std::wstring_view after) {

@@ -20,7 +20,10 @@ class HoverEntry {
 
     /// Whether hover entry is switched on (TimerEnabled). Switching it on or off orders the timer likewise.
     [[nodiscard]] bool IsEnabled() const noexcept { return enabled_; }
-    [[nodiscard]] TimerOrder SetEnabled(bool enabled) noexcept;
+    [[nodiscard]] TimerOrder SetEnabled(bool enabled) noexcept {
+        enabled_ = enabled;
+        return enabled ? TimerOrder::Run : TimerOrder::Stop;
+    }
 
     /// The key under the pointer, armed for entry (CurrentButton); none at the start and after it was cleared.
     [[nodiscard]] std::optional<int> CurrentButton() const noexcept { return currentButton_; }
@@ -38,7 +41,7 @@ class HoverEntry {
     [[nodiscard]] std::optional<int> Tick(std::wstring_view captionOfCurrent) const;
 
     /// After the tick's entry: remembers the caption of CurrentButton as it is then.
-    void Entered(std::wstring_view captionOfCurrent);
+    void Entered(std::wstring_view captionOfCurrent) { lastCaption_ = captionOfCurrent; }
 
     /// After any caption refresh that is no arrival (physical Shift under a resting pointer): if the current key was
     /// the one entered last, its new caption is remembered in place of the old one.

@@ -3,6 +3,7 @@
 #include "core/KeyTable.h"
 
 #include <array>
+#include <optional>
 
 namespace vextrel {
 
@@ -39,5 +40,14 @@ inline constexpr std::array<KeyRow, keyRowCount> keyGrid{{
     {{43, 10, 22}, {keys::leftShift, 0, 22}, {keys::rightShift, 122, 150}},
     {{}, {keys::space, 38, 98}, {}},
 }};
+
+/// Rounds to a whole number of twips, halves to the even one.
+[[nodiscard]] double WholeTwips(double twips) noexcept;
+
+/// The key under a point of the protective layer, from the keyboard's shape alone, not from the buttons' real places.
+/// All lengths in twips, measured from the layer's top-left corner.
+/// @return the button's number, or nothing off the keys and for an empty layer. Command14 is never reached.
+[[nodiscard]] std::optional<int> KeyUnderPoint(double xTwips, double yTwips, double widthTwips,
+                                               double heightTwips) noexcept;
 
 } // namespace vextrel

@@ -1,47 +1,35 @@
 #include "core/KeyPress.h"
 
 #include "core/CaptionText.h"
-#include "core/KeyTable.h"
 
 namespace vextrel {
-
-namespace {
-
-KeyPressOutcome PressCharacterKey(std::wstring_view caption, const BoxState& box, Modifiers modifiers) {
-    modifiers.shiftIsDown = modifiers.shiftIsDown && !modifiers.shiftLatched;
-    return {.edit = EnterText(box, TextOfCaption(caption)), .modifiers = modifiers};
-}
-
-/// Tab and Enter: they exist in the plain view only.
-std::optional<TextEdit> EnterIfPlain(const BoxState& box, std::wstring_view text) {
-    if (box.view == PasswordBoxView::Masked) {
-        return std::nullopt;
-    }
-    return EnterIntoBoxOnly(box, text);
-}
-
-} // namespace
 
 KeyPressOutcome PressKey(int button, std::wstring_view caption, const BoxState& box, Modifiers modifiers) {
     // Every key reads caret and selection first, also one that does not use them.
     CheckSelection(box.selection);
+    KeyPressOutcome outcome{.edit = {}, .modifiers = modifiers};
     switch (button) {
-    case keys::backspace: return {.edit = EraseBackwards(box), .modifiers = modifiers};
-    case keys::tab: return {.edit = EnterIfPlain(box, L"\t"), .modifiers = modifiers};
-    case keys::enter: return {.edit = EnterIfPlain(box, L"\r\n"), .modifiers = modifiers};
-    case keys::capsLock:
-        modifiers.capsLockIsDown = !modifiers.capsLockIsDown;
-        return {.edit = {}, .modifiers = modifiers};
+    case keys::backspace: outcome.edit = EraseBackwards(box); break;
+    case keys::tab:
+    case keys::enter:
+        if (box.view == PasswordBoxView::Plain) {
+            outcome.edit = EnterIntoBoxOnly(box, button == keys::tab ? L"\t" : L"\r\n");
+        }
+        break;
+    case keys::capsLock: outcome.modifiers.capsLockIsDown = !modifiers.capsLockIsDown; break;
     case keys::leftShift:
     case keys::rightShift:
-        modifiers.shiftLatched = true;
-        modifiers.shiftIsDown = !modifiers.shiftIsDown;
-        return {.edit = {}, .modifiers = modifiers};
-    case keys::messageLeftover: return {.edit = {}, .modifiers = modifiers, .showLeftover = true};
+        outcome.modifiers.shiftLatched = true;
+        outcome.modifiers.shiftIsDown = !modifiers.shiftIsDown;
+        break;
+    case keys::messageLeftover: outcome.showLeftover = true; break;
     default:
-        return IsInertKey(button) ? KeyPressOutcome{.edit = {}, .modifiers = modifiers}
-                                  : PressCharacterKey(caption, box, modifiers);
+        if (!IsInertKey(button)) {
+            outcome.edit = EnterText(box, TextOfCaption(caption));
+            outcome.modifiers.shiftIsDown = modifiers.shiftIsDown && !modifiers.shiftLatched;
+        }
     }
+    return outcome;
 }
 
 } // namespace vextrel

@@ -2,7 +2,10 @@
 
 #include "core/Error.h"
 
+#include <algorithm>
 #include <cassert>
+#include <iterator>
+#include <numeric>
 #include <string_view>
 
 namespace vextrel {
@@ -30,17 +33,6 @@ constexpr ButtonRun buttonRuns[] = {{0, 1}, {13, 17}, {25, 65}, {26, 31}, {37, 4
 
 } // namespace
 
-KeyCaptions::KeyCaptions() {
-    LoadEnglishLayout(*this);
-}
-
-KeyCaption& KeyCaptions::At(std::size_t slot) {
-    if (slot >= slotCount) {
-        throw Error(ErrorNumber::SubscriptOutOfRange);
-    }
-    return slots_[slot];
-}
-
 const KeyCaption& KeyCaptions::At(std::size_t slot) const {
     if (slot >= slotCount) {
         throw Error(ErrorNumber::SubscriptOutOfRange);
@@ -50,11 +42,7 @@ const KeyCaption& KeyCaptions::At(std::size_t slot) const {
 
 std::size_t SlotOf(int row, int key) noexcept {
     assert(row >= 1 && row <= 4 && key >= 1 && key <= keysPerRow[static_cast<std::size_t>(row - 1)]);
-    int slot = key - 1;
-    for (int above = 1; above < row; ++above) {
-        slot += keysPerRow[static_cast<std::size_t>(above - 1)];
-    }
-    return static_cast<std::size_t>(slot);
+    return static_cast<std::size_t>(std::accumulate(keysPerRow.begin(), keysPerRow.begin() + row - 1, key - 1));
 }
 
 void LoadEnglishLayout(KeyCaptions& captions) {
@@ -67,19 +55,13 @@ void LoadEnglishLayout(KeyCaptions& captions) {
 
 int StandardButtonOfSlot(std::size_t slot) noexcept {
     assert(slot < characterKeyCount);
-    ButtonRun found = buttonRuns[0];
-    for (const ButtonRun& run : buttonRuns) {
-        if (run.firstSlot <= slot) {
-            found = run;
-        }
-    }
-    return found.firstButton + static_cast<int>(slot - found.firstSlot);
+    const ButtonRun& run = *std::prev(std::ranges::upper_bound(buttonRuns, slot, {}, &ButtonRun::firstSlot));
+    return run.firstButton + static_cast<int>(slot - run.firstSlot);
 }
 
 std::optional<std::size_t> StandardSlotOfCharacter(wchar_t character) noexcept {
     for (const std::wstring_view characters : {englishLower, englishUpper}) {
-        const std::size_t slot = characters.find(character);
-        if (slot != std::wstring_view::npos) {
+        if (const std::size_t slot = characters.find(character); slot != std::wstring_view::npos) {
             return slot;
         }
     }

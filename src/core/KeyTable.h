@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace vextrel {
 
@@ -52,17 +53,20 @@ struct KeyCaption {
     friend bool operator==(const KeyCaption&, const KeyCaption&) = default;
 };
 
+/// Sets the lower and upper captions of all 47 keys to the US English arrangement and touches nothing else.
+void LoadEnglishLayout(class KeyCaptions& captions);
+
 /// The captions of the 47 character keys in slot order: rows of 13, 13, 11 and 10. There is room for 49 slots.
 class KeyCaptions {
   public:
     static constexpr std::size_t slotCount = 49;
 
     /// Starts as the built-in English layout, so that a layout with gaps never leaves a blank key.
-    KeyCaptions();
+    KeyCaptions() { LoadEnglishLayout(*this); }
 
     /// @throws Error "Subscript out of range" for slot 49 and above.
-    [[nodiscard]] KeyCaption& At(std::size_t slot);
     [[nodiscard]] const KeyCaption& At(std::size_t slot) const;
+    [[nodiscard]] KeyCaption& At(std::size_t slot) { return const_cast<KeyCaption&>(std::as_const(*this).At(slot)); }
     friend bool operator==(const KeyCaptions&, const KeyCaptions&) = default;
 
   private:
@@ -71,9 +75,6 @@ class KeyCaptions {
 
 /// The slot of a key. @param row 1 to 4. @param key 1 to the row's number of keys.
 [[nodiscard]] std::size_t SlotOf(int row, int key) noexcept;
-
-/// Sets the lower and upper captions of all 47 keys to the US English arrangement and touches nothing else.
-void LoadEnglishLayout(KeyCaptions& captions);
 
 /// The button that shows a slot in the standard arrangement. @param slot 0 to 46.
 [[nodiscard]] int StandardButtonOfSlot(std::size_t slot) noexcept;

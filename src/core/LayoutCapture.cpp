@@ -1,7 +1,6 @@
 #include "core/LayoutCapture.h"
-#include "core/Pinned.h"
 
-#include <utility>
+#include "core/Pinned.h"
 
 namespace vextrel {
 
@@ -89,54 +88,29 @@ class CapsLockOff : private Pinned {
     CaptureResult result_ = CaptureResult::Done;
 };
 
-CaptureResult PlainPress(CaptureDevice& device, std::uint8_t virtualKey, bool focusTwice, std::wstring& text) {
-    device.GiveFocus();
-    if (focusTwice) {
-        device.GiveFocus();
-    }
-    device.ProcessMessages();
-    const CaptureResult result = Tap(device, virtualKey).result;
-    text = device.TakeText();
-    device.ForgetDeadKey();
-    return result;
-}
-
-CaptureResult ShiftedPress(CaptureDevice& device, std::uint8_t virtualKey, std::wstring& text) {
+CaptureResult Press(CaptureDevice& device, std::uint8_t virtualKey, bool withShift, std::wstring& text) {
     device.GiveFocus();
     device.ProcessMessages();
-    PressedKey shift(device, shiftKey);
-    if (shift.Readiness() != CaptureResult::Done) {
-        return shift.Readiness();
+    std::optional<PressedKey> shift;
+    if (withShift && shift.emplace(device, shiftKey).Readiness() != CaptureResult::Done) {
+        return shift->Readiness();
     }
     const CaptureResult result = Tap(device, virtualKey).result;
     text = device.TakeText();
     device.ForgetDeadKey();
-    if (result != CaptureResult::Done) {
+    if (!shift || result != CaptureResult::Done) {
         return result;
     }
     // Waited for, so that no box but this one learns of it.
-    shift.Release();
+    shift->Release();
     return device.AwaitRelease(shiftKey);
 }
 
 } // namespace
 
-const std::array<std::uint8_t, 47>& CaptureKeyCodes() noexcept {
-    static constexpr std::array<std::uint8_t, 47> codes{
-        192, 49, 50, 51, 52, 53, 54, 55,  56,  57,  48,  189, 187, // grave accent, digits, minus, equals
-        81,  87, 69, 82, 84, 89, 85, 73,  79,  80,  219, 221, 220, // Q to P, brackets, backslash
-        65,  83, 68, 70, 71, 72, 74, 75,  76,  186, 222,           // A to L, semicolon, quote
-        90,  88, 67, 86, 66, 78, 77, 188, 190, 191,                // Z to M, comma, period, slash
-    };
-    return codes;
-}
-
 CaptureOrder ChooseCaptureOrder(PhysicalModifiers held) noexcept {
-    if (!held.shift && !held.capsLock) {
-        return {.plainGivesLower = true, .focusTwice = true};
-    }
     // Shift and Caps Lock together cancel each other out.
-    return {.plainGivesLower = held.shift && held.capsLock, .focusTwice = false};
+    return {.plainGivesLower = held.shift == held.capsLock, .focusTwice = !held.shift && !held.capsLock};
 }
 
 CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot,
@@ -145,9 +119,12 @@ CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtu
     const CaptureOrder order = ChooseCaptureOrder(device.Held());
     std::wstring plain;
     std::wstring shifted;
-    CaptureResult result = PlainPress(device, virtualKey, order.focusTwice, plain);
+    if (order.focusTwice) {
+        device.GiveFocus();
+    }
+    CaptureResult result = Press(device, virtualKey, false, plain);
     if (result == CaptureResult::Done) {
-        result = ShiftedPress(device, virtualKey, shifted);
+        result = Press(device, virtualKey, true, shifted);
     }
     if (result == CaptureResult::Done) {
         caption.lower = std::move(order.plainGivesLower ? plain : shifted);
@@ -161,12 +138,8 @@ CaptureResult CaptureAllKeys(CaptureDevice& device, KeyCaptions& captions) {
     CaptureResult result = capsLock.Result();
     static_cast<void>(device.TakeText());
     device.ForgetDeadKey();
-    std::size_t slot = 0;
-    for (const std::uint8_t virtualKey : CaptureKeyCodes()) {
-        if (result != CaptureResult::Done) {
-            break;
-        }
-        result = GetCommandButtonCaptions(device, virtualKey, slot++, captions);
+    for (std::size_t slot = 0; slot < captureKeyCodes.size() && result == CaptureResult::Done; ++slot) {
+        result = GetCommandButtonCaptions(device, captureKeyCodes[slot], slot, captions);
     }
     return result;
 }

@@ -2,10 +2,7 @@
 
 #include "core/KeyTable.h"
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
-#include <string>
 
 namespace vextrel {
 
@@ -13,7 +10,12 @@ namespace vextrel {
 // text box that takes part in nothing else, the setup box, becomes its captions. No key may reach another program.
 
 /// Virtual-key codes of the 47 character keys of a US keyboard, in slot order.
-[[nodiscard]] const std::array<std::uint8_t, 47>& CaptureKeyCodes() noexcept;
+inline constexpr std::array<std::uint8_t, characterKeyCount> captureKeyCodes{
+    192, 49, 50, 51, 52, 53, 54, 55,  56,  57,  48,  189, 187, // grave accent, digits, minus, equals
+    81,  87, 69, 82, 84, 89, 85, 73,  79,  80,  219, 221, 220, // Q to P, brackets, backslash
+    65,  83, 68, 70, 71, 72, 74, 75,  76,  186, 222,           // A to L, semicolon, quote
+    90,  88, 67, 86, 66, 78, 77, 188, 190, 191,                // Z to M, comma, period, slash
+};
 
 /// How the two presses of a captured key are read.
 struct CaptureOrder {

@@ -8,12 +8,10 @@ namespace vextrel {
 
 namespace {
 
-using CaptionMember = std::wstring KeyCaption::*;
-
-/// One of the eight sections with character captions: a row in one case.
+/// A section with character captions: a row in one case.
 struct RowSection {
     int row;
-    CaptionMember caption;
+    std::wstring KeyCaption::*caption;
     std::wstring_view name;
 };
 
@@ -37,15 +35,11 @@ std::wstring KeyName(int key) {
 /// there means the row's third key, and "Key 3" the fifth key of the row above, overriding what that row's own section
 /// said; the row's second key is thus never read. Deliberate, and the writer does not mirror it.
 std::size_t SlotReadInto(const RowSection& section, int key) {
-    if (section.row == 4 && section.caption == &KeyCaption::upper) {
-        if (key == 2) {
-            return SlotOf(4, 3);
-        }
-        if (key == 3) {
-            return SlotOf(3, 5);
-        }
+    const bool isLastUpperCaseRow = section.row == 4 && section.caption == &KeyCaption::upper;
+    if (isLastUpperCaseRow && key == 2) {
+        return SlotOf(4, 3);
     }
-    return SlotOf(section.row, key);
+    return isLastUpperCaseRow && key == 3 ? SlotOf(3, 5) : SlotOf(section.row, key);
 }
 
 std::wstring WithoutNuls(std::wstring text) {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace vextrel {
 
@@ -32,9 +31,8 @@ std::optional<NumberParts> SplitNumber(std::wstring_view text) noexcept {
     if (point != std::wstring_view::npos) {
         parts.fraction = text.substr(point + 1);
     }
-    const bool onlyDigits = std::all_of(parts.whole.begin(), parts.whole.end(), IsDigit) &&
-                            std::all_of(parts.fraction.begin(), parts.fraction.end(), IsDigit);
-    if (!onlyDigits || (parts.whole.empty() && parts.fraction.empty())) {
+    if (!std::ranges::all_of(parts.whole, IsDigit) || !std::ranges::all_of(parts.fraction, IsDigit) ||
+        (parts.whole.empty() && parts.fraction.empty())) {
         return std::nullopt;
     }
     return parts;
@@ -42,12 +40,8 @@ std::optional<NumberParts> SplitNumber(std::wstring_view text) noexcept {
 
 /// Whether the fraction's digits round the whole part up: above a half always, exactly a half only to an even result.
 bool FractionRoundsUp(std::wstring_view fraction, bool wholeIsOdd) noexcept {
-    if (fraction.empty() || fraction.front() < L'5') {
-        return false;
-    }
-    const bool aboveHalf =
-        fraction.front() > L'5' || fraction.substr(1).find_first_not_of(L'0') != std::wstring_view::npos;
-    return aboveHalf || wholeIsOdd;
+    const std::wstring_view significant = fraction.substr(0, fraction.find_last_not_of(L'0') + 1);
+    return significant > L"5" || (significant == L"5" && wholeIsOdd);
 }
 
 } // namespace
@@ -56,17 +50,12 @@ std::int64_t RoundHalfEven(double value) noexcept {
     const double below = std::floor(value);
     const double rest = value - below;
     const auto whole = static_cast<std::int64_t>(below);
-    if (rest < 0.5) {
-        return whole;
-    }
-    return rest > 0.5 || whole % 2 != 0 ? whole + 1 : whole;
+    return rest > 0.5 || (rest == 0.5 && whole % 2 != 0) ? whole + 1 : whole;
 }
 
 std::int16_t ToInt16(std::int64_t value) {
-    if (const std::optional<std::int16_t> narrow = Narrowed<std::int16_t>(value)) {
-        return *narrow;
-    }
-    throw Error(ErrorNumber::Overflow);
+    const std::optional<std::int16_t> narrow = Narrowed<std::int16_t>(value);
+    return narrow ? *narrow : throw Error(ErrorNumber::Overflow);
 }
 
 bool IsNumeric(std::wstring_view text) noexcept {

@@ -61,13 +61,8 @@ const wchar_t* DragDropModeText(DragDropMode mode) noexcept {
 }
 
 std::int32_t ParseKeyboardLayout(std::wstring_view text) noexcept {
-    LayoutId id = LayoutId::English;
-    if (text == L"Default") {
-        id = LayoutId::Default;
-    } else if (text == L"Config") {
-        id = LayoutId::LastSaved;
-    }
-    return static_cast<std::int32_t>(id);
+    const LayoutId other = text == L"Config" ? LayoutId::LastSaved : LayoutId::English;
+    return static_cast<std::int32_t>(text == L"Default" ? LayoutId::Default : other);
 }
 
 std::optional<std::int16_t> ParseTransparency(std::wstring_view text) noexcept {

@@ -8,7 +8,7 @@ namespace vextrel {
 
 void ReadPlainBox(std::wstring_view plainText, SecretText& password) {
     const std::wstring_view kept = plainText.substr(0, plainText.find(L"\r\n"));
-    const auto tabs = static_cast<std::size_t>(std::count(kept.begin(), kept.end(), L'\t'));
+    const auto tabs = static_cast<std::size_t>(std::ranges::count(kept, L'\t'));
     if (kept.size() + tabs > SecretText::capacity) {
         throw Error(ErrorNumber::Overflow);
     }
@@ -36,10 +36,6 @@ TextRange DetermineSelectedRange(BoxSelection selection, std::size_t passwordLen
 
 TransferPlan PlanTransfer(BoxSelection selection, std::size_t passwordLength) {
     return {.carried = DetermineSelectedRange(selection, passwordLength), .savedCaret = selection.start};
-}
-
-void CutCarried(const TransferPlan& plan, SecretText& password) {
-    password.Replace(plan.carried, {});
 }
 
 } // namespace vextrel

@@ -38,7 +38,4 @@ enum class TransferEnd {
     return end == TransferEnd::HandedOver && !keepPasswordAfterDragDrop;
 }
 
-/// Cuts what was carried out of the password.
-void CutCarried(const TransferPlan& plan, SecretText& password);
-
 } // namespace vextrel

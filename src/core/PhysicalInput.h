@@ -4,7 +4,6 @@
 #include "core/TextEdit.h"
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace vextrel {

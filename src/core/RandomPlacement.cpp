@@ -1,7 +1,6 @@
 #include "core/RandomPlacement.h"
 
 #include "core/KeyGrid.h"
-#include "core/Numbers.h"
 
 namespace vextrel {
 
@@ -15,15 +14,11 @@ constexpr double narrowestWidthTwips = 5500;
 constexpr double nearEdgeTwips = 400;
 constexpr double edgeRoomTwips = 1500;
 
-double RoundedTwips(double twips) noexcept {
-    return static_cast<double>(RoundHalfEven(twips));
-}
-
 } // namespace
 
 double KeyUnitTwips(double outerWidthTwips, double twipsPerPixel) noexcept {
-    const double unitPx = RoundedTwips((outerWidthTwips - widthBesidesKeysTwips) / unitsPerRow / twipsPerPixel);
-    return RoundedTwips(unitPx * twipsPerPixel);
+    const double unitPx = WholeTwips((outerWidthTwips - widthBesidesKeysTwips) / unitsPerRow / twipsPerPixel);
+    return WholeTwips(unitPx * twipsPerPixel);
 }
 
 double WindowHeightTwips(double keyWidthTwips, double toolbarHeightTwips, double statusBarHeightTwips) noexcept {
@@ -32,7 +27,7 @@ double WindowHeightTwips(double keyWidthTwips, double toolbarHeightTwips, double
 
 RandomPlace RandomisePlacement(const RandomPlaceInput& input) noexcept {
     const double targetWidth =
-        RoundedTwips((input.screenWidthTwips / 2 - narrowestWidthTwips) * input.widthDraw + narrowestWidthTwips);
+        WholeTwips((input.screenWidthTwips / 2 - narrowestWidthTwips) * input.widthDraw + narrowestWidthTwips);
     RandomPlace placement;
     placement.keyWidthTwips = KeyUnitTwips(targetWidth, input.twipsPerPixel);
     placement.widthTwips = widthBesidesKeysTwips + unitsPerRow * placement.keyWidthTwips;

@@ -1,14 +1,15 @@
 #include "core/SecretText.h"
 
 #include "core/Error.h"
-#include "core/Wipe.h"
 
-#include <algorithm>
-#include <string>
+#include <cstring>
 
 namespace vextrel {
 
 namespace {
+
+/// Read anew at every call, so that no compiler can know that it only stores zeros nobody will read.
+void* (*const volatile fillMemory)(void*, int, std::size_t) = std::memset;
 
 using Traits = std::char_traits<wchar_t>;
 
@@ -18,20 +19,18 @@ constexpr std::size_t roomBytes = roomCharacters * sizeof(wchar_t);
 
 } // namespace
 
+void WipeMemory(void* memory, std::size_t byteCount) noexcept {
+    if (byteCount > 0) {
+        fillMemory(memory, 0, byteCount);
+    }
+}
+
 SecretText::SecretText(const SecretPages& pages)
     : pages_(pages)
     , characters_(static_cast<wchar_t*>(pages.Allocate(roomBytes))) {}
 
 SecretText::~SecretText() {
     pages_.Release(characters_, roomBytes);
-}
-
-std::wstring_view SecretText::View(TextRange range) const noexcept {
-    return View().substr(std::min(range.start, size_), range.count);
-}
-
-void SecretText::Clear() noexcept {
-    SetSize(0);
 }
 
 void SecretText::Assign(std::wstring_view text) {

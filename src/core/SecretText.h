@@ -1,12 +1,15 @@
 #pragma once
 
+#include "core/Pinned.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
 
-#include "core/Pinned.h"
-
 namespace vextrel {
+
+/// Overwrites memory with zeros in a way that the optimiser may not drop, however dead the memory looks to it.
+void WipeMemory(void* memory, std::size_t byteCount) noexcept;
 
 /// A piece of text. Positions and counts are in UTF-16 units.
 struct TextRange {
@@ -33,8 +36,8 @@ class SecretPages {
     ~SecretPages() = default;
 };
 
-/// The password and whatever is cut from it: text in fixed memory of its own, never reallocated, wiped
-/// wherever a character leaves it. Not copyable, so that no second copy comes about by accident.
+/// The password and whatever is cut from it: text in fixed memory of its own, never reallocated, wiped wherever a
+/// character leaves it. Not copyable, so that no second copy comes about by accident.
 class SecretText : private Pinned {
   public:
     /// What 16-bit caret positions can reach.
@@ -51,9 +54,11 @@ class SecretText : private Pinned {
     /// The same with a terminator behind it.
     [[nodiscard]] const wchar_t* CString() const noexcept { return characters_; }
     /// A part of it, cut at the end.
-    [[nodiscard]] std::wstring_view View(TextRange range) const noexcept;
+    [[nodiscard]] std::wstring_view View(TextRange range) const noexcept {
+        return View().substr(std::min(range.start, size_), range.count);
+    }
 
-    void Clear() noexcept;
+    void Clear() noexcept { SetSize(0); }
     /// @throws Error "Overflow" when the result would exceed the capacity; the text is unchanged then.
     void Assign(std::wstring_view text);
     /// Replaces the characters in the range (cut at the end) by the text, which must not lie in this object.

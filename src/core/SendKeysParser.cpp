@@ -25,8 +25,6 @@ constexpr NamedKey namedKeys[] = {
 };
 static_assert(std::size(namedKeys) == 41);
 
-constexpr std::int64_t mostRepetitions = 32767;
-
 std::optional<std::uint8_t> ModifierKey(wchar_t c) noexcept {
     switch (c) {
     case L'+': return virtualkeys::shift;
@@ -34,13 +32,6 @@ std::optional<std::uint8_t> ModifierKey(wchar_t c) noexcept {
     case L'%': return virtualkeys::alt;
     default: return std::nullopt;
     }
-}
-
-bool IsSignedWholeNumber(std::wstring_view text) noexcept {
-    if (text.starts_with(L'-') || text.starts_with(L'+')) {
-        text.remove_prefix(1);
-    }
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
 }
 
 class Parser {
@@ -51,8 +42,7 @@ class Parser {
     SendKeysProgram Parse() {
         // No character gives more than one stroke, but a modifier is released, too. Growing step by step would move the
         // strokes of a long command again and again, which takes longer than the parsing.
-        const auto modifiers =
-            std::count_if(command_.begin(), command_.end(), [](wchar_t c) { return ModifierKey(c); });
+        const auto modifiers = std::ranges::count_if(command_, [](wchar_t c) { return ModifierKey(c).has_value(); });
         program_.strokes.reserve(command_.size() + static_cast<std::size_t>(modifiers));
         while (at_ < command_.size() && !program_.error) {
             ParseNext();
@@ -84,16 +74,14 @@ class Parser {
 
     void ParseModifier(std::uint8_t virtualKey) {
         program_.strokes.push_back({SendKeysStroke::Kind::ModifierDown, virtualKey});
+        waiting_.push_back(virtualKey);
         ++at_;
         if (at_ < command_.size() && command_[at_] == L'(') {
             // Modifiers before this one wait for the group as for a key: they are held until it ends.
-            waiting_.push_back(virtualKey);
             groups_.push_back(waiting_.size());
             held_.insert(held_.end(), waiting_.begin(), waiting_.end());
             waiting_.clear();
             ++at_;
-        } else {
-            waiting_.push_back(virtualKey);
         }
     }
 
@@ -123,7 +111,7 @@ class Parser {
         std::int16_t count = 1;
         if (blank != std::wstring_view::npos) {
             const std::wstring_view countText = content.substr(blank + 1);
-            const auto number = IsSignedWholeNumber(countText) ? RepetitionCount(countText) : std::nullopt;
+            const auto number = RepetitionCount(countText);
             if (!number) {
                 FailAt(L"Invalid sendkeys command; key repetitions '" + std::wstring(countText) +
                        L"' is invalid near position ");
@@ -140,15 +128,14 @@ class Parser {
         at_ = end + 1;
     }
 
-    static std::optional<std::int16_t> RepetitionCount(std::wstring_view digits) noexcept {
-        if (digits.starts_with(L'-')) {
-            return 0; // however negative: nothing is played
-        }
-        const auto number = ParseNumber(digits);
-        if (!number || *number > mostRepetitions) {
+    /// The text is to be digits, with a sign or without.
+    static std::optional<std::int16_t> RepetitionCount(std::wstring_view text) noexcept {
+        if (!IsNumeric(text) || text.find_first_of(L" .") != std::wstring_view::npos) {
             return std::nullopt;
         }
-        return static_cast<std::int16_t>(*number);
+        // However negative: nothing is played.
+        const auto number = text.starts_with(L'-') ? 0 : ParseNumber(text);
+        return number ? Narrowed<std::int16_t>(*number) : std::nullopt;
     }
 
     void AddKey(const SendKeysStroke& stroke) {
@@ -156,21 +143,17 @@ class Parser {
         ReleaseWaiting();
     }
 
-    void Release(std::vector<std::uint8_t>& modifiers) {
-        program_.strokes.push_back({SendKeysStroke::Kind::ModifierUp, modifiers.back()});
-        modifiers.pop_back();
-    }
-
-    void ReleaseWaiting() {
-        while (!waiting_.empty()) {
-            Release(waiting_);
+    void ReleaseLast(std::size_t count, std::vector<std::uint8_t>& modifiers) {
+        for (; count > 0; --count) {
+            program_.strokes.push_back({SendKeysStroke::Kind::ModifierUp, modifiers.back()});
+            modifiers.pop_back();
         }
     }
+
+    void ReleaseWaiting() { ReleaseLast(waiting_.size(), waiting_); }
 
     void CloseGroup() {
-        for (std::size_t modifiers = groups_.back(); modifiers > 0; --modifiers) {
-            Release(held_);
-        }
+        ReleaseLast(groups_.back(), held_);
         groups_.pop_back();
     }
 
@@ -191,8 +174,7 @@ SendKeysProgram ParseSendKeys(std::wstring_view command) {
 }
 
 std::optional<std::uint8_t> NamedKeyCode(std::wstring_view name) noexcept {
-    const auto* const found = std::find_if(std::begin(namedKeys), std::end(namedKeys),
-                                           [name](const NamedKey& key) { return key.name == name; });
+    const auto* const found = std::ranges::find(namedKeys, name, &NamedKey::name);
     return found == std::end(namedKeys) ? std::nullopt : std::optional(found->code);
 }
 

@@ -8,31 +8,13 @@
 
 namespace vextrel {
 
-namespace {
-
-std::wstring DrawnSortKey(double draw) {
-    return std::to_wstring(RoundHalfEven(draw * 1000 + 1));
-}
-
-} // namespace
-
-KeySlotTable::KeySlotTable() {
-    Rebuild(false, {});
-}
-
 void KeySlotTable::Rebuild(bool shuffle, const std::function<double()>& draw) {
     for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
-        Row& row = rows_[slot];
-        row.button = StandardButtonOfSlot(slot);
-        if (shuffle) {
-            row.sortKey = DrawnSortKey(draw());
-        } else {
-            row.sortKey = static_cast<int>(slot);
-        }
+        rows_[slot] = {.sortKey = shuffle ? std::to_wstring(RoundHalfEven(draw() * 1000 + 1)) : std::wstring(),
+                       .button = StandardButtonOfSlot(slot)};
     }
     if (shuffle) {
-        std::sort(rows_.begin(), rows_.begin() + characterKeyCount,
-                  [](const Row& a, const Row& b) { return a.sortKey < b.sortKey; });
+        std::ranges::sort(rows_, {}, &Row::sortKey);
     }
 }
 

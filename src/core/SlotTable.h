@@ -4,9 +4,7 @@
 
 #include <array>
 #include <functional>
-#include <optional>
 #include <string>
-#include <variant>
 
 namespace vextrel {
 
@@ -14,15 +12,12 @@ namespace vextrel {
 /// (KeyboardType 1, 2 and 3) are complete but no command of the window selects them.
 class KeySlotTable {
   public:
-    /// Rows 0 to 46 are the character keys; row 47 is there but is never sorted.
-    static constexpr std::size_t rowCount = 48;
-
     /// The standard arrangement.
-    KeySlotTable();
+    KeySlotTable() { Rebuild(false, {}); }
 
     /// Rebuilds the rows in slot order. In a shuffling pass each row's sort key is the decimal text of
     /// round(u x 1000 + 1) for a u in [0, 1) drawn from `draw` (which reseeds before every draw, as its owner decides),
-    /// and rows 0 to 46 are then sorted ascending by it as text: "1000" sorts before "2", and many equal keys are
+    /// and the rows are then sorted ascending by it as text: "1000" sorts before "2", and many equal keys are
     /// possible. @param draw may be empty when no shuffling is asked for.
     void Rebuild(bool shuffle, const std::function<double()>& draw);
 
@@ -31,10 +26,10 @@ class KeySlotTable {
 
   private:
     struct Row {
-        std::variant<int, std::wstring> sortKey; ///< the row number, or a drawn number as text
+        std::wstring sortKey; ///< a drawn number as text, in a shuffled arrangement
         int button = 0;
     };
-    std::array<Row, rowCount> rows_;
+    std::array<Row, characterKeyCount> rows_;
 };
 
 /// KeyboardType of the standard arrangement.

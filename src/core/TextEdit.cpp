@@ -1,7 +1,6 @@
 #include "core/TextEdit.h"
 
 #include "core/Numbers.h"
-#include "core/Wipe.h"
 
 #include <algorithm>
 
@@ -62,18 +61,17 @@ TextEdit EnterText(const BoxState& box, std::wstring_view text) {
 TextEdit EraseBackwards(const BoxState& box) {
     CheckSelection(box.selection);
     const TextRange selected = Selected(box);
+    const bool behindLineBreak = selected.count == 0 && box.characterBeforeCaret == L'\n';
     // A box whose text is set anew has its caret at the start, and a caret before the first character is not set.
-    const std::size_t before = selected.start > 0 ? selected.start - 1 : 0;
-    TextEdit edit{.box = std::nullopt, .password = std::nullopt, .caret = ToInt16(Signed(before))};
+    const std::size_t back = std::min<std::size_t>(selected.start, behindLineBreak ? 2 : 1);
+    const std::size_t caret = selected.start - back;
+    TextEdit edit{.box = std::nullopt, .password = std::nullopt, .caret = ToInt16(Signed(caret))};
     if (selected.count > 0) {
         edit.box = Erase(selected, box.length);
-    } else if (selected.start > 0 && box.characterBeforeCaret == L'\n') {
-        const std::size_t pair = std::min<std::size_t>(selected.start, 2);
-        edit.box = Erase({selected.start - pair, pair}, box.length);
-        edit.caret = ToInt16(Signed(selected.start - pair));
-    } else if (selected.start > 0) {
-        edit.box = Erase({before, 1}, box.length);
-        if (const std::size_t reached = std::min(selected.start, box.passwordLength); reached > 0) {
+    } else if (back > 0) {
+        edit.box = Erase({caret, back}, box.length);
+        const std::size_t reached = std::min(selected.start, box.passwordLength);
+        if (!behindLineBreak && reached > 0) {
             edit.password = Erase({reached - 1, 1}, box.passwordLength);
         }
     }

@@ -18,7 +18,7 @@ struct WindowGeometryInput {
 };
 
 /// Where everything in the window goes, in pixels of the client area. No two rectangles overlap; the key rows have no
-/// gaps; everything lies inside the client area as long as that is at least MinimumClientSize.
+/// gaps; everything lies inside the client area as long as that is at least MinimumClientSizePx.
 struct WindowGeometry {
     Rect passwordBox; ///< of txtPassword and txtText alike
     Rect hoverDelayLabel;
@@ -33,8 +33,7 @@ struct WindowGeometry {
 };
 
 /// Lays out the window: below the toolbar the password box, below it the two sliders with their labels side by side,
-/// then the five key rows. Row 1 has 13 keys of one unit and Backspace of two; rows 2 to 4 outer keys of 1.4 / 1.6,
-/// 1.8 / 2.2 and 2.2 / 2.8 units; row 5 the space bar from 3.8 to 9.8 units. Edges are snapped to whole pixels.
+/// then the key rows of KeyGrid.h. Edges are snapped to whole pixels.
 [[nodiscard]] WindowGeometry GeometryOfWindow(const WindowGeometryInput& input) noexcept;
 
 /// The client area below which the window should not shrink: its keys are 16 pixels wide and high at 96 DPI, and as

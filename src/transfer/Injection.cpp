@@ -4,8 +4,6 @@
 #include "win32/Text.h"
 #include "win32/TopLevelWindow.h"
 
-#include <array>
-
 namespace vextrel {
 
 namespace {
@@ -13,7 +11,6 @@ namespace {
 /// The target's time to react to the click before any character comes, counted in rounds of message processing and
 /// not in time.
 constexpr int waitRounds = 100000;
-constexpr std::size_t classNameSize = 255;
 
 void BringForward(HWND window) noexcept {
     const HWND root = ::GetAncestor(window, GA_ROOT);
@@ -40,8 +37,12 @@ void WaitForReaction() noexcept {
     }
 }
 
-/// What Windows shows in place of a window that hangs. It takes what is posted and gives it to nobody.
-constexpr const wchar_t* standInClass = L"Ghost";
+/// Whether it is what Windows shows in place of a window that hangs. That takes what is posted and gives it to nobody.
+bool IsStandIn(HWND window) noexcept {
+    wchar_t name[16]{};
+    ::GetClassNameW(window, name, static_cast<int>(std::size(name)));
+    return std::wstring_view(name) == L"Ghost";
+}
 
 InjectionOutcome PostUnits(HWND window, std::wstring_view password) noexcept {
     for (const wchar_t unit : password) {
@@ -72,24 +73,17 @@ InjectionOutcome Post(HWND window, std::wstring_view password) noexcept {
 
 } // namespace
 
-void Injection::RecordClass(HWND window) {
-    std::array<char, classNameSize> name{};
-    ::GetClassNameA(window, name.data(), static_cast<int>(name.size()));
-    targetClass_ = Widen(name.data());
-}
-
-InjectionOutcome Injection::Inject(const SecretText& password) {
+InjectionOutcome Inject(const SecretText& password) {
     POINT place{};
     if (::GetCursorPos(&place) == FALSE) {
         return {InjectionOutcome::Kind::NoWindow};
     }
     const HWND window = ::WindowFromPoint(place);
     if (window != nullptr) {
-        RecordClass(window);
         if (IsOurs(window)) {
             return {InjectionOutcome::Kind::OwnWindow};
         }
-        if (targetClass_ == standInClass) {
+        if (IsStandIn(window)) {
             return {InjectionOutcome::Kind::Refused, ERROR_TIMEOUT};
         }
     }

@@ -4,7 +4,6 @@
 #include "win32/Windows.h"
 
 #include <cstdint>
-#include <string>
 
 namespace vextrel {
 
@@ -19,25 +18,12 @@ struct InjectionOutcome {
     Kind kind = Kind::Injected;
     /// Of the refusal: 5 (access denied) where the target runs with higher rights.
     std::uint32_t errorCode = 0;
-    friend bool operator==(const InjectionOutcome&, const InjectionOutcome&) = default;
 };
 
-/// Injects a password into other programs' windows.
-class Injection {
-  public:
-    /// Brings the window under the pointer forward, clicks into it and posts the password to it character by character,
-    /// as bytes of the ANSI code page. Messages are processed before the first character goes, so the caller runs it as
-    /// a transfer. A target that does not answer is not waited for.
-    /// @param password read when the messages have been processed, which may wipe it.
-    [[nodiscard]] InjectionOutcome Inject(const SecretText& password);
-
-    /// The class of the window that was found under the pointer last; for diagnosis.
-    [[nodiscard]] const std::wstring& TargetClass() const noexcept { return targetClass_; }
-
-  private:
-    void RecordClass(HWND window);
-
-    std::wstring targetClass_;
-};
+/// Brings the window under the pointer forward, clicks into it and posts the password to it character by character, as
+/// bytes of the ANSI code page. Messages are processed before the first character goes, so the caller runs it as a
+/// transfer. A target that does not answer is not waited for.
+/// @param password read when the messages have been processed, which may wipe it.
+[[nodiscard]] InjectionOutcome Inject(const SecretText& password);
 
 } // namespace vextrel

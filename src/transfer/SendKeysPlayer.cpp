@@ -20,20 +20,19 @@ constexpr DWORD singleByteFamily = 0x80000000;
 
 void SendKeysPlayer::SendKeys(std::wstring_view command) {
     std::vector<std::uint8_t> held; // in the order of pressing
-    const auto releaseHeld = [&]() noexcept {
+    const auto fail = [&](const Error& error) {
         while (!held.empty()) {
             KeyUp(held.back());
             held.pop_back();
         }
+        throw Error(error.Number(), error.Description(), errorSource);
     };
     try {
         Play(command, held);
     } catch (const Error& error) {
-        releaseHeld();
-        throw Error(static_cast<ErrorNumber>(error.Number()), error.Description(), errorSource);
+        fail(error);
     } catch (const std::bad_alloc&) {
-        releaseHeld();
-        throw Error(ErrorNumber::OutOfMemory, Error(ErrorNumber::OutOfMemory).Description(), errorSource);
+        fail(Error(ErrorNumber::OutOfMemory));
     }
 }
 
@@ -99,10 +98,7 @@ std::optional<std::uint8_t> SendKeysPlayer::KeyCode(std::wstring_view text) noex
     } else {
         scan = ::VkKeyScanW(text.front());
     }
-    if (scan == -1) {
-        return std::nullopt;
-    }
-    return LOBYTE(scan);
+    return scan == -1 ? std::nullopt : std::optional<std::uint8_t>(LOBYTE(scan));
 }
 
 } // namespace vextrel

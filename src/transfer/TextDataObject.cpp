@@ -1,6 +1,5 @@
 #include "transfer/TextDataObject.h"
 
-#include "core/Wipe.h"
 #include "win32/SystemLibrary.h"
 
 #include <shlobj.h>
@@ -16,57 +15,51 @@ namespace {
 /// instead of freeing the memory; with the last reference the memory is wiped and freed.
 class HandedMemory final : public ComObject<IUnknown> {
   public:
-    /// The memory is zeroed. @return null when there is none.
-    [[nodiscard]] static HandedMemory* Create(std::size_t byteCount) noexcept;
+    /// @param fill gets the memory, which is zeroed, so that the terminator is there. @return null when there is none.
+    [[nodiscard]] static HandedMemory* Create(std::size_t byteCount, auto&& fill) noexcept {
+        const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount);
+        if (memory == nullptr) {
+            return nullptr;
+        }
+        HandedMemory* handed = nullptr;
+        try {
+            handed = new HandedMemory(memory);
+        } catch (...) {
+            ::GlobalFree(memory);
+            return nullptr;
+        }
+        fill(::GlobalLock(memory));
+        ::GlobalUnlock(memory);
+        return handed;
+    }
 
     [[nodiscard]] HGLOBAL Get() const noexcept { return memory_; }
     /// Wipes all that receivers have not released yet.
-    static void WipeAll() noexcept;
+    static void WipeAll() noexcept {
+        for (HandedMemory* memory : LivingObjects<HandedMemory>()) {
+            memory->Wipe();
+        }
+    }
 
   private:
-    explicit HandedMemory(HGLOBAL memory);
-    ~HandedMemory() override;
-    void Wipe() noexcept;
+    explicit HandedMemory(HGLOBAL memory)
+        : memory_(memory) {
+        LivingObjects<HandedMemory>().push_back(this);
+    }
+    ~HandedMemory() override {
+        std::erase(LivingObjects<HandedMemory>(), this);
+        Wipe();
+        ::GlobalFree(memory_);
+    }
+    void Wipe() noexcept {
+        if (void* bytes = ::GlobalLock(memory_); bytes != nullptr) {
+            WipeMemory(bytes, ::GlobalSize(memory_));
+            ::GlobalUnlock(memory_);
+        }
+    }
 
     HGLOBAL memory_;
 };
-
-HandedMemory* HandedMemory::Create(std::size_t byteCount) noexcept {
-    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount);
-    if (memory == nullptr) {
-        return nullptr;
-    }
-    try {
-        return new HandedMemory(memory);
-    } catch (...) {
-        ::GlobalFree(memory);
-        return nullptr;
-    }
-}
-
-HandedMemory::HandedMemory(HGLOBAL memory)
-    : memory_(memory) {
-    LivingObjects<HandedMemory>().push_back(this);
-}
-
-HandedMemory::~HandedMemory() {
-    std::erase(LivingObjects<HandedMemory>(), this);
-    Wipe();
-    ::GlobalFree(memory_);
-}
-
-void HandedMemory::WipeAll() noexcept {
-    for (HandedMemory* memory : LivingObjects<HandedMemory>()) {
-        memory->Wipe();
-    }
-}
-
-void HandedMemory::Wipe() noexcept {
-    if (void* bytes = ::GlobalLock(memory_); bytes != nullptr) {
-        WipeMemory(bytes, ::GlobalSize(memory_));
-        ::GlobalUnlock(memory_);
-    }
-}
 
 constexpr FORMATETC TextFormat(CLIPFORMAT format) noexcept {
     return {format, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
@@ -79,26 +72,16 @@ bool IsOffered(const FORMATETC& format) noexcept {
            (format.tymed & TYMED_HGLOBAL) != 0;
 }
 
-/// Memory for the receiver, zeroed, so that the terminator is there.
-HandedMemory* Copy(std::size_t byteCount, auto&& fill) noexcept {
-    HandedMemory* const memory = HandedMemory::Create(byteCount);
-    if (memory != nullptr) {
-        fill(::GlobalLock(memory->Get()));
-        ::GlobalUnlock(memory->Get());
-    }
-    return memory;
-}
-
 HandedMemory* CopyWide(std::wstring_view text) noexcept {
-    return Copy((text.size() + 1) * sizeof(wchar_t),
-                [text](void* to) { std::memcpy(to, text.data(), text.size() * sizeof(wchar_t)); });
+    return HandedMemory::Create((text.size() + 1) * sizeof(wchar_t),
+                                [text](void* to) { std::memcpy(to, text.data(), text.size() * sizeof(wchar_t)); });
 }
 
 HandedMemory* CopyNarrow(std::wstring_view text) noexcept {
     const int length = static_cast<int>(text.size());
     const int size =
         length == 0 ? 0 : ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    return Copy(static_cast<std::size_t>(size) + 1, [&](void* to) {
+    return HandedMemory::Create(static_cast<std::size_t>(size) + 1, [&](void* to) {
         ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, static_cast<char*>(to), size, nullptr, nullptr);
     });
 }

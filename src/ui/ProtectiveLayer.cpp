@@ -1,7 +1,7 @@
 #include "ui/ProtectiveLayer.h"
 
 #include "core/Geometry.h"
-#include "core/HitTest.h"
+#include "core/KeyGrid.h"
 #include "core/ids.h"
 #include "ui/DotPointer.h"
 #include "win32/Control.h"

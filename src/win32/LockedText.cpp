@@ -1,7 +1,6 @@
 #include "win32/LockedText.h"
 
 #include "core/Error.h"
-#include "core/Wipe.h"
 #include "win32/SystemLibrary.h"
 
 // Locking and the exclusion from crash reports are what the system grants, not what the program needs: a refusal of

@@ -1,7 +1,7 @@
 #include "win32/Text.h"
 
 #include "core/Error.h"
-#include "core/Wipe.h"
+#include "core/SecretText.h"
 
 #include <algorithm>
 

@@ -88,9 +88,11 @@ TEST(Commands, MenusAndButtonsStandInTheirOrderWithTheirWords) {
     int last = 0;
     for (std::size_t i = 0; i < std::size(menus); ++i) {
         std::wstring words = MenuBar()[i].caption;
-        for (const MenuItem& item : MenuBar()[i].items) {
-            words += (&item == MenuBar()[i].items.data() ? L": " : L", ") + std::wstring(item.id ? item.caption : L"-");
-            EXPECT_TRUE(item.id == 0 || item.id > std::exchange(last, item.id)) << "numbers ascend; " << item.id;
+        for (const Command& item : MenuBar()[i].items) {
+            words +=
+                (&item == MenuBar()[i].items.data() ? L": " : L", ") + std::wstring(item.menuId ? item.caption : L"-");
+            EXPECT_TRUE(item.menuId == 0 || item.menuId > std::exchange(last, item.menuId))
+                << "numbers ascend; " << item.menuId;
         }
         EXPECT_EQ(words, menus[i]);
     }

@@ -2,7 +2,6 @@
 
 #include "core/Error.h"
 #include "core/SecretText.h"
-#include "core/Wipe.h"
 
 #include <cstdlib>
 

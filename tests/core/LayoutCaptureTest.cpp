@@ -80,8 +80,8 @@ TEST(LayoutCapture, EveryKeyGetsItsOwnTwoCaptionsAndADeadKeyNone) {
             keyboard.shiftEndsCapsLock = shiftEndsCapsLock;
             KeyCaptions captions;
             ASSERT_EQ(CaptureAllKeys(keyboard, captions), CaptureResult::Done);
-            for (std::size_t slot = 0; slot < CaptureKeyCodes().size(); ++slot) {
-                const std::uint8_t key = CaptureKeyCodes()[slot];
+            for (std::size_t slot = 0; slot < captureKeyCodes.size(); ++slot) {
+                const std::uint8_t key = captureKeyCodes[slot];
                 const std::wstring code = key == deadKey ? L"" : std::to_wstring(key);
                 EXPECT_EQ(captions.At(slot).lower, code) << "slot " << slot << ", Caps Lock " << capsLock;
                 EXPECT_EQ(captions.At(slot).upper, key == deadKey ? L"" : L"^" + code) << "slot " << slot;
@@ -165,7 +165,7 @@ TEST(LayoutCapture, EachSlotHasTheKeyThatCarriesItsEnglishCharacter) {
         const wchar_t lower = key.lower.at(0);
         const wchar_t capital = lower >= L'a' && lower <= L'z' ? key.upper.at(0) : lower;
         const int code = oemKeys.contains(lower) ? oemKeys.at(lower) : static_cast<int>(capital);
-        EXPECT_EQ(CaptureKeyCodes().at(slot), code) << slot;
+        EXPECT_EQ(captureKeyCodes.at(slot), code) << slot;
     }
 }
 

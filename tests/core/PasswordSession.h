@@ -263,7 +263,7 @@ class Ruled {
         const TransferPlan plan = PlanTransfer(Selection(), password_.Size());
         std::wstring carried(password_.View(plan.carried));
         if (takesAway) {
-            CutCarried(plan, password_);
+            password_.Replace(plan.carried, {});
             s.box = s.masked ? std::wstring(password_.Size(), L'*') : Password();
         }
         PutCaret(s, static_cast<std::size_t>(plan.savedCaret));

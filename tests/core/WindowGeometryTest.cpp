@@ -1,6 +1,6 @@
 #include "core/WindowGeometry.h"
 
-#include "core/HitTest.h"
+#include "core/KeyGrid.h"
 #include "core/RandomPlacement.h"
 
 #include <gtest/gtest.h>

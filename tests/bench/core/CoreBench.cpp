@@ -1,7 +1,7 @@
 // How long the rules take that run on a click, a hover, a start or a long input. Run by tests/bench/core/run.
 
 #include "core/Captions.h"
-#include "core/HitTest.h"
+#include "core/KeyGrid.h"
 #include "core/KeyPress.h"
 #include "core/LayoutFile.h"
 #include "core/RandomPlacement.h"

@@ -38,11 +38,11 @@ std::wstring WritesSinceMark(const Sandbox& sandbox) {
 /// to ask, only what differs from another snapshot, if one is given.
 int WrongState(const App& app, const CommandSnapshot& expected, const CommandSnapshot* before) {
     for (const Menu& menu : MenuBar())
-        for (const MenuItem& item : menu.items)
-            if (const CommandState state = StateOfCommand(item.id, expected);
-                item.id != 0 && !(before && state == StateOfCommand(item.id, *before)) &&
-                app.Checked(item.id) != state.checked)
-                return item.id;
+        for (const Command& item : menu.items)
+            if (const CommandState state = StateOfCommand(item.menuId, expected);
+                item.menuId != 0 && !(before && state == StateOfCommand(item.menuId, *before)) &&
+                app.Checked(item.menuId) != state.checked)
+                return item.menuId;
     for (const ToolButton& tool : ToolButtons())
         if (((app.ToolState(tool.id) & TBSTATE_CHECKED) != 0) != StateOfCommand(tool.id, expected).checked)
             return tool.id;

@@ -1,4 +1,4 @@
-#include "core/HitTest.h"
+#include "core/KeyGrid.h"
 
 #include "core/Geometry.h"
 

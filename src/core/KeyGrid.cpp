@@ -1,6 +1,5 @@
-#include "core/HitTest.h"
-
 #include "core/KeyGrid.h"
+
 #include "core/Numbers.h"
 
 namespace vextrel {
@@ -10,10 +9,6 @@ namespace {
 /// Edges are known in single precision: points compare with the rounded product, not with the exact one.
 double Edge(int tenths, double unitTwips) noexcept {
     return static_cast<double>(static_cast<float>(static_cast<double>(tenths) / tenthsPerUnit * unitTwips));
-}
-
-double WholeTwips(double twips) noexcept {
-    return static_cast<double>(RoundHalfEven(twips));
 }
 
 /// Which of the equal parts of a length holds the place, counted from 0; nothing outside the length.
@@ -52,6 +47,10 @@ std::optional<int> KeyInLastRow(const KeyRow& row, double x, double unit) noexce
 }
 
 } // namespace
+
+double WholeTwips(double twips) noexcept {
+    return static_cast<double>(RoundHalfEven(twips));
+}
 
 std::optional<int> KeyUnderPoint(double xTwips, double yTwips, double widthTwips, double heightTwips) noexcept {
     if (!(widthTwips > 0 && heightTwips > 0)) {
