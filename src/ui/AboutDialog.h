@@ -2,7 +2,6 @@
 
 #include "ui/Dialog.h"
 #include "win32/Hardening.h"
-#include "win32/ScreenCapture.h"
 
 namespace vextrel {
 
@@ -26,8 +25,7 @@ class AboutDialog final : public Dialog {
     [[nodiscard]] Look LookOf() const override { return {L"About Vextrel", {440, 344}}; }
     void CreateControls() override;
     void FitControls() override;
-    LRESULT OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void AddLink(const wchar_t* text, const Rect& place96, int id);
+    void OnNotify(const NMHDR& header) override;
 
     ProtectionFacts facts_;
     UniqueIcon icon_;

@@ -1,8 +1,7 @@
 #include "ui/Dialog.h"
 
-#include "core/Pinned.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
-#include "win32/EventGuard.h"
 #include "win32/TopLevelWindow.h"
 
 #include <algorithm>
@@ -69,10 +68,7 @@ void Dialog::LoadOver(HWND owner) {
     const RECT screen = WorkAreaOf(::MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY));
     ChooseScale(dpi, screen);
     const Size size = OuterSize(dpi);
-    RECT over = screen;
-    if (owner != nullptr && !::IsIconic(owner)) {
-        ::GetWindowRect(owner, &over);
-    }
+    const RECT over = owner != nullptr && !::IsIconic(owner) ? OuterArea(owner) : screen;
     const auto centred = [](LONG low, LONG high, int extent, LONG from, LONG to) {
         const LONG wanted = (low + high - extent) / 2;
         return static_cast<int>(std::max(from, std::min(wanted, to - extent)));
@@ -85,8 +81,6 @@ void Dialog::LoadOver(HWND owner) {
           .topPx = centred(over.top, over.bottom, size.height, screen.top, screen.bottom),
           .widthPx = size.width,
           .heightPx = size.height});
-    children_.clear();
-    lines_ = nullptr;
     CreateControls();
     FitAll();
 }
@@ -102,11 +96,10 @@ void Dialog::OnDpiChanged(const RECT& suggested) {
 }
 
 void Dialog::FitAll() {
-    for (const Child& child : children_) {
-        const Rect& place = child.place96;
-        ::MoveWindow(child.window, Scaled(place.left), Scaled(place.top), Scaled(place.Width()), Scaled(place.Height()),
+    for (const auto& [child, place] : children_) {
+        ::MoveWindow(child, Scaled(place.left), Scaled(place.top), Scaled(place.Width()), Scaled(place.Height()),
                      FALSE);
-        ::SendMessageW(child.window, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+        SetFont(child, font_, false);
     }
     FitControls();
     ShowScrollBarIfNeeded();
@@ -120,8 +113,7 @@ void Dialog::ServeUntilEnded(const Operations& operations) {
     ::ShowWindow(Handle(), SW_SHOW);
     MSG message{};
     while (!ended_ && IsLoaded()) {
-        const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
-        if (got <= 0) {
+        if (::GetMessageW(&message, nullptr, 0, 0) <= 0) {
             // The program ends: the outer loop has to learn of it, too.
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
@@ -135,9 +127,6 @@ void Dialog::ServeUntilEnded(const Operations& operations) {
 
 int Dialog::RunModal(Operations& operations, HWND owner) {
     owner_ = ::IsWindow(owner) ? owner : nullptr;
-    result_ = IDCANCEL;
-    ended_ = false;
-    lastFocus_ = nullptr;
     {
         // Ends before the window goes, for the layer's sake: what the system activates then must be enabled.
         const Operations::Scope modal(operations, Operations::Kind::Modal);
@@ -155,23 +144,19 @@ void Dialog::End(int result) noexcept {
     ::PostMessageW(Handle(), WM_NULL, 0, 0);
 }
 
-void Dialog::OnUnload() noexcept {
-    ended_ = true;
-}
-
-HWND Dialog::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD exStyle,
-                        const Rect& place96, int id) {
+HWND Dialog::AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, const Rect& place96, int id,
+                        DWORD exStyle) {
     const HWND control = CreateControl(
         Handle(),
         {.windowClass = controlClass, .text = text, .style = style | WS_VISIBLE, .exStyle = exStyle, .id = id});
-    children_.push_back({control, place96});
+    children_.emplace_back(control, place96);
     return control;
 }
 
 void Dialog::AddLines(const wchar_t* lines, const Rect& place96, int id) {
     lines_ =
         AddControl(WC_EDITW, lines, WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | ES_LEFT,
-                   WS_EX_CLIENTEDGE, place96, id);
+                   place96, id, WS_EX_CLIENTEDGE);
 }
 
 void Dialog::ShowScrollBarIfNeeded() const noexcept {
@@ -184,21 +169,15 @@ void Dialog::ShowScrollBarIfNeeded() const noexcept {
     const LRESULT lastLine = ::SendMessageW(lines_, EM_GETLINECOUNT, 0, 0) - 1;
     const LRESULT lastLineStart = ::SendMessageW(lines_, EM_LINEINDEX, static_cast<WPARAM>(lastLine), 0);
     const LRESULT place = ::SendMessageW(lines_, EM_POSFROMCHAR, static_cast<WPARAM>(lastLineStart), 0);
-    RECT area{};
-    ::GetClientRect(lines_, &area);
-    if (lastLine == 0 || (place != -1 && GET_Y_LPARAM(place) + Scaled(18) <= area.bottom)) {
+    if (lastLine == 0 || (place != -1 && GET_Y_LPARAM(place) + Scaled(18) <= ClientArea(lines_).bottom)) {
         ::ShowScrollBar(lines_, SB_VERT, FALSE);
     }
 }
 
-void Dialog::OnCommand(int id, int) {
+void Dialog::OnCommand(int id) {
     if (id == IDOK || id == IDCANCEL) {
         End(id);
     }
-}
-
-LRESULT Dialog::OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    return DefaultHandler(message, wParam, lParam);
 }
 
 LRESULT Dialog::OnActivate(WPARAM wParam, LPARAM lParam) {
@@ -215,7 +194,8 @@ LRESULT Dialog::OnActivate(WPARAM wParam, LPARAM lParam) {
 
 LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
+    case WM_COMMAND: OnCommand(LOWORD(wParam)); return 0;
+    case WM_NOTIFY: OnNotify(*reinterpret_cast<const NMHDR*>(lParam)); return 0;
     case WM_CLOSE: End(IDCANCEL); return 0;
     case WM_ACTIVATE: return OnActivate(wParam, lParam);
     case WM_DPICHANGED: OnDpiChanged(*reinterpret_cast<const RECT*>(lParam)); return 0;
@@ -224,7 +204,7 @@ LRESULT Dialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         ::SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
         ::SetTextColor(reinterpret_cast<HDC>(wParam), ::GetSysColor(COLOR_BTNTEXT));
         return reinterpret_cast<LRESULT>(::GetSysColorBrush(COLOR_3DFACE));
-    default: return OnDialogMessage(message, wParam, lParam);
+    default: return DefaultHandler(message, wParam, lParam);
     }
 }
 

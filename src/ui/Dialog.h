@@ -17,7 +17,7 @@ class Dialog : public Form {
     Dialog() = default;
     ~Dialog() override { Unload(); }
 
-    /// Shows the dialog and returns when it has been ended. An owner that is no window stands for none.
+    /// Shows the dialog, once, and returns when it has been ended. An owner that is no window stands for none.
     /// @return what End was given; IDCANCEL when the window was closed or went with its owner.
     int RunModal(Operations& operations, HWND owner);
 
@@ -32,14 +32,17 @@ class Dialog : public Form {
     virtual void CreateControls() = 0;
     /// What depends on the size beside the places and the message font; after CreateControls and on every new DPI.
     virtual void FitControls() {}
-    /// A command of a control. OK and Cancel are ended by default.
-    virtual void OnCommand(int id, int notification);
-    virtual LRESULT OnDialogMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    /// A command of a control. OK and Cancel end the dialog by default.
+    virtual void OnCommand(int id);
+    virtual void OnNotify(const NMHDR&) {}
 
     void End(int result) noexcept;
     /// Creates a control at a place given for 96 DPI and the usual message font, in the message font.
-    HWND AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, DWORD exStyle, const Rect& place96,
-                    int id);
+    HWND AddControl(const wchar_t* controlClass, const wchar_t* text, DWORD style, const Rect& place96, int id = -1,
+                    DWORD exStyle = 0);
+    HWND AddLabel(const wchar_t* text, const Rect& place96, DWORD style = SS_LEFT) {
+        return AddControl(WC_STATICW, text, style, place96);
+    }
     /// Creates a field of lines to read, with a scroll bar if they need one.
     void AddLines(const wchar_t* lines, const Rect& place96, int id);
     /// In pixels, as large as the DPI and the user's font ask.
@@ -56,18 +59,13 @@ class Dialog : public Form {
     [[nodiscard]] Size OuterSize(int dpi) const;
     void FitAll();
     void ShowScrollBarIfNeeded() const noexcept;
-    void OnUnload() noexcept override;
-
-    struct Child {
-        HWND window = nullptr;
-        Rect place96;
-    };
+    void OnUnload() noexcept override { ended_ = true; }
 
     FontCache fonts_;
     HFONT font_ = nullptr;
-    double scale_ = 1; ///< pixels for one at 96 DPI in the usual message font
-    std::vector<Child> children_;
-    HWND lines_ = nullptr; ///< the field of lines to read, if there is one
+    double scale_ = 1;                            ///< pixels for one at 96 DPI in the usual message font
+    std::vector<std::pair<HWND, Rect>> children_; ///< and their places at 96 DPI
+    HWND lines_ = nullptr;                        ///< the field of lines to read, if there is one
     HWND owner_ = nullptr;
     HWND lastFocus_ = nullptr; ///< the control that had it when the dialog was last left
     int result_ = IDCANCEL;

@@ -5,22 +5,12 @@
 
 namespace vextrel {
 
-namespace {
-
-HCURSOR LoadDot(int id) noexcept {
+HCURSOR DotPointerForDpi(int dpi) noexcept {
+    const int id = dpi >= 192 ? IDC_GREYDOT_192 : dpi >= 144 ? IDC_GREYDOT_144 : IDC_GREYDOT_96;
     // LR_SHARED: the system keeps one of each and frees it with the program.
     const HANDLE dot = ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_CURSOR, 0, 0, LR_SHARED);
     // None at all would hide the pointer.
     return dot != nullptr ? static_cast<HCURSOR>(dot) : ::LoadCursorW(nullptr, IDC_ARROW);
-}
-
-} // namespace
-
-HCURSOR DotPointerForDpi(int dpi) noexcept {
-    if (dpi >= 192) {
-        return LoadDot(IDC_GREYDOT_192);
-    }
-    return LoadDot(dpi >= 144 ? IDC_GREYDOT_144 : IDC_GREYDOT_96);
 }
 
 void RenewPointer() noexcept {
@@ -28,13 +18,11 @@ void RenewPointer() noexcept {
     if (::GetCursorPos(&pointer) == FALSE) {
         return;
     }
-    const HWND window = ::WindowFromPoint(pointer);
     // The pointer over another program's window is never touched.
-    if (!IsOurs(window)) {
-        return;
+    if (const HWND window = ::WindowFromPoint(pointer); IsOurs(window)) {
+        const LRESULT part = ::SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(pointer.x, pointer.y));
+        ::SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(part, WM_MOUSEMOVE));
     }
-    const LRESULT part = ::SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(pointer.x, pointer.y));
-    ::SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(part, WM_MOUSEMOVE));
 }
 
 } // namespace vextrel

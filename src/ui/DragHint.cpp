@@ -1,7 +1,7 @@
 #include "ui/DragHint.h"
 
-#include "core/Geometry.h"
 #include "core/ids.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
@@ -9,7 +9,6 @@
 #include "win32/TopLevelWindow.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace vextrel {
 
@@ -53,7 +52,7 @@ int HeightOf(HWND label, HFONT font, int widthPx) {
 
 void DragHint::ShowFor(DragDropMode mode, HWND owner) {
     mode_ = mode;
-    // It takes its DPI from the screen that it is created on.
+    // It takes its DPI from the screen that it is created on. A pop-up is created without a size.
     POINT pointer{};
     ::GetCursorPos(&pointer);
     Load({.title = L"",
@@ -61,9 +60,7 @@ void DragHint::ShowFor(DragDropMode mode, HWND owner) {
           .exStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_LAYERED | WS_EX_TRANSPARENT,
           .owner = owner,
           .leftPx = static_cast<int>(pointer.x),
-          .topPx = static_cast<int>(pointer.y),
-          .widthPx = 0,
-          .heightPx = 0});
+          .topPx = static_cast<int>(pointer.y)});
     SetLayeredTransparency(Handle(), noteAlpha);
     CreateControls();
     Arrange();
@@ -96,9 +93,8 @@ void DragHint::Arrange() {
     const int headerHeight = std::max(px(headerHeightTwips), HeightOf(header_, font, labelWidth));
     const int textTop = margin + headerHeight;
     const int textHeight = std::max(shapeHeight - textTop - margin, HeightOf(text_, font, labelWidth));
-    for (const HWND label : {header_, text_}) {
-        ::SendMessageW(label, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
-    }
+    SetFont(header_, font, false);
+    SetFont(text_, font, false);
     ::MoveWindow(header_, margin, margin, labelWidth, headerHeight, FALSE);
     ::MoveWindow(text_, margin, textTop, labelWidth, textHeight, FALSE);
     ::SetWindowPos(Handle(), nullptr, 0, 0, px(shapeWidthTwips), textTop + textHeight + margin,
@@ -115,13 +111,11 @@ void DragHint::OnDpiChanged() {
 }
 
 void DragHint::FollowPointer() noexcept {
-    POINT pointer{};
-    if (::GetCursorPos(&pointer) == FALSE) {
-        return;
+    if (POINT pointer{}; ::GetCursorPos(&pointer) != FALSE) {
+        const int distance = PixelsFromTwips(pointerDistanceTwips, Dpi());
+        ::SetWindowPos(Handle(), HWND_TOPMOST, pointer.x + distance, pointer.y + distance, 0, 0,
+                       SWP_NOSIZE | SWP_NOACTIVATE);
     }
-    const int distance = PixelsFromTwips(pointerDistanceTwips, Dpi());
-    ::SetWindowPos(Handle(), HWND_TOPMOST, pointer.x + distance, pointer.y + distance, 0, 0,
-                   SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void DragHint::WakeFinishedDrag() noexcept {
@@ -130,10 +124,6 @@ void DragHint::WakeFinishedDrag() noexcept {
     if (!IsDownNow(VK_LBUTTON) && !IsDownNow(VK_RBUTTON)) {
         ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
     }
-}
-
-void DragHint::OnUnload() noexcept {
-    ::KillTimer(Handle(), Timer1);
 }
 
 LRESULT DragHint::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -150,11 +140,11 @@ LRESULT DragHint::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_NCHITTEST: return HTTRANSPARENT;
     case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
     case WM_ERASEBKGND: {
-        RECT area{};
-        ::GetClientRect(Handle(), &area);
-        ::SetDCBrushColor(reinterpret_cast<HDC>(wParam), ground);
-        ::FillRect(reinterpret_cast<HDC>(wParam), &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
-        ::FrameRect(reinterpret_cast<HDC>(wParam), &area, ::GetSysColorBrush(COLOR_3DSHADOW));
+        const auto context = reinterpret_cast<HDC>(wParam);
+        const RECT area = ClientArea(Handle());
+        ::SetDCBrushColor(context, ground);
+        ::FillRect(context, &area, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+        ::FrameRect(context, &area, ::GetSysColorBrush(COLOR_3DSHADOW));
         return 1;
     }
     case WM_CTLCOLORSTATIC: {

@@ -18,7 +18,6 @@ class DragHint final : public Form {
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnUnload() noexcept override;
     void CreateControls();
     void Arrange();
     void OnDpiChanged();

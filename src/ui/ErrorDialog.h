@@ -3,7 +3,6 @@
 #include "ui/Dialog.h"
 
 #include <string>
-#include <utility>
 
 namespace vextrel {
 
@@ -16,7 +15,7 @@ class ErrorDialog final : public Dialog {
   private:
     [[nodiscard]] Look LookOf() const override { return {L"Vextrel", {400, 180}}; }
     void CreateControls() override;
-    void OnCommand(int id, int notification) override;
+    void OnCommand(int id) override;
 
     std::wstring message_;
 };

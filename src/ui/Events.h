@@ -4,6 +4,7 @@
 
 #include "core/OptionValues.h"
 #include "ui/SliderRow.h"
+#include "ui/ToolbarControl.h"
 #include "win32/MoveHook.h"
 
 namespace vextrel {
@@ -49,7 +50,7 @@ class LayerEvents {
     virtual void ButtonMouseMove(int button) = 0;
     /// Over a part of the layer that is no key.
     virtual void MouseMoveInForm() = 0;
-    /// A double click on a key.
+    /// On a double click.
     virtual void FlashKey(int button) = 0;
     /// A key beneath is to be shown pushed, or no longer.
     virtual void PushKey(int button, bool pushed) noexcept = 0;
@@ -71,13 +72,10 @@ class LayerEvents {
     ~LayerEvents() = default;
 };
 
-/// What the main window reports, and asks.
-class WindowEvents : public MoveEvents, public SliderEvents {
+/// What the main window reports, and asks. Moves of the mouse over its background and labels count as those over the
+/// toolbar, and menu items as its buttons.
+class WindowEvents : public MoveEvents, public SliderEvents, public ToolbarEvents {
   public:
-    /// Over the background, the labels or the toolbar.
-    virtual void MouseMoveInForm() = 0;
-    /// A menu item, a toolbar button or a delay of the Hover button's menu.
-    virtual void Command(int id) = 0;
     virtual void FormActivated() = 0;
     /// The screen's resolution or arrangement changed.
     virtual void DisplayChanged() = 0;

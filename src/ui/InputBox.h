@@ -4,7 +4,6 @@
 
 #include <optional>
 #include <string>
-#include <utility>
 
 namespace vextrel {
 
@@ -23,7 +22,7 @@ class InputBox final : public Dialog {
   private:
     [[nodiscard]] Look LookOf() const override { return {title_.c_str(), {380, 120}}; }
     void CreateControls() override;
-    void OnCommand(int id, int notification) override;
+    void OnCommand(int id) override;
 
     std::wstring title_;
     std::wstring prompt_;

@@ -4,11 +4,9 @@
 #include "core/KeyTable.h"
 #include "core/ids.h"
 #include "ui/KeyPainter.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
-
-#include <algorithm>
-#include <utility>
 
 namespace vextrel {
 
@@ -16,10 +14,6 @@ void KeyCapture::Take(HWND key) noexcept {
     // First: the loss of an older capture comes back meanwhile and is that key's.
     ::SetCapture(::GetParent(key));
     key_ = key;
-}
-
-bool KeyCapture::IsFor(HWND key) const noexcept {
-    return key_ == key && ::GetCapture() == ::GetParent(key);
 }
 
 bool KeyCapture::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -51,30 +45,19 @@ void KeyButton::Create(HWND parent, int number, KeyEvents& events, FontCache& fo
 }
 
 void KeyButton::SetCaption(const std::wstring& caption) {
-    if (caption != caption_) {
-        caption_ = caption;
-        ::SetWindowTextW(Handle(), caption.c_str());
-        NameIfBlank();
+    if (caption == caption_) {
+        return;
     }
-}
-
-void KeyButton::NameIfBlank() noexcept {
+    caption_ = caption;
+    ::SetWindowTextW(Handle(), caption.c_str());
     if (const bool blank = EntersBlank(caption_); blank != namedAsBlank_) {
         namedAsBlank_ = blank;
         SetAccessibleNames({{Handle(), blank ? L"space" : nullptr}});
     }
 }
 
-void KeyButton::SetLit(bool lit) noexcept {
-    if (lit != lit_) {
-        lit_ = lit;
-        ::InvalidateRect(Handle(), nullptr, FALSE);
-    }
-}
-
-void KeyButton::SetPushed(bool pushed) noexcept {
-    if (pushed != pushed_) {
-        pushed_ = pushed;
+void KeyButton::Change(bool& shown, bool value) noexcept {
+    if (std::exchange(shown, value) != value) {
         ::InvalidateRect(Handle(), nullptr, FALSE);
     }
 }
@@ -87,7 +70,7 @@ LRESULT KeyButton::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) n
 
 LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    switch (message) {
+    switch (AsLeftButton(message)) {
     case WM_PAINT: {
         const PaintScope paint(Handle());
         Paint(paint.Context());
@@ -109,17 +92,11 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     // Any mouse button works a key, and a double click is two clicks.
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDOWN:
-    case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDOWN:
-    case WM_MBUTTONDBLCLK:
-    case WM_XBUTTONDOWN:
-    case WM_XBUTTONDBLCLK: OnButtonDown(); return 0;
+        capture_->Take(Handle());
+        SetPushed(true);
+        return 0;
     case WM_MOUSEMOVE: OnMouseMove(point); return 0;
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-    case WM_XBUTTONUP: OnButtonUp(point); return 0;
+    case WM_LBUTTONUP: OnButtonUp(point); return 0;
     case WM_CAPTURECHANGED: SetPushed(false); return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: return 0;
@@ -129,15 +106,9 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-void KeyButton::OnButtonDown() noexcept {
-    capture_->Take(Handle());
-    SetPushed(true);
-}
-
 void KeyButton::OnMouseMove(POINT point) noexcept {
     if (capture_->IsFor(Handle())) {
-        RECT area{};
-        ::GetClientRect(Handle(), &area);
+        const RECT area = ClientArea(Handle());
         SetPushed(::PtInRect(&area, point) != FALSE);
     }
     GuardEvent(::GetParent(Handle()), L"Command_MouseMove", [&] { events_->ButtonMouseMove(number_); });
@@ -147,9 +118,8 @@ void KeyButton::OnButtonUp(POINT point) noexcept {
     if (!capture_->IsFor(Handle())) {
         return;
     }
-    RECT area{};
-    ::GetClientRect(Handle(), &area);
-    KeyCapture::Release();
+    const RECT area = ClientArea(Handle());
+    ::ReleaseCapture();
     SetPushed(false);
     GuardEvent(::GetParent(Handle()), L"ButtonMouseUp ", [&] { events_->ButtonMouseUp(number_); });
     if (::PtInRect(&area, point) != FALSE) {
@@ -158,8 +128,6 @@ void KeyButton::OnButtonUp(POINT point) noexcept {
 }
 
 void KeyButton::Paint(HDC context) {
-    RECT area{};
-    ::GetClientRect(Handle(), &area);
     const KeyLook look{
         .caption = EntersBlank(caption_) ? std::wstring_view() : TextShownOnKey(caption_),
         .isCharacterKey = IsCharacterKey(number_),
@@ -168,7 +136,7 @@ void KeyButton::Paint(HDC context) {
         .lit = lit_,
         .dpi = dpi_,
     };
-    PaintKey(context, area, look, *fonts_);
+    PaintKey(context, ClientArea(Handle()), look, *fonts_);
 }
 
 } // namespace vextrel

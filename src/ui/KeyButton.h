@@ -13,11 +13,10 @@ namespace vextrel {
 class KeyCapture {
   public:
     void Take(HWND key) noexcept;
-    [[nodiscard]] bool IsFor(HWND key) const noexcept;
-    /// Gives the mouse back; the key learns of it by WM_CAPTURECHANGED.
-    static void Release() noexcept { ::ReleaseCapture(); }
+    [[nodiscard]] bool IsFor(HWND key) const noexcept { return key_ == key && ::GetCapture() == ::GetParent(key); }
 
-    /// Passes on what the keys' window gets for the held key. @return whether the message was one for it.
+    /// Passes on what the keys' window gets for the held key, the loss of the mouse as well. @return whether the
+    /// message was one for it.
     bool Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
   private:
@@ -32,20 +31,19 @@ class KeyButton final : public SubclassedWindow {
     /// @param number 1 to 65. @throws Error with the system's code.
     void Create(HWND parent, int number, KeyEvents& events, FontCache& fonts, KeyCapture& capture);
 
-    [[nodiscard]] int Number() const noexcept { return number_; }
     [[nodiscard]] const std::wstring& Caption() const noexcept { return caption_; }
     void SetCaption(const std::wstring& caption);
-    void SetPushed(bool pushed) noexcept;
+    void SetPushed(bool pushed) noexcept { Change(pushed_, pushed); }
     /// Marks a modifier key that is in effect.
-    void SetLit(bool lit) noexcept;
+    void SetLit(bool lit) noexcept { Change(lit_, lit); }
     /// What the key draws in from then on.
     void SetDpi(int dpi) noexcept { dpi_ = dpi; }
 
   private:
     LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
-    void NameIfBlank() noexcept;
-    void OnButtonDown() noexcept;
+    /// Gives what the key shows another value.
+    void Change(bool& shown, bool value) noexcept;
     void OnMouseMove(POINT point) noexcept;
     void OnButtonUp(POINT point) noexcept;
     void Paint(HDC context);

@@ -1,9 +1,6 @@
 #include "ui/KeyPainter.h"
 
-#include "win32/SystemLook.h"
-
 #include <algorithm>
-#include <utility>
 
 namespace vextrel {
 
@@ -17,7 +14,6 @@ COLORREF Mix(COLORREF from, COLORREF to, int part) noexcept {
 }
 
 struct KeyColours {
-    COLORREF ground;
     COLORREF face;
     COLORREF edge;
     COLORREF text;
@@ -27,38 +23,37 @@ KeyColours ColoursOf(const KeyLook& look) noexcept {
     const COLORREF ground = ::GetSysColor(COLOR_3DFACE);
     if (!look.enabled) {
         const COLORREF grey = ::GetSysColor(COLOR_GRAYTEXT);
-        return {ground, ground, IsHighContrast() ? grey : Mix(ground, grey, 128), grey};
+        return {ground, IsHighContrast() ? grey : Mix(ground, grey, 128), grey};
     }
     if (look.pushed || look.lit) {
         const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
         if (look.pushed || IsHighContrast()) {
-            return {ground, highlight, highlight, ::GetSysColor(COLOR_HIGHLIGHTTEXT)};
+            return {highlight, highlight, ::GetSysColor(COLOR_HIGHLIGHTTEXT)};
         }
-        return {ground, Mix(::GetSysColor(COLOR_WINDOW), highlight, 56), highlight, ::GetSysColor(COLOR_WINDOWTEXT)};
+        return {Mix(::GetSysColor(COLOR_WINDOW), highlight, 56), highlight, ::GetSysColor(COLOR_WINDOWTEXT)};
     }
     if (IsHighContrast()) {
-        return {ground, ::GetSysColor(COLOR_BTNFACE), ::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_BTNTEXT)};
+        return {::GetSysColor(COLOR_BTNFACE), ::GetSysColor(COLOR_BTNTEXT), ::GetSysColor(COLOR_BTNTEXT)};
     }
     const COLORREF edge = Mix(ground, ::GetSysColor(COLOR_WINDOWTEXT), 96);
     if (look.isCharacterKey) {
-        return {ground, ::GetSysColor(COLOR_WINDOW), edge, ::GetSysColor(COLOR_WINDOWTEXT)};
+        return {::GetSysColor(COLOR_WINDOW), edge, ::GetSysColor(COLOR_WINDOWTEXT)};
     }
-    return {ground, Mix(ground, ::GetSysColor(COLOR_WINDOWTEXT), 16), edge, ::GetSysColor(COLOR_BTNTEXT)};
-}
-
-SIZE Measure(HDC context, HFONT font, std::wstring_view text) noexcept {
-    const SelectScope selected(context, font);
-    SIZE size{};
-    ::GetTextExtentPoint32W(context, text.data(), static_cast<int>(text.size()), &size);
-    return size;
+    return {Mix(ground, ::GetSysColor(COLOR_WINDOWTEXT), 16), edge, ::GetSysColor(COLOR_BTNTEXT)};
 }
 
 /// The largest font, from the wanted height downwards, in which the caption fits the key's width.
 HFONT FittingFont(HDC context, const RECT& area, const KeyLook& look, int wantedPx, FontCache& fonts) {
     constexpr int smallestPx = 6;
     const LONG room = std::max<LONG>(1, area.right - area.left);
+    const auto widthAt = [&](int heightPx) {
+        const SelectScope selected(context, fonts.Sized(look.dpi, heightPx));
+        SIZE size{};
+        ::GetTextExtentPoint32W(context, look.caption.data(), static_cast<int>(look.caption.size()), &size);
+        return size.cx;
+    };
     int heightPx = std::max(wantedPx, smallestPx);
-    while (heightPx > smallestPx && Measure(context, fonts.Sized(look.dpi, heightPx), look.caption).cx > room) {
+    while (heightPx > smallestPx && widthAt(heightPx) > room) {
         --heightPx;
     }
     return fonts.Sized(look.dpi, heightPx);
@@ -89,7 +84,7 @@ void PaintInto(HDC context, const RECT& area, const KeyLook& look, FontCache& fo
 
     // The context's own brush and pen need no objects, which the system may have run out of.
     const HGDIOBJ brush = ::GetStockObject(DC_BRUSH);
-    ::SetDCBrushColor(context, colours.ground);
+    ::SetDCBrushColor(context, ::GetSysColor(COLOR_3DFACE));
     ::FillRect(context, &area, static_cast<HBRUSH>(brush));
 
     // The gap between two keys is drawn, not laid out: the buttons touch, so that no click falls between them.
@@ -135,12 +130,6 @@ class Canvas {
     int height_ = 0;
 };
 
-/// One for all keys, which are painted one after another; what paints has no object of its own.
-Canvas& TheCanvas() noexcept {
-    static Canvas canvas;
-    return canvas;
-}
-
 } // namespace
 
 void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts) {
@@ -149,14 +138,15 @@ void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fon
     if (width <= 0 || height <= 0) {
         return;
     }
-    const HDC canvas = TheCanvas().Get(context, width, height);
-    if (canvas == nullptr) {
+    // One for all keys, which are painted one after another.
+    static Canvas sharedCanvas;
+    if (const HDC canvas = sharedCanvas.Get(context, width, height); canvas != nullptr) {
+        PaintInto(canvas, {0, 0, width, height}, look, fonts);
+        ::BitBlt(context, area.left, area.top, width, height, canvas, 0, 0, SRCCOPY);
+    } else {
         // A key that flickers is better than one that is not seen.
         PaintInto(context, area, look, fonts);
-        return;
     }
-    PaintInto(canvas, {0, 0, width, height}, look, fonts);
-    ::BitBlt(context, area.left, area.top, width, height, canvas, 0, 0, SRCCOPY);
 }
 
 } // namespace vextrel

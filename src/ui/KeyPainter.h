@@ -1,7 +1,6 @@
 #pragma once
 
 #include "win32/SystemLook.h"
-#include "win32/Windows.h"
 
 #include <string_view>
 

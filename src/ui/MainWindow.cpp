@@ -2,11 +2,11 @@
 
 #include "core/ids.h"
 #include "ui/DotPointer.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace vextrel {
 
@@ -49,7 +49,7 @@ void MainWindow::CreateControls(KeyEvents& keys, BoxEvents& boxes) {
     for (int number = 1; number <= keyButtonCount; ++number) {
         Key(number).Create(Handle(), number, keys, fonts_, keyCapture_);
     }
-    toolbar_.Create(Handle(), *this);
+    toolbar_.Create(Handle(), *events_);
     statusBar_.Create(Handle());
     txtSetup_ = CreateControl(Handle(), {.windowClass = WC_EDITW, .style = WS_VISIBLE, .id = ids::txtSetup});
     SetAccessibleNames({{txtPassword_.Handle(), L"Password, masked"},
@@ -64,7 +64,7 @@ void MainWindow::ApplyDpi() {
     fonts_.Clear();
     const HFONT messageFont = fonts_.MessageFont(dpi);
     for (const HWND control : {txtPassword_.Handle(), txtText_.Handle(), toolbar_.Handle()}) {
-        ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(messageFont), TRUE);
+        SetFont(control, messageFont, true);
     }
     statusBar_.SetFont(messageFont, dpi);
     // The keys need the room into which the sliders' labels would have to grow with the user's text.
@@ -92,10 +92,6 @@ void MainWindow::OnUnload() noexcept {
     menu_.ReleaseToWindow();
 }
 
-PasswordBox& MainWindow::VisibleBox() noexcept {
-    return shownView_ == PasswordBoxView::Masked ? txtPassword_ : txtText_;
-}
-
 void MainWindow::ShowBox(PasswordBoxView view) noexcept {
     shownView_ = view;
     txtText_.Show(view == PasswordBoxView::Plain);
@@ -107,28 +103,20 @@ HWND MainWindow::ActiveControl() const noexcept {
     return ::IsChild(Handle(), focus) ? focus : activeControl_;
 }
 
-void MainWindow::FocusVisibleBox() noexcept {
-    ::SetFocus(VisibleBox().Handle());
-}
-
 int MainWindow::ToolbarHeightPx() noexcept {
     if (!toolbar_.IsShown()) {
         return 0;
     }
-    RECT client{};
-    ::GetClientRect(Handle(), &client);
-    if (client.right != arrangedWidthPx_) {
-        arrangedWidthPx_ = client.right;
-        toolbarHeightPx_ = toolbar_.Arrange(client.right);
+    if (const int width = ClientArea(Handle()).right; width != arrangedWidthPx_) {
+        arrangedWidthPx_ = width;
+        toolbarHeightPx_ = toolbar_.Arrange(width);
     }
     return toolbarHeightPx_;
 }
 
 WindowGeometryInput MainWindow::GeometryInput() {
-    RECT client{};
-    RECT outer{};
-    ::GetClientRect(Handle(), &client);
-    ::GetWindowRect(Handle(), &outer);
+    const RECT client = ClientArea(Handle());
+    const RECT outer = OuterArea(Handle());
     const int dpi = Dpi();
     return {.clientWidthTwips = TwipsFromPixels(client.right, dpi),
             .clientHeightTwips = TwipsFromPixels(client.bottom, dpi),
@@ -140,15 +128,13 @@ WindowGeometryInput MainWindow::GeometryInput() {
 }
 
 void MainWindow::FitPasswordFont() {
-    RECT room{};
-    ::GetClientRect(txtPassword_.Handle(), &room);
     // A line is about a third higher than its font's nominal size.
-    const int fontPx = std::max(1, static_cast<int>(room.bottom) * 3 / 4);
+    const int fontPx = std::max(1, static_cast<int>(ClientArea(txtPassword_.Handle()).bottom) * 3 / 4);
     if (fontPx != passwordFontPx_) {
         passwordFontPx_ = fontPx;
-        const auto font = reinterpret_cast<WPARAM>(fonts_.Sized(Dpi(), fontPx));
-        ::SendMessageW(txtPassword_.Handle(), WM_SETFONT, font, FALSE);
-        ::SendMessageW(txtText_.Handle(), WM_SETFONT, font, FALSE);
+        const HFONT font = fonts_.Sized(Dpi(), fontPx);
+        SetFont(txtPassword_.Handle(), font, false);
+        SetFont(txtText_.Handle(), font, false);
     }
 }
 
@@ -156,8 +142,7 @@ void MainWindow::Arrange() {
     KeepKeysClickable();
     const WindowGeometryInput input = GeometryInput();
     geometry_ = GeometryOfWindow(input);
-    RECT client{};
-    ::GetClientRect(Handle(), &client);
+    const RECT client = ClientArea(Handle());
 
     // Nothing is drawn or copied on the way: all is painted anew at the end.
     constexpr UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_NOREDRAW | SWP_NOCOPYBITS;
@@ -197,8 +182,7 @@ void MainWindow::ShowToolbarControl(bool show) {
     }
     const int heightBefore = ToolbarHeightPx();
     toolbar_.Show(show);
-    RECT outer{};
-    ::GetWindowRect(Handle(), &outer);
+    const RECT outer = OuterArea(Handle());
     ::SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left,
                    outer.bottom - outer.top + ToolbarHeightPx() - heightBefore,
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -230,18 +214,13 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         break;
     // The form itself, no child of it, got the focus: it belongs into the password box.
     case WM_SETFOCUS: GuardEvent(Handle(), L"Form_GotFocus", [&] { FocusVisibleBox(); }); return 0;
-    case WM_COMMAND:
-        if (OnCommand(LOWORD(wParam), HIWORD(wParam))) {
-            return 0;
-        }
-        break;
+    case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_NOTIFY:
         if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
             header.hwndFrom == toolbar_.Handle() && header.code == static_cast<UINT>(TBN_DROPDOWN)) {
-            HoverMenuAsked();
-            return TBDDRET_DEFAULT;
+            toolbar_.OpenHoverMenu();
         }
-        return 0;
+        return 0; // TBDDRET_DEFAULT among others
     case WM_HSCROLL: sliders_.OnMoved(reinterpret_cast<HWND>(lParam), *events_); return 0;
     case WM_MOUSEMOVE: GuardEvent(Handle(), L"Form_MouseMove", [&] { events_->MouseMoveInForm(); }); break;
     case WM_SETCURSOR:
@@ -256,8 +235,18 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_ENTERMENULOOP:
-    case WM_EXITMENULOOP: OnMenuLoop(message == WM_ENTERMENULOOP); return 0;
-    case WM_GETMINMAXINFO: OnGetMinMaxInfo(*reinterpret_cast<MINMAXINFO*>(lParam)); return 0;
+        openMenus_.emplace();
+        events_->MenuLoop(true);
+        return 0;
+    case WM_EXITMENULOOP:
+        events_->MenuLoop(false);
+        openMenus_.reset();
+        return 0;
+    case WM_GETMINMAXINFO:
+        if (const Size smallest = MinimumSize(); smallest.width > 0) {
+            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.width, smallest.height};
+        }
+        return 0;
     case WM_DPICHANGED:
         GuardEvent(Handle(), L"DpiChanged", [&] { OnDpiChanged(*reinterpret_cast<const RECT*>(lParam)); });
         return 0;
@@ -265,7 +254,13 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE: OnSystemLookChanged(message, wParam, lParam); break;
-    case WM_CLOSE: GuardEvent(Handle(), L"Form_QueryUnload", [&] { OnClose(); }); return 0;
+    case WM_CLOSE:
+        GuardEvent(Handle(), L"Form_QueryUnload", [&] {
+            if (events_->MayUnload()) {
+                Unload();
+            }
+        });
+        return 0;
     case WM_ENDSESSION:
         if (wParam != FALSE) {
             events_->SessionEnding();
@@ -276,47 +271,17 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return DefaultHandler(message, wParam, lParam);
 }
 
-void MainWindow::OnClose() {
-    if (events_->MayUnload()) {
-        Unload();
-    }
-}
-
-bool MainWindow::OnCommand(int id, int notification) {
+void MainWindow::OnCommand(int id, int notification) {
     if (notification == EN_SETFOCUS && (id == ids::txtPassword || id == ids::txtText)) {
         activeControl_ = ::GetDlgItem(Handle(), id);
-        return true;
+    } else if (id >= ids::mnuFileKeepOnTop && id <= ids::hoverDelayTwoSeconds) {
+        events_->Command(id);
     }
-    if (id < ids::mnuFileKeepOnTop || id > ids::hoverDelayTwoSeconds) {
-        return false;
-    }
-    events_->Command(id);
-    return true;
-}
-
-void MainWindow::OnMenuLoop(bool entered) {
-    if (entered) {
-        openMenus_.emplace();
-    }
-    events_->MenuLoop(entered);
-    if (!entered) {
-        openMenus_.reset();
-    }
-}
-
-void MainWindow::HoverMenuAsked() {
-    GuardEvent(Handle(), L"tbToolbar_ButtonMenuClick", [&] {
-        if (const int chosen = toolbar_.TrackHoverMenu(); chosen != 0) {
-            events_->Command(chosen);
-        }
-    });
 }
 
 Size MainWindow::MinimumSize() {
-    RECT outer{};
-    RECT inner{};
-    ::GetWindowRect(Handle(), &outer);
-    ::GetClientRect(Handle(), &inner);
+    const RECT outer = OuterArea(Handle());
+    const RECT inner = ClientArea(Handle());
     if (statusBar_.Handle() == nullptr || inner.bottom <= 0) {
         return {};
     }
@@ -327,17 +292,10 @@ Size MainWindow::MinimumSize() {
             client.height + static_cast<int>(outer.bottom - outer.top - inner.bottom)};
 }
 
-void MainWindow::OnGetMinMaxInfo(MINMAXINFO& info) {
-    if (const Size smallest = MinimumSize(); smallest.width > 0) {
-        info.ptMinTrackSize = {smallest.width, smallest.height};
-    }
-}
-
 void MainWindow::KeepKeysClickable() {
     // The minimum was asked for at another width: at this one, menu and toolbar may need more rows.
     const Size smallest = MinimumSize();
-    RECT outer{};
-    ::GetWindowRect(Handle(), &outer);
+    const RECT outer = OuterArea(Handle());
     if (outer.bottom - outer.top < smallest.height && !::IsIconic(Handle())) {
         ::SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left, smallest.height,
                        SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);

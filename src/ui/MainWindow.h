@@ -1,27 +1,18 @@
 #pragma once
 
-#include "core/Commands.h"
 #include "core/WindowGeometry.h"
-#include "ui/Events.h"
 #include "ui/KeyButton.h"
 #include "ui/MainMenu.h"
 #include "ui/PasswordBox.h"
-#include "ui/SliderRow.h"
 #include "ui/StatusBar.h"
-#include "ui/ToolbarControl.h"
 #include "win32/Form.h"
 #include "win32/ScreenCapture.h"
-#include "win32/SystemLook.h"
-
-#include <array>
-#include <optional>
-#include <string>
 
 namespace vextrel {
 
 /// The main window: keys, password boxes, toolbar, sliders, status bar, menu bar. It decides nothing: every event is
 /// reported.
-class MainWindow final : public Form, private ToolbarEvents {
+class MainWindow final : public Form {
   public:
     MainWindow() = default;
     ~MainWindow() override { Unload(); }
@@ -41,9 +32,11 @@ class MainWindow final : public Form, private ToolbarEvents {
     [[nodiscard]] PasswordBox& txtText() noexcept { return txtText_; }
     /// Which of the two is shown.
     [[nodiscard]] PasswordBoxView ShownView() const noexcept { return shownView_; }
-    [[nodiscard]] PasswordBox& VisibleBox() noexcept;
+    [[nodiscard]] PasswordBox& VisibleBox() noexcept {
+        return shownView_ == PasswordBoxView::Masked ? txtPassword_ : txtText_;
+    }
     void ShowBox(PasswordBoxView view) noexcept;
-    void FocusVisibleBox() noexcept;
+    void FocusVisibleBox() noexcept { ::SetFocus(VisibleBox().Handle()); }
 
     /// Puts everything where it belongs at the window's present size.
     void Arrange();
@@ -68,11 +61,6 @@ class MainWindow final : public Form, private ToolbarEvents {
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnUnload() noexcept override;
 
-    // ToolbarEvents
-    void MouseMoveOverToolbar() override { events_->MouseMoveInForm(); }
-    void ToolPressed(int id) override { events_->Command(id); }
-    void HoverMenuAsked() override;
-
     void CreateControls(KeyEvents& keys, BoxEvents& boxes);
     void ApplyDpi();
     void FitPasswordFont();
@@ -81,12 +69,9 @@ class MainWindow final : public Form, private ToolbarEvents {
     [[nodiscard]] Size MinimumSize();
     void KeepKeysClickable();
 
-    bool OnCommand(int id, int notification);
-    void OnMenuLoop(bool entered);
-    void OnGetMinMaxInfo(MINMAXINFO& info);
+    void OnCommand(int id, int notification);
     void OnDpiChanged(const RECT& suggested);
     void OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
-    void OnClose();
 
     WindowEvents* events_ = nullptr;
     FontCache fonts_;

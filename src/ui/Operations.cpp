@@ -8,21 +8,20 @@ Operations::Scope::Scope(Operations& operations, Kind kind) noexcept
     ++operations_.depth_;
     if (kind_ == Kind::Transfer) {
         ++operations_.transfers_;
-    }
-    if (kind_ == Kind::Modal) {
-        ++operations_.modals_;
+    } else if (kind_ == Kind::Modal) {
         systemWindows_.emplace();
-        operations_.DisableLayer();
+        // To disable an owner does not disable what it owns.
+        if (operations_.modals_++ == 0) {
+            ::EnableWindow(operations_.layer_, FALSE);
+        }
     }
 }
 
 Operations::Scope::~Scope() {
-    if (kind_ == Kind::Modal) {
-        operations_.EnableLayer();
-        --operations_.modals_;
-    }
     if (kind_ == Kind::Transfer) {
         --operations_.transfers_;
+    } else if (kind_ == Kind::Modal && --operations_.modals_ == 0) {
+        ::EnableWindow(operations_.layer_, TRUE);
     }
     if (--operations_.depth_ == 0 && operations_.closePending_) {
         operations_.closePending_ = false;
@@ -33,35 +32,13 @@ Operations::Scope::~Scope() {
     }
 }
 
-void Operations::SetWindows(HWND mainWindow, HWND layer) noexcept {
-    mainWindow_ = mainWindow;
-    layer_ = layer;
-}
-
 bool Operations::RequestClose() noexcept {
     if (depth_ == 0) {
         return true;
     }
     closePending_ = true;
-    EndOpenDialogs();
-    return false;
-}
-
-void Operations::DisableLayer() noexcept {
-    if (layerDisabled_++ == 0 && layer_ != nullptr) {
-        ::EnableWindow(layer_, FALSE);
-    }
-}
-
-void Operations::EnableLayer() noexcept {
-    if (--layerDisabled_ == 0 && layer_ != nullptr) {
-        ::EnableWindow(layer_, TRUE);
-    }
-}
-
-void Operations::EndOpenDialogs() noexcept {
     if (modals_ == 0) {
-        return;
+        return false;
     }
     ::EnumThreadWindows(
         ::GetCurrentThreadId(),
@@ -77,6 +54,7 @@ void Operations::EndOpenDialogs() noexcept {
             return TRUE;
         },
         reinterpret_cast<LPARAM>(this));
+    return false;
 }
 
 int ShowMessageBox(Operations& operations, const wchar_t* text, const wchar_t* title, UINT style) {

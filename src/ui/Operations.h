@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <optional>
-#include <utility>
 
 namespace vextrel {
 
@@ -33,11 +32,13 @@ class Operations {
     };
 
     /// The windows that modality and closing act on; null while there are none.
-    void SetWindows(HWND mainWindow, HWND layer) noexcept;
+    void SetWindows(HWND mainWindow, HWND layer) noexcept {
+        mainWindow_ = mainWindow;
+        layer_ = layer;
+    }
     [[nodiscard]] HWND MainWindow() const noexcept { return mainWindow_; }
 
     [[nodiscard]] bool IsTransferring() const noexcept { return transfers_ > 0; }
-    [[nodiscard]] bool IsModalOpen() const noexcept { return modals_ > 0; }
     /// Timers and hover entry rest while something modal or a transfer is going on.
     [[nodiscard]] bool IsResting() const noexcept { return modals_ > 0 || transfers_ > 0; }
     [[nodiscard]] bool IsClosePending() const noexcept { return closePending_; }
@@ -49,20 +50,12 @@ class Operations {
     /// What waits for the end of a transfer; called when the last one has unwound.
     void SetAfterTransfer(std::function<void()> afterTransfer) { afterTransfer_ = std::move(afterTransfer); }
 
-    /// Disables the layer beneath a modal window (disabling an owner does not disable what it owns) and enables it
-    /// again; nested calls count.
-    void DisableLayer() noexcept;
-    void EnableLayer() noexcept;
-
   private:
-    void EndOpenDialogs() noexcept;
-
     HWND mainWindow_ = nullptr;
     HWND layer_ = nullptr;
     int transfers_ = 0;
     int modals_ = 0;
     int depth_ = 0;
-    int layerDisabled_ = 0;
     bool closePending_ = false;
     std::function<void()> afterTransfer_;
 };

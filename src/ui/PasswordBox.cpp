@@ -2,6 +2,7 @@
 
 #include "core/Numbers.h"
 #include "core/PhysicalInput.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
@@ -33,48 +34,6 @@ constexpr auto maskPiece = [] {
     return piece;
 }();
 
-/// What a password box has to offer when its context menu opens.
-struct BoxMenuState {
-    bool masked = true; ///< nothing can be copied, cut or undone then
-    bool empty = true;
-    bool selected = false;
-    bool undoable = false;
-};
-
-/// Shows the context menu of a password box and waits for the choice. Its window's menu loop tells that a menu is open.
-/// @param screen where, in pixels; -1, -1 when the keyboard asked for it.
-/// @return the message to send to the box (WM_UNDO, WM_CUT, WM_COPY, WM_PASTE, WM_CLEAR, or EM_SETSEL for everything);
-/// 0 for none.
-UINT TrackBoxMenu(HWND box, POINT screen, BoxMenuState state) noexcept {
-    const bool canCopy = state.selected && !state.masked;
-    const struct {
-        UINT message; ///< 0: a separator
-        const wchar_t* caption;
-        bool enabled;
-    } items[] = {
-        {WM_UNDO, L"&Undo", state.undoable && !state.masked},
-        {0, nullptr, false},
-        {WM_CUT, L"Cu&t", canCopy},
-        {WM_COPY, L"&Copy", canCopy},
-        {WM_PASTE, L"&Paste", ::IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE},
-        {WM_CLEAR, L"&Delete", state.selected},
-        {0, nullptr, false},
-        {EM_SETSEL, L"Select &All", !state.empty},
-    };
-    const UniqueMenu menu(::CreatePopupMenu());
-    for (const auto& item : items) {
-        const UINT flags = item.message == 0 ? MF_SEPARATOR : item.enabled ? MF_STRING : MF_STRING | MF_GRAYED;
-        ::AppendMenuW(menu.Get(), flags, item.message, item.caption);
-    }
-    if (screen.x == -1 && screen.y == -1) {
-        screen = {};
-        ::GetCaretPos(&screen);
-        ::ClientToScreen(box, &screen);
-    }
-    return static_cast<UINT>(::TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0,
-                                              ::GetParent(box), nullptr));
-}
-
 } // namespace
 
 void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, BoxEvents& events) {
@@ -104,10 +63,6 @@ BoxSelection PasswordBox::Selection() const {
 void PasswordBox::Select(BoxSelection selection) noexcept {
     ToWindow(EM_SETSEL, static_cast<WPARAM>(selection.start), static_cast<LPARAM>(selection.start) + selection.length);
     ToWindow(EM_SCROLLCARET, 0, 0);
-}
-
-std::size_t PasswordBox::Length() const noexcept {
-    return static_cast<std::size_t>(ToWindow(WM_GETTEXTLENGTH, 0, 0));
 }
 
 void PasswordBox::ReadText(SecretText& text) const {
@@ -187,7 +142,7 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CHAR: return OnChar(wParam, lParam);
     case WM_KEYDOWN: return OnKeyDown(wParam, lParam);
     case WM_KEYUP: events_->KeyUp(static_cast<UINT>(wParam)); return ToWindow(message, wParam, lParam);
-    case WM_GETDLGCODE: return OnGetDialogCode(wParam, lParam);
+    case WM_GETDLGCODE: return DialogCodeFor(reinterpret_cast<const MSG*>(lParam));
     // Alt+Backspace undoes.
     case WM_SYSKEYDOWN:
     case WM_SYSCHAR:
@@ -242,26 +197,19 @@ LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
         if (key == VK_INSERT && WasDown(VK_SHIFT)) {
             return OnClipboard(WM_PASTE, 0, 0);
         }
-        if (key == VK_DELETE || (key == VK_INSERT && WasDown(VK_CONTROL))) {
-            return 0;
-        }
-        return ToWindow(WM_KEYDOWN, wParam, lParam);
+        const bool refused = key == VK_DELETE || (key == VK_INSERT && WasDown(VK_CONTROL));
+        return refused ? 0 : ToWindow(WM_KEYDOWN, wParam, lParam);
     }
     const bool changesText = key == VK_DELETE || key == VK_INSERT || key == VK_BACK || key == VK_RETURN;
     return changesText ? ToEditAndFollow(WM_KEYDOWN, wParam, lParam) : ToWindow(WM_KEYDOWN, wParam, lParam);
 }
 
-LRESULT PasswordBox::OnGetDialogCode(WPARAM, LPARAM lParam) noexcept {
+LRESULT PasswordBox::DialogCodeFor(const MSG* message) const noexcept {
+    const bool taken =
+        message != nullptr && message->message == WM_KEYDOWN &&
+        (message->wParam == VK_ESCAPE || (message->wParam == VK_RETURN && view_ == PasswordBoxView::Plain));
     // Not DLGC_HASSETSEL: arriving by Tab must keep caret and selection.
-    LRESULT code = DLGC_WANTCHARS | DLGC_WANTARROWS;
-    const auto* message = reinterpret_cast<const MSG*>(lParam);
-    if (message != nullptr && message->message == WM_KEYDOWN) {
-        const bool breaksLine = message->wParam == VK_RETURN && view_ == PasswordBoxView::Plain;
-        if (breaksLine || message->wParam == VK_ESCAPE) {
-            code |= DLGC_WANTMESSAGE;
-        }
-    }
-    return code;
+    return DLGC_WANTCHARS | DLGC_WANTARROWS | (taken ? DLGC_WANTMESSAGE : 0);
 }
 
 LRESULT PasswordBox::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -279,30 +227,51 @@ LRESULT PasswordBox::OnClipboard(UINT message, WPARAM wParam, LPARAM lParam) {
 void PasswordBox::OnContextMenu(POINT screen) {
     // Not the edit's own, which offers things (control characters among them) that go by other ways than messages.
     ::SetFocus(Handle());
-    const BoxMenuState state{.masked = view_ == PasswordBoxView::Masked,
-                             .empty = Length() == 0,
-                             .selected = Selection().length > 0,
-                             .undoable = ToWindow(EM_CANUNDO, 0, 0) != 0};
-    if (const UINT chosen = TrackBoxMenu(Handle(), screen, state); chosen != 0) {
+    const bool plain = view_ == PasswordBoxView::Plain;
+    const bool selected = Selection().length > 0;
+    const struct {
+        UINT message; ///< sent to the box when chosen; 0: a separator
+        const wchar_t* caption;
+        bool enabled;
+    } items[] = {
+        {WM_UNDO, L"&Undo", plain && ToWindow(EM_CANUNDO, 0, 0) != 0},
+        {0, nullptr, false},
+        {WM_CUT, L"Cu&t", plain && selected},
+        {WM_COPY, L"&Copy", plain && selected},
+        {WM_PASTE, L"&Paste", ::IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE},
+        {WM_CLEAR, L"&Delete", selected},
+        {0, nullptr, false},
+        {EM_SETSEL, L"Select &All", Length() > 0},
+    };
+    const UniqueMenu menu(::CreatePopupMenu());
+    for (const auto& item : items) {
+        const UINT flags = item.message == 0 ? MF_SEPARATOR : item.enabled ? MF_STRING : MF_STRING | MF_GRAYED;
+        ::AppendMenuW(menu.Get(), flags, item.message, item.caption);
+    }
+    // The keyboard asked for it.
+    if (screen.x == -1 && screen.y == -1) {
+        screen = {};
+        ::GetCaretPos(&screen);
+        ::ClientToScreen(Handle(), &screen);
+    }
+    // Its window's menu loop tells that a menu is open.
+    const auto chosen = static_cast<UINT>(::TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x,
+                                                           screen.y, 0, ::GetParent(Handle()), nullptr));
+    if (chosen != 0) {
         OnMessage(chosen, 0, chosen == EM_SETSEL ? -1 : 0);
     }
 }
 
 bool PasswordBox::IsOnSelection(LPARAM point) const {
     const BoxSelection selection = Selection();
-    if (selection.length == 0) {
-        return false;
-    }
-    const LRESULT answer = ToWindow(EM_CHARFROMPOS, 0, point);
-    const int character = LOWORD(answer);
+    const int character = LOWORD(ToWindow(EM_CHARFROMPOS, 0, point));
     return character >= selection.start && character < selection.start + selection.length;
 }
 
 LRESULT PasswordBox::OnButtonDown(UINT message, WPARAM wParam, LPARAM lParam) {
     selectionBeforePress_ = Selection();
     pressPoint_ = lParam;
-    RECT area{};
-    ::GetClientRect(Handle(), &area);
+    const RECT area = ClientArea(Handle());
     const bool onSelection = message == WM_LBUTTONDOWN && IsOnSelection(lParam);
     const auto verdict =
         gesture_.Press({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, onSelection, {area.right, area.bottom},
@@ -322,14 +291,7 @@ LRESULT PasswordBox::OnMouseMove(WPARAM wParam, LPARAM lParam) {
         return ToWindow(WM_MOUSEMOVE, wParam, lParam);
     }
     switch (gesture_.Move({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)})) {
-    case DragGesture::Verdict::StartDrag:
-        // Button already up, the pointer may be anywhere by now: a drop would land there.
-        if (!IsReleaseWaiting()) {
-            StartDrag();
-        } else if (::GetCapture() == Handle()) {
-            ::ReleaseCapture();
-        }
-        return 0;
+    case DragGesture::Verdict::StartDrag: StartDrag(); return 0;
     case DragGesture::Verdict::Hold: return 0;
     default: return ToWindow(WM_MOUSEMOVE, wParam, lParam);
     }
@@ -343,19 +305,22 @@ LRESULT PasswordBox::OnButtonUp(WPARAM wParam, LPARAM lParam) {
     return ToWindow(WM_LBUTTONUP, wParam, lParam);
 }
 
-bool PasswordBox::IsReleaseWaiting() const noexcept {
-    MSG release{};
-    return ::PeekMessageW(&release, Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD) != FALSE;
-}
-
 void PasswordBox::StartDrag() {
-    // The edit control tracks the mouse until its button goes up, and so does OLE: end the one before the other starts.
-    ToWindow(WM_LBUTTONUP, 0, pressPoint_);
+    // Button already up, the pointer may be anywhere by now: a drop would land there.
+    MSG release{};
+    const bool isUp = ::PeekMessageW(&release, Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD) != FALSE;
+    if (!isUp) {
+        // The edit control tracks the mouse until its button goes up, and so does OLE: end the one before the other
+        // starts.
+        ToWindow(WM_LBUTTONUP, 0, pressPoint_);
+    }
     if (::GetCapture() == Handle()) {
         ::ReleaseCapture();
     }
-    Select(selectionBeforePress_);
-    events_->DragPassword();
+    if (!isUp) {
+        Select(selectionBeforePress_);
+        events_->DragPassword();
+    }
 }
 
 } // namespace vextrel

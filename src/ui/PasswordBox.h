@@ -22,7 +22,9 @@ class PasswordBox final : public SubclassedWindow {
     [[nodiscard]] BoxSelection Selection() const;
     /// Positions behind the text's end are clamped by the box.
     void Select(BoxSelection selection) noexcept;
-    [[nodiscard]] std::size_t Length() const noexcept;
+    [[nodiscard]] std::size_t Length() const noexcept {
+        return static_cast<std::size_t>(ToWindow(WM_GETTEXTLENGTH, 0, 0));
+    }
     void ReadText(SecretText& text) const;
 
     // Our own changes; none of them comes back as an event.
@@ -43,14 +45,13 @@ class PasswordBox final : public SubclassedWindow {
     void Changed() noexcept;
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyDown(WPARAM wParam, LPARAM lParam);
-    LRESULT OnGetDialogCode(WPARAM wParam, LPARAM lParam) noexcept;
+    [[nodiscard]] LRESULT DialogCodeFor(const MSG* message) const noexcept;
     LRESULT OnClipboard(UINT message, WPARAM wParam, LPARAM lParam);
     void OnContextMenu(POINT screen);
     LRESULT OnButtonDown(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnMouseMove(WPARAM wParam, LPARAM lParam);
     LRESULT OnButtonUp(WPARAM wParam, LPARAM lParam);
     [[nodiscard]] bool IsOnSelection(LPARAM point) const;
-    [[nodiscard]] bool IsReleaseWaiting() const noexcept;
     void StartDrag();
 
     PasswordBoxView view_ = PasswordBoxView::Masked;

@@ -4,6 +4,7 @@
 #include "core/KeyGrid.h"
 #include "core/ids.h"
 #include "ui/DotPointer.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
@@ -17,7 +18,6 @@ namespace vextrel {
 
 namespace {
 
-constexpr UINT_PTR Timer1 = 1;
 constexpr UINT_PTR tmrForegroundCheck = 2;
 constexpr UINT foregroundCheckMs = 50;
 constexpr int offScreenTwips = -10000;
@@ -30,11 +30,7 @@ void ProtectiveLayer::Load(HWND mainWindow, LayerEvents& events) {
                 .style = WS_POPUP,
                 // No entry in the taskbar, no place in Alt+Tab, and a click leaves the activation where it is.
                 .exStyle = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
-                .owner = mainWindow,
-                .leftPx = 0,
-                .topPx = 0,
-                .widthPx = 0,
-                .heightPx = 0});
+                .owner = mainWindow});
     const int offScreenPx = PixelsFromTwips(offScreenTwips, Dpi());
     txtSetup_ = CreateControl(Handle(), {.windowClass = WC_EDITW,
                                          .style = WS_VISIBLE,
@@ -44,18 +40,9 @@ void ProtectiveLayer::Load(HWND mainWindow, LayerEvents& events) {
     ::SetTimer(Handle(), tmrForegroundCheck, foregroundCheckMs, nullptr);
 }
 
-void ProtectiveLayer::OnUnload() noexcept {
-    StopHoverTimer();
-    ::KillTimer(Handle(), tmrForegroundCheck);
-}
-
 void ProtectiveLayer::Place(const RECT& area) noexcept {
     ::SetWindowPos(Handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
                    SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOOWNERZORDER);
-}
-
-void ProtectiveLayer::Show(bool show) noexcept {
-    ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
 }
 
 void ProtectiveLayer::SetAlpha(std::optional<std::uint8_t> alpha) noexcept {
@@ -72,42 +59,16 @@ void ProtectiveLayer::ApplyClickThrough() noexcept {
     SetClickThrough(Handle(), invisible_ || ::IsWindowEnabled(Handle()) == FALSE);
 }
 
-void ProtectiveLayer::RunHoverTimer(UINT intervalMs) noexcept {
-    if (hoverIntervalMs_ != intervalMs) {
-        RestartHoverTimer(intervalMs);
-    }
-}
-
-void ProtectiveLayer::RestartHoverTimer(UINT intervalMs) noexcept {
-    hoverIntervalMs_ = intervalMs;
-    ::SetTimer(Handle(), Timer1, intervalMs, nullptr);
-}
-
-void ProtectiveLayer::StopHoverTimer() noexcept {
-    hoverIntervalMs_ = 0;
-    ::KillTimer(Handle(), Timer1);
-}
-
 LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const POINT client{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     const auto guarded = [this](const wchar_t* handler, auto&& body) {
         GuardEvent(Handle(), handler, body);
         return LRESULT{0};
     };
-    switch (message) {
-    // Every mouse button acts alike.
-    case WM_LBUTTONDOWN:
-    case WM_RBUTTONDOWN:
-    case WM_MBUTTONDOWN:
-    case WM_XBUTTONDOWN: return guarded(L"Form_MouseDown", [&] { OnMouseDown(client); });
-    case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_MBUTTONUP:
-    case WM_XBUTTONUP: return guarded(L"Form_MouseUp", [&] { OnMouseUp(client); });
-    case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDBLCLK:
-    case WM_XBUTTONDBLCLK: return guarded(L"Form_DblClick", [&] { OnDoubleClick(); });
+    switch (AsLeftButton(message)) {
+    case WM_LBUTTONDOWN: return guarded(L"Form_MouseDown", [&] { OnMouseDown(client); });
+    case WM_LBUTTONUP: return guarded(L"Form_MouseUp", [&] { OnMouseUp(client); });
+    case WM_LBUTTONDBLCLK: return guarded(L"Form_DblClick", [&] { OnDoubleClick(); });
     case WM_MOUSEMOVE: {
         const bool held = (wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) != 0;
         return guarded(L"Form_MouseMove", [&] { OnMouseMove(client, held); });
@@ -131,8 +92,7 @@ LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 std::optional<int> ProtectiveLayer::KeyAt(POINT client) const noexcept {
-    RECT area{};
-    ::GetClientRect(Handle(), &area);
+    const RECT area = ClientArea(Handle());
     // A captured mouse reports points outside, too; the rule takes its outer keys to reach any distance.
     if (::PtInRect(&area, client) == FALSE) {
         return std::nullopt;
@@ -196,33 +156,25 @@ void ProtectiveLayer::OnMouseUp(POINT client) {
 void ProtectiveLayer::OnDoubleClick() {
     pressedElsewhere_ = false;
     ::SetCapture(Handle());
-    POINT pointer{};
-    if (::GetCursorPos(&pointer) == FALSE) {
-        return;
-    }
-    ::ScreenToClient(Handle(), &pointer);
-    pressedKey_.reset();
-    if (const std::optional<int> key = KeyAt(pointer)) {
-        events_->FlashKey(*key);
+    if (POINT pointer{}; ::GetCursorPos(&pointer) != FALSE) {
+        ::ScreenToClient(Handle(), &pointer);
+        pressedKey_.reset();
+        if (const std::optional<int> key = KeyAt(pointer)) {
+            events_->FlashKey(*key);
+        }
     }
 }
 
 bool ProtectiveLayer::IsUnderPointer(POINT pointer) const noexcept {
-    RECT area{};
-    // Hidden with the minimised window, the layer keeps its place.
-    if (!IsVisible() || ::GetWindowRect(Handle(), &area) == FALSE) {
-        return false;
-    }
-    // Edges included on all four sides.
-    return pointer.x >= area.left && pointer.x <= area.right && pointer.y >= area.top && pointer.y <= area.bottom;
+    const RECT area = OuterArea(Handle());
+    // Hidden with the minimised window, the layer keeps its place. Edges included on all four sides.
+    return IsVisible() && pointer.x >= area.left && pointer.x <= area.right && pointer.y >= area.top &&
+           pointer.y <= area.bottom;
 }
 
 void ProtectiveLayer::OnHoverTick() {
-    if (!events_->IsHoverEntryEnabled()) {
-        return;
-    }
     POINT pointer{};
-    if (::GetCursorPos(&pointer) == FALSE) {
+    if (!events_->IsHoverEntryEnabled() || ::GetCursorPos(&pointer) == FALSE) {
         return;
     }
     if (IsUnderPointer(pointer)) {

@@ -3,9 +3,6 @@
 #include "ui/Events.h"
 #include "win32/Form.h"
 
-#include <cstdint>
-#include <optional>
-
 namespace vextrel {
 
 /// The protective layer: a translucent window laid exactly over the keys. It takes the clicks, works out from the
@@ -24,20 +21,32 @@ class ProtectiveLayer final : public Form {
 
     /// Lays the layer over an area of the screen, in pixels, without activating it or moving it in the stack.
     void Place(const RECT& area) noexcept;
-    void Show(bool show) noexcept;
+    void Show(bool show) noexcept { ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE); }
     /// The layer's opacity; nothing changes without one. At 0 clicks fall through to the keys, and the layer is marked
     /// so that they do wherever the program runs.
     void SetAlpha(std::optional<std::uint8_t> alpha) noexcept;
     [[nodiscard]] bool IsInvisible() const noexcept { return invisible_; }
 
     // The hover timer. Setting an unchanged interval leaves a running countdown alone.
-    void RunHoverTimer(UINT intervalMs) noexcept;
-    void RestartHoverTimer(UINT intervalMs) noexcept;
-    void StopHoverTimer() noexcept;
+    void RunHoverTimer(UINT intervalMs) noexcept {
+        if (hoverIntervalMs_ != intervalMs) {
+            RestartHoverTimer(intervalMs);
+        }
+    }
+    void RestartHoverTimer(UINT intervalMs) noexcept {
+        hoverIntervalMs_ = intervalMs;
+        ::SetTimer(Handle(), Timer1, intervalMs, nullptr);
+    }
+    void StopHoverTimer() noexcept {
+        hoverIntervalMs_ = 0;
+        ::KillTimer(Handle(), Timer1);
+    }
 
   private:
+    static constexpr UINT_PTR Timer1 = 1;
+
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnUnload() noexcept override;
+    void OnUnload() noexcept override { StopHoverTimer(); }
 
     [[nodiscard]] std::optional<int> KeyAt(POINT client) const noexcept;
     void OnMouseDown(POINT client);

@@ -2,6 +2,7 @@
 
 #include "core/OptionValues.h"
 #include "core/ids.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
 
@@ -59,22 +60,9 @@ void SliderRow::Name(HWND toolTips) {
     AddToolTip(toolTips, sldTransparency_, L"Opacity of this window");
 }
 
-void SliderRow::ShowHoverLabel(bool show) noexcept {
-    hoverLabelIsShown_ = show;
-    ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
-}
-
-void SliderRow::SetHoverPosition(int positionMs) noexcept {
-    ::SendMessageW(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs);
-}
-
-void SliderRow::SetTransparencyPercent(int percent) noexcept {
-    ::SendMessageW(sldTransparency_, TBM_SETPOS, TRUE, percent);
-}
-
 void SliderRow::SetLabelFont(HFONT font) noexcept {
-    ::SendMessageW(lblHoverDelay_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-    ::SendMessageW(lblTransparency_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    SetFont(lblHoverDelay_, font, true);
+    SetFont(lblTransparency_, font, true);
 }
 
 void SliderRow::OnMoved(HWND slider, SliderEvents& events) {

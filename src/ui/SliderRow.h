@@ -19,7 +19,7 @@ class SliderRow {
   public:
     /// @throws Error with the system's code.
     void Create(HWND parent);
-    /// Names them to screen readers and on a window of tool tips.
+    /// Names the sliders to screen readers and on a window of tool tips.
     void Name(HWND toolTips);
 
     [[nodiscard]] HWND HoverLabel() const noexcept { return lblHoverDelay_; }
@@ -27,11 +27,14 @@ class SliderRow {
     [[nodiscard]] HWND TransparencyLabel() const noexcept { return lblTransparency_; }
     [[nodiscard]] HWND TransparencySlider() const noexcept { return sldTransparency_; }
 
-    void ShowHoverLabel(bool show) noexcept;
+    void ShowHoverLabel(bool show) noexcept {
+        hoverLabelIsShown_ = show;
+        ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
+    }
     [[nodiscard]] bool IsHoverLabelShown() const noexcept { return hoverLabelIsShown_; }
     /// Bring the sliders into line; the move does not come back as the user's.
-    void SetHoverPosition(int positionMs) noexcept;
-    void SetTransparencyPercent(int percent) noexcept;
+    void SetHoverPosition(int positionMs) noexcept { ::SendMessageW(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs); }
+    void SetTransparencyPercent(int percent) noexcept { ::SendMessageW(sldTransparency_, TBM_SETPOS, TRUE, percent); }
 
     void SetLabelFont(HFONT font) noexcept;
     /// Tells which slider the user has moved, and where to. @param slider as WM_HSCROLL gives it.

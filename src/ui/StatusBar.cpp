@@ -1,13 +1,12 @@
 #include "ui/StatusBar.h"
 
-#include "core/Geometry.h"
 #include "core/ids.h"
+#include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/SystemLook.h"
 
 #include <algorithm>
 #include <numeric>
-#include <utility>
 
 namespace vextrel {
 
@@ -45,7 +44,7 @@ void StatusBar::Create(HWND parent) {
 void StatusBar::SetFont(HFONT font, int dpi) noexcept {
     font_ = font;
     dpi_ = dpi;
-    ::SendMessageW(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+    vextrel::SetFont(handle_, font, true);
     TEXTMETRICW metrics{};
     WithFont(font, [&](HDC screen) { ::GetTextMetricsW(screen, &metrics); });
     heightPx_ = std::max(PixelsFromTwips(lowestTwips, dpi),
@@ -80,17 +79,15 @@ StatusBar::Widths StatusBar::WidthsOf(const Panes& texts) const noexcept {
 
 void StatusBar::Show() {
     Panes texts{notice_.empty() ? texts_.inputMode : notice_, texts_.transferMode, texts_.layout};
-    RECT area{};
-    ::GetClientRect(handle_, &area);
     const int padding = PixelsFromTwips(paddingTwips, dpi_);
-    const int roomPx = static_cast<int>(area.right) - 3 * padding - PixelsFromTwips(gripTwips, dpi_);
+    const int roomPx = static_cast<int>(ClientArea(handle_).right) - 3 * padding - PixelsFromTwips(gripTwips, dpi_);
     Widths widths = WidthsOf(texts);
     if (Sum(widths) > roomPx) {
-        std::transform(texts.begin(), texts.end(), texts.begin(), BriefStatus);
+        std::ranges::transform(texts, texts.begin(), BriefStatus);
         widths = WidthsOf(texts);
     }
     if (const int missing = Sum(widths) - roomPx; missing > 0) {
-        const auto longest = static_cast<std::size_t>(std::max_element(widths.begin(), widths.end()) - widths.begin());
+        const auto longest = static_cast<std::size_t>(std::ranges::max_element(widths) - widths.begin());
         widths[longest] = std::max(0, widths[longest] - missing);
         texts[longest] = EndedInDots(texts[longest], font_, widths[longest]);
     }

@@ -7,7 +7,6 @@
 #include "win32/resources.h"
 
 #include <algorithm>
-#include <optional>
 #include <span>
 
 namespace vextrel {
@@ -72,18 +71,6 @@ BYTE StyleOf(ToolButtonStyle style) noexcept {
     return BTNS_BUTTON;
 }
 
-/// The button that an arrow key, Home or End leads to; nothing for another key.
-std::optional<std::size_t> ToolAfterKey(std::size_t tool, WPARAM key) noexcept {
-    const std::size_t last = ToolButtons().size() - 1;
-    switch (key) {
-    case VK_LEFT: return tool > 0 ? tool - 1 : 0;
-    case VK_RIGHT: return std::min(tool + 1, last);
-    case VK_HOME: return 0;
-    case VK_END: return last;
-    default: return std::nullopt;
-    }
-}
-
 /// Separators carry a number of their own, so that they can be hidden by it.
 constexpr int firstGapId = 2190;
 
@@ -137,15 +124,6 @@ void ToolbarControl::SetDpi(int dpi) {
     const int margin = ::MulDiv(6, dpi, USER_DEFAULT_SCREEN_DPI);
     ToWindow(TB_SETPADDING, 0, MAKELPARAM(margin, margin));
     ToWindow(TB_SETBUTTONSIZE, 0, MAKELPARAM(pictures.sizePx + margin, pictures.sizePx + margin));
-}
-
-void ToolbarControl::Show(bool show) noexcept {
-    isShown_ = show;
-    ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
-}
-
-int ToolbarControl::ButtonCount() const noexcept {
-    return static_cast<int>(ToWindow(TB_BUTTONCOUNT, 0, 0));
 }
 
 RECT ToolbarControl::ButtonRect(int index) const noexcept {
@@ -217,16 +195,22 @@ void ToolbarControl::Refresh(const CommandSnapshot& snapshot) noexcept {
     }
 }
 
-int ToolbarControl::TrackHoverMenu() const {
-    const UniqueMenu menu(::CreatePopupMenu());
-    for (const HoverDelayItem& item : HoverDelayMenu()) {
-        ::AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(item.id), item.caption);
-    }
-    RECT area = ButtonRect(static_cast<int>(ToWindow(TB_COMMANDTOINDEX, ids::toolHover, 0)));
-    ::MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&area), 2);
-    TPMPARAMS around{sizeof around, area};
-    return ::TrackPopupMenuEx(menu.Get(), TPM_RETURNCMD | TPM_VERTICAL, area.left, area.bottom, ::GetParent(Handle()),
-                              &around);
+void ToolbarControl::OpenHoverMenu() noexcept {
+    const HWND window = ::GetParent(Handle());
+    GuardEvent(window, L"tbToolbar_ButtonMenuClick", [&] {
+        const UniqueMenu menu(::CreatePopupMenu());
+        for (const HoverDelayItem& item : HoverDelayMenu()) {
+            ::AppendMenuW(menu.Get(), MF_STRING, static_cast<UINT_PTR>(item.id), item.caption);
+        }
+        RECT area = ButtonRect(static_cast<int>(ToWindow(TB_COMMANDTOINDEX, ids::toolHover, 0)));
+        ::MapWindowPoints(Handle(), nullptr, reinterpret_cast<POINT*>(&area), 2);
+        TPMPARAMS around{sizeof around, area};
+        if (const int chosen =
+                ::TrackPopupMenuEx(menu.Get(), TPM_RETURNCMD | TPM_VERTICAL, area.left, area.bottom, window, &around);
+            chosen != 0) {
+            events_->Command(chosen);
+        }
+    });
 }
 
 void ToolbarControl::ShowFocusedTool() noexcept {
@@ -237,31 +221,34 @@ void ToolbarControl::ShowFocusedTool() noexcept {
 
 bool ToolbarControl::OnKeyDown(WPARAM key) noexcept {
     const ToolButton& tool = ToolButtons()[focusedTool_];
+    const std::size_t last = ToolButtons().size() - 1;
     switch (key) {
     case VK_DOWN:
         if (tool.style == ToolButtonStyle::GroupWithMenu) {
-            events_->HoverMenuAsked();
+            OpenHoverMenu();
         }
         return true;
     case VK_SPACE:
     case VK_RETURN:
         if (ToWindow(TB_ISBUTTONENABLED, static_cast<WPARAM>(tool.id), 0) != 0) {
-            events_->ToolPressed(tool.id);
+            events_->Command(tool.id);
         }
         return true;
     case VK_UP: return true;
-    default: break;
+    case VK_LEFT: focusedTool_ -= focusedTool_ > 0 ? 1 : 0; break;
+    case VK_RIGHT: focusedTool_ = std::min(focusedTool_ + 1, last); break;
+    case VK_HOME: focusedTool_ = 0; break;
+    case VK_END: focusedTool_ = last; break;
+    default: ShowFocusedTool(); return false;
     }
-    const std::optional<std::size_t> next = ToolAfterKey(focusedTool_, key);
-    focusedTool_ = next.value_or(focusedTool_);
     ShowFocusedTool();
-    return next.has_value();
+    return true;
 }
 
 LRESULT ToolbarControl::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     switch (message) {
     case WM_MOUSEMOVE:
-        GuardEvent(::GetParent(Handle()), L"tbToolbar_MouseMove", [&] { events_->MouseMoveOverToolbar(); });
+        GuardEvent(::GetParent(Handle()), L"tbToolbar_MouseMove", [&] { events_->MouseMoveInForm(); });
         break;
     case WM_GETDLGCODE: {
         const auto* pressed = reinterpret_cast<const MSG*>(lParam);

@@ -9,11 +9,10 @@ namespace vextrel {
 /// What the toolbar reports.
 class ToolbarEvents {
   public:
-    virtual void MouseMoveOverToolbar() = 0;
-    /// A button pressed by keyboard; those clicked come as commands of the window.
-    virtual void ToolPressed(int id) = 0;
-    /// The Hover button's menu is asked for.
-    virtual void HoverMenuAsked() = 0;
+    virtual void MouseMoveInForm() = 0;
+    /// A button pressed by keyboard (those clicked come as commands of the window), or a delay of the Hover button's
+    /// menu.
+    virtual void Command(int id) = 0;
 
   protected:
     ~ToolbarEvents() = default;
@@ -34,15 +33,18 @@ class ToolbarControl final : public SubclassedWindow {
 
     /// Loads the pictures and sizes for a DPI.
     void SetDpi(int dpi);
-    void Show(bool show) noexcept;
+    void Show(bool show) noexcept {
+        isShown_ = show;
+        ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
+    }
     [[nodiscard]] bool IsShown() const noexcept { return isShown_; }
 
     /// Arranges the buttons for a width. @return the height they need, in pixels.
     int Arrange(int widthPx) noexcept;
     /// Presses and enables every button as the snapshot says.
     void Refresh(const CommandSnapshot& snapshot) noexcept;
-    /// Opens the Hover button's menu below it. @return the chosen delay's command, or 0.
-    [[nodiscard]] int TrackHoverMenu() const;
+    /// Opens the Hover button's menu below it, and reports what is chosen.
+    void OpenHoverMenu() noexcept;
 
   private:
     LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
@@ -51,7 +53,7 @@ class ToolbarControl final : public SubclassedWindow {
     /// Breaks the row before the first button that does not fit. @return the height.
     int BreakRows(int widthPx) noexcept;
     [[nodiscard]] RECT ButtonRect(int index) const noexcept;
-    [[nodiscard]] int ButtonCount() const noexcept;
+    [[nodiscard]] int ButtonCount() const noexcept { return static_cast<int>(ToWindow(TB_BUTTONCOUNT, 0, 0)); }
 
     /// @return whether the key means something to the toolbar.
     bool OnKeyDown(WPARAM key) noexcept;

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "win32/Windows.h"
+
+namespace vextrel {
+
+/// Of a window without its frame, from 0, 0.
+[[nodiscard]] inline RECT ClientArea(HWND window) noexcept {
+    RECT area{};
+    ::GetClientRect(window, &area);
+    return area;
+}
+
+/// Of a window with its frame, on the screen.
+[[nodiscard]] inline RECT OuterArea(HWND window) noexcept {
+    RECT area{};
+    ::GetWindowRect(window, &area);
+    return area;
+}
+
+inline void SetFont(HWND control, HFONT font, bool redraw) noexcept {
+    ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw ? TRUE : FALSE);
+}
+
+/// The message that the left mouse button has for what any button's tells; every other message as it is.
+[[nodiscard]] constexpr UINT AsLeftButton(UINT message) noexcept {
+    // Each button has three messages in the same order. The wheel's lies between the middle one's and the extra ones'.
+    if (message >= WM_LBUTTONDOWN && message <= WM_MBUTTONDBLCLK) {
+        return WM_LBUTTONDOWN + (message - WM_LBUTTONDOWN) % 3;
+    }
+    const bool extra = message >= WM_XBUTTONDOWN && message <= WM_XBUTTONDBLCLK;
+    return extra ? message - WM_XBUTTONDOWN + WM_LBUTTONDOWN : message;
+}
+
+} // namespace vextrel
