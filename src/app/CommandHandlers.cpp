@@ -2,7 +2,6 @@
 
 #include "core/Commands.h"
 #include "core/ids.h"
-#include "transfer/TextDataObject.h"
 #include "ui/AboutDialog.h"
 #include "win32/EventGuard.h"
 #include "win32/WebLinks.h"
@@ -66,6 +65,7 @@ void ShowAbout(const Parts& parts) {
                  .layerTakesClicks = parts.layer.TakesClicks(),
                  .textIsMasked = parts.password.TextIsMasked(),
                  .mouseHidden = parts.pointer.MouseHidden(),
+                 .answersOthers = parts.program.answersOthers,
                  .capture = CaptureStateOf(parts.form.Handle()),
                  .hardening = parts.program.hardening})
         .RunModal(parts.operations, parts.form.Handle());
@@ -81,7 +81,7 @@ void Rearrange(const Parts& parts) {
 void Clear(const Parts& parts) {
     if (!parts.operations.IsTransferring()) {
         parts.password.ClearText();
-        TextDataObject::DiscardAll();
+        parts.transfer.DiscardHanded();
     }
 }
 

@@ -13,6 +13,7 @@ struct CommandParts {
     const ProgramState& program;
     Options& options;
     PasswordField& password;
+    Transfer& transfer;
     HiddenPointer& pointer;
     LayerWatch& layer;
     Placement& placement;

@@ -1,6 +1,7 @@
 #include "app/ErrorReport.h"
 
 #include "ui/ErrorDialog.h"
+#include "win32/Gate.h"
 #include "win32/handles.h"
 
 namespace vextrel {
@@ -25,7 +26,8 @@ void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wst
 }
 
 void ErrorReport::ShowWaiting() noexcept {
-    if (showing_ || operations_.IsTransferring()) {
+    // A dialog on behalf of another program's message would take its own input for that program's.
+    if (showing_ || operations_.IsTransferring() || (!Gate::IsOpen() && Gate::IsSentFromOutside())) {
         return;
     }
     try {

@@ -20,13 +20,15 @@ class ErrorReport final : public ErrorSink {
     void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                 HWND owner) noexcept override;
 
+    /// Shows what waits, unless something is going on that a dialog would disturb.
+    void ShowWaiting() noexcept;
+
   private:
     struct Pending {
         std::wstring source;
         std::wstring text;
         HWND owner;
     };
-    void ShowWaiting() noexcept;
 
     Operations& operations_;
     std::deque<Pending> waiting_;

@@ -24,9 +24,9 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     , pointer_(form_, operations)
     , placement_(form_)
     , layer_(form_, formCover_, operations)
-    , options_({form_, store, operations, password_, transfer_, hover_, pointer_, layer_})
+    , options_({form_, program, store, operations, password_, transfer_, hover_, pointer_, layer_})
     , layouts_({form_, formCover_, captions_, options_, store, program, operations})
-    , commands_{form_, operations, program, options_, password_, pointer_, layer_, placement_, layouts_} {
+    , commands_{form_, operations, program, options_, password_, transfer_, pointer_, layer_, placement_, layouts_} {
     try {
         Start();
     } catch (...) {
@@ -218,7 +218,7 @@ void Keyboard::FormResized() {
 void Keyboard::WipePassword() noexcept {
     password_.Wipe();
     // A target may hold what it was given for as long as it likes; the program's end is too late for it.
-    TextDataObject::DiscardAll();
+    transfer_.DiscardHanded();
 }
 
 void Keyboard::FormUnloading() {

@@ -3,6 +3,7 @@
 #include "ui/InputBox.h"
 #include "win32/InputState.h"
 #include "win32/LockedText.h"
+#include "win32/SubclassedWindow.h"
 #include "win32/TopLevelWindow.h"
 
 namespace vextrel {
@@ -17,11 +18,11 @@ bool HoldsText(HWND control, std::wstring_view text) {
     if (::lstrcmpiW(className, WC_EDITW) == 0) {
         LockedText held;
         held.SetSize(static_cast<std::size_t>(
-            ::SendMessageW(control, WM_GETTEXT, SecretText::capacity + 1, reinterpret_cast<LPARAM>(held.Buffer()))));
+            Tell(control, WM_GETTEXT, SecretText::capacity + 1, reinterpret_cast<LPARAM>(held.Buffer()))));
         return held.View() == text;
     }
     if (::lstrcmpiW(className, TRACKBAR_CLASSW) == 0) {
-        return std::to_wstring(::SendMessageW(control, TBM_GETPOS, 0, 0)) == text;
+        return std::to_wstring(Tell(control, TBM_GETPOS, 0, 0)) == text;
     }
     return ::lstrcmpiW(className, WC_BUTTONW) == 0 && text == L"False";
 }

@@ -171,6 +171,8 @@ CommandSnapshot Options::Snapshot() const {
             .toolbarShown = toolbarShown_,
             .layerMarked = parts_.layer.IsMarked(),
             .layout = layoutMark_,
+            .answersOthers = parts_.program.answersOthers,
+            .hardeningOff = parts_.program.hardening.switchedOff,
             .transferRunning = parts_.operations.IsTransferring()};
 }
 

@@ -18,6 +18,7 @@ class Options {
     /// What the options act on.
     struct Parts {
         MainWindow& form;
+        const ProgramState& program;
         SettingsStore& store;
         Operations& operations;
         PasswordField& password;

@@ -4,6 +4,7 @@
 #include "app/Keyboard.h"
 #include "core/OptionValues.h"
 #include "win32/EventGuard.h"
+#include "win32/Gate.h"
 #include "win32/Hardening.h"
 #include "win32/KeyboardHook.h"
 #include "win32/ScreenCapture.h"
@@ -23,7 +24,7 @@ class Application : private Pinned {
     Application(ProgramState& program, SettingsStore& store, Operations& operations)
         : keyboard_(program, store, operations) {
         if (!program.HooksDisabled) {
-            hook_.Install();
+            hook_.Install(!program.hardening.switchedOff);
         }
         program.printScreenBlocked = hook_.IsInstalled();
         keyboard_.Form().ReportMoves(true);
@@ -72,14 +73,12 @@ void FollowReleasedModifier(Keyboard& keyboard, const MSG& message) noexcept {
 }
 
 /// Until the main window has gone.
-int ServeEvents(Keyboard& keyboard) {
+int ServeEvents(Keyboard& keyboard, ErrorReport& errors) {
     MSG message{};
     while (keyboard.Form().IsLoaded() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
         FollowReleasedModifier(keyboard, message);
-        if (!::IsDialogMessageW(keyboard.Form().Handle(), &message)) {
-            ::TranslateMessage(&message);
-            ::DispatchMessageW(&message);
-        }
+        Serve(message, keyboard.Form().Handle());
+        errors.ShowWaiting();
     }
     return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 0;
 }
@@ -98,6 +97,8 @@ int Main(bool hooksDisabled) {
         program.SettingsFilePath = store.GetSettingsPath(false);
         // Before anything else is loaded or shown.
         program.hardening = HardenUnlessSwitchedOff(store);
+        program.answersOthers = ParseBoolean(store.ReadSetting(settings::answerOtherPrograms)).value_or(false);
+        const Gate gate(program.answersOthers, !hooksDisabled);
         const OleScope ole;
         RegisterControls();
         std::optional<CaptureExclusion> captureExclusion;
@@ -105,7 +106,7 @@ int Main(bool hooksDisabled) {
             captureExclusion.emplace(!hooksDisabled);
         }
         Application application(program, store, operations);
-        exitCode = ServeEvents(application.Keyboard());
+        exitCode = ServeEvents(application.Keyboard(), errors);
     });
     return exitCode;
 }

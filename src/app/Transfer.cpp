@@ -38,26 +38,27 @@ void Transfer::Drag() {
     notice_.clear();
     const Operations::Scope transfer(operations_, Operations::Kind::Transfer);
     const HandlerNames& names = field_.TextIsMasked() ? maskedHandlers : plainHandlers;
-    // Some targets read the data after DoDragDrop has returned: the object lives by its references, not by this one.
-    const ComPtr<TextDataObject> data(new TextDataObject);
-    const ComPtr<DropSource> source(new DropSource(*data, mode_ == DragDropMode::Inject));
-
-    bool started = false;
+    data_.reset(); // whoever was handed the last one has had time enough
+    ComPtr<IDataObject> shared;
     GuardEvent(form_.Handle(), names.start, [&] {
-        StartDrag(*data);
-        started = true;
+        data_ = std::make_unique<DragData>();
+        StartDrag(data_->Object());
+        data_->GetForThisThread(shared);
     });
-    if (!started) {
+    if (shared.Get() == nullptr) {
+        data_.reset();
         note_.reset();
         field_.SelectedPassword().Clear();
         return;
     }
+    const ComPtr<DropSource> source(new DropSource(data_->Object(), mode_ == DragDropMode::Inject));
     DWORD effect = DROPEFFECT_NONE;
-    const HRESULT result = ::DoDragDrop(data.Get(), source.Get(), DROPEFFECT_COPY, &effect);
+    const HRESULT result = ::DoDragDrop(shared.Get(), source.Get(), DROPEFFECT_COPY, &effect);
     const bool dropped = result == DRAGDROP_S_DROP && effect != DROPEFFECT_NONE;
     if (!dropped) {
-        data->Discard();
+        data_->Object().Discard();
     }
+    data_->EndSoon();
     const bool mayInject = mode_ == DragDropMode::Inject && source->WasReleased();
     GuardEvent(form_.Handle(), names.complete,
                [&] { CompleteDrag(dropped || mayInject ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver); });
@@ -65,6 +66,12 @@ void Transfer::Drag() {
     note_.reset();
     field_.SelectedPassword().Clear();
     OverwriteFreedMemory();
+}
+
+void Transfer::DiscardHanded() noexcept {
+    if (data_) {
+        data_->Object().Discard();
+    }
 }
 
 void Transfer::StartDrag(TextDataObject& data) {

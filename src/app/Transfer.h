@@ -3,8 +3,8 @@
 #include "app/PasswordField.h"
 #include "core/OptionValues.h"
 #include "core/PasswordView.h"
+#include "transfer/DragData.h"
 #include "transfer/Injection.h"
-#include "transfer/TextDataObject.h"
 #include "ui/DragHint.h"
 #include "ui/Operations.h"
 
@@ -33,6 +33,9 @@ class Transfer {
     /// The whole drag. Returns when the button is up and the transfer is over. Refused while one is running.
     void Drag();
 
+    /// Wipes what a drag carries or has handed on, whoever still holds it.
+    void DiscardHanded() noexcept;
+
   private:
     void StartDrag(TextDataObject& data);
     void CompleteDrag(TransferEnd end);
@@ -43,6 +46,7 @@ class Transfer {
     Operations& operations_;
     enum DragDropMode mode_ = DragDropMode::DragDrop;
     bool keepPassword_ = false;
+    std::unique_ptr<DragData> data_; ///< of the last drag, until the next one
     TransferPlan plan_;
     std::unique_ptr<DragHint> note_;
     std::wstring notice_;

@@ -116,6 +116,13 @@ std::wstring InputModeStatus(InputMode mode, int intervalMs) {
     return (mode == InputMode::Hover ? L"Hover entry, " : L"Hidden mouse, ") + SecondsText(intervalMs);
 }
 
+const wchar_t* WarningStatus(const CommandSnapshot& snapshot) noexcept {
+    if (snapshot.answersOthers) {
+        return L"Open to other programs";
+    }
+    return snapshot.hardeningOff ? L"Not hardened" : L"";
+}
+
 const wchar_t* LayoutStatus(LayoutMark mark) noexcept {
     switch (mark) {
     case LayoutMark::Default: return L"Default layout";
@@ -166,11 +173,11 @@ CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept {
 StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs) {
     return {InputModeStatus(snapshot.inputMode, intervalMs),
             snapshot.dragDropMode == DragDropMode::Inject ? L"Injection" : L"Drag and drop",
-            LayoutStatus(snapshot.layout)};
+            LayoutStatus(snapshot.layout), WarningStatus(snapshot)};
 }
 
 std::wstring BriefStatus(std::wstring text) {
-    for (const std::wstring_view word : {L" entry", L" layout", L" and drop"}) {
+    for (const std::wstring_view word : {L" entry", L" layout", L" and drop", L" to other programs"}) {
         if (const std::size_t place = text.find(word); place != std::wstring::npos) {
             text.erase(place, word.size());
         }

@@ -44,6 +44,8 @@ struct CommandSnapshot {
     bool toolbarShown = true;
     bool layerMarked = false;
     LayoutMark layout = LayoutMark::None;
+    bool answersOthers = false;   ///< other programs may read and order the windows
+    bool hardeningOff = false;    ///< the process is as open as any other
     bool transferRunning = false; ///< a drag, an injection or a capture: what would disturb it is disabled
     friend constexpr bool operator==(const CommandSnapshot&, const CommandSnapshot&) = default;
 };
@@ -80,11 +82,13 @@ struct CommandState {
 /// The state of a menu item or toolbar button. Unknown identifiers are enabled and not checked.
 [[nodiscard]] CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept;
 
-/// The three panes of the status bar: input mode with the delay, transfer mode, layout in use.
+/// The panes of the status bar: input mode with the delay, transfer mode, layout in use, and what a settings file that
+/// somebody else has planted would have opened.
 struct StatusTexts {
     std::wstring inputMode;
     std::wstring transferMode;
     std::wstring layout;
+    std::wstring warning; ///< empty when there is none
     friend bool operator==(const StatusTexts&, const StatusTexts&) = default;
 };
 /// @param intervalMs the hover delay.

@@ -25,6 +25,7 @@ inline constexpr const wchar_t* toolbarVisible = L"Toolbar Visible";
 // Read at the start and never written; no command of the program sets them.
 inline constexpr const wchar_t* hardenProcess = L"Harden Process";
 inline constexpr const wchar_t* allowScreenCapture = L"Allow Screen Capture";
+inline constexpr const wchar_t* answerOtherPrograms = L"Answer Other Programs";
 } // namespace settings
 
 /// Named as it is stored.

@@ -57,14 +57,25 @@ bool PumpOwnWindows() noexcept {
 } // namespace
 
 HRESULT DropSource::QueryContinueDrag(BOOL escapePressed, DWORD keyState) noexcept {
+    // The button itself, not what messages say of it, which anybody can post.
+    const bool down = IsPrimaryButtonDown();
+    seenDown_ = seenDown_ || down || WasPrimaryButtonDown();
     if (escapePressed != FALSE) {
         return DRAGDROP_S_CANCEL;
     }
     if ((keyState & MK_LBUTTON) != 0) {
         return keepFromHung_ ? RestOverHungWindow() : S_OK;
     }
+    if (!seenDown_) {
+        return DRAGDROP_S_CANCEL;
+    }
+    if (down) {
+        return S_OK;
+    }
     released_ = true;
-    data_->Open();
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(WindowUnderPointer(), &process);
+    data_.Open(process);
     return DRAGDROP_S_DROP;
 }
 

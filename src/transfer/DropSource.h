@@ -2,13 +2,14 @@
 
 #include "transfer/TextDataObject.h"
 #include "win32/Com.h"
+#include "win32/InputState.h"
 
 #include <oleidl.h>
 
 namespace vextrel {
 
 /// Steers a drag of the password: it ends when the button that it began with goes up, which opens the data for the
-/// target; Escape cancels it.
+/// program whose window is under the pointer then; Escape cancels it, and so does a button that was never seen down.
 ///
 /// OLE asks every window that the pointer comes to, and would wait without an end for one that hangs. A drag that hands
 /// nothing over by dropping is therefore kept away from such a window: it rests while the pointer is there, and ends
@@ -17,10 +18,8 @@ class DropSource final : public ComObject<IDropSource> {
   public:
     /// @param keepFromHung the drag is kept away from windows that hang.
     DropSource(TextDataObject& data, bool keepFromHung) noexcept
-        : data_(&data)
-        , keepFromHung_(keepFromHung) {
-        data.AddRef();
-    }
+        : data_(data)
+        , keepFromHung_(keepFromHung) {}
 
     /// Whether the user has let go of the button. A drag may end without: by Escape, or by itself.
     [[nodiscard]] bool WasReleased() const noexcept { return released_; }
@@ -32,8 +31,9 @@ class DropSource final : public ComObject<IDropSource> {
     ~DropSource() override = default;
     [[nodiscard]] HRESULT RestOverHungWindow() noexcept;
 
-    ComPtr<TextDataObject> data_;
+    TextDataObject& data_; ///< outlives the drag
     bool keepFromHung_;
+    bool seenDown_ = IsPrimaryButtonDown() || WasPrimaryButtonDown();
     bool released_ = false;
     HWND answering_ = nullptr; ///< the window that the pointer was over last and that answered
 };

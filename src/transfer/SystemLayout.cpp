@@ -89,7 +89,7 @@ class SystemKeyboard final : public CaptureDevice, private SubclassedWindow {
 
     std::wstring TakeText() override {
         std::wstring text = WindowText(Handle());
-        ::SetWindowTextW(Handle(), L"");
+        ToWindow(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L""));
         return text;
     }
 

@@ -1,11 +1,14 @@
 #include "transfer/TextDataObject.h"
 
 #include "win32/SystemLibrary.h"
+#include "win32/handles.h"
 
+#include <rpc.h>
 #include <shlobj.h>
 
 #include <cstring>
 #include <iterator>
+#include <vector>
 
 namespace vextrel {
 
@@ -36,18 +39,31 @@ class HandedMemory final : public ComObject<IUnknown> {
     [[nodiscard]] HGLOBAL Get() const noexcept { return memory_; }
     /// Wipes all that receivers have not released yet.
     static void WipeAll() noexcept {
-        for (HandedMemory* memory : LivingObjects<HandedMemory>()) {
+        const LockScope lock(All().lock);
+        for (HandedMemory* memory : All().living) {
             memory->Wipe();
         }
     }
 
   private:
+    /// Receivers release it when they like, on any thread: it has no owner who could keep the list.
+    struct List {
+        SRWLOCK lock = SRWLOCK_INIT;
+        std::vector<HandedMemory*> living;
+    };
+    static List& All() noexcept {
+        static List list;
+        return list;
+    }
+
     explicit HandedMemory(HGLOBAL memory)
         : memory_(memory) {
-        LivingObjects<HandedMemory>().push_back(this);
+        const LockScope lock(All().lock);
+        All().living.push_back(this);
     }
     ~HandedMemory() override {
-        std::erase(LivingObjects<HandedMemory>(), this);
+        const LockScope lock(All().lock);
+        std::erase(All().living, this);
         Wipe();
         ::GlobalFree(memory_);
     }
@@ -72,6 +88,16 @@ bool IsOffered(const FORMATETC& format) noexcept {
            (format.tymed & TYMED_HGLOBAL) != 0;
 }
 
+/// The process whose call is being handled. @return 0 for a call from within this process, or where the system does not
+/// tell.
+DWORD CallingProcess() noexcept {
+    static const SystemLibrary rpc(L"rpcrt4.dll");
+    unsigned long process = 0;
+    const auto inquire =
+        rpc.Find<RPC_STATUS(RPC_ENTRY*)(RPC_BINDING_HANDLE, unsigned long*)>("I_RpcBindingInqLocalClientPID");
+    return inquire != nullptr && inquire(nullptr, &process) == RPC_S_OK ? process : 0;
+}
+
 HandedMemory* CopyWide(std::wstring_view text) noexcept {
     return HandedMemory::Create((text.size() + 1) * sizeof(wchar_t),
                                 [text](void* to) { std::memcpy(to, text.data(), text.size() * sizeof(wchar_t)); });
@@ -88,18 +114,19 @@ HandedMemory* CopyNarrow(std::wstring_view text) noexcept {
 
 } // namespace
 
-TextDataObject::TextDataObject() {
-    LivingObjects<TextDataObject>().push_back(this);
+void TextDataObject::SetText(std::wstring_view text) {
+    const LockScope lock(lock_);
+    text_.Assign(text);
 }
 
-TextDataObject::~TextDataObject() {
-    std::erase(LivingObjects<TextDataObject>(), this);
+void TextDataObject::Open(DWORD process) noexcept {
+    const LockScope lock(lock_);
+    receiver_ = process;
 }
 
-void TextDataObject::DiscardAll() noexcept {
-    for (TextDataObject* object : LivingObjects<TextDataObject>()) {
-        object->Discard();
-    }
+void TextDataObject::Discard() noexcept {
+    const LockScope lock(lock_);
+    text_.Clear();
     HandedMemory::WipeAll();
 }
 
@@ -110,9 +137,13 @@ HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
     if (!IsOffered(*format)) {
         return DV_E_FORMATETC;
     }
+    const LockScope lock(lock_);
+    if (const DWORD caller = CallingProcess(); receiver_ != 0 && caller != 0 && caller != receiver_) {
+        return E_ACCESSDENIED;
+    }
     medium->tymed = TYMED_HGLOBAL;
     medium->pUnkForRelease = nullptr;
-    if (!open_) {
+    if (receiver_ == 0) {
         // One terminator of either width. Nothing to wipe: the receiver may free it by itself.
         medium->hGlobal = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(wchar_t));
         return medium->hGlobal != nullptr ? S_OK : E_OUTOFMEMORY;

@@ -10,21 +10,16 @@
 namespace vextrel {
 
 /// The data of a drag: text as CF_TEXT and CF_UNICODETEXT. It says all along that it has text, but gives the characters
-/// only once it has been opened, so that a window which the pointer merely crosses learns nothing; before that the text
-/// is empty. It owns its characters and is counted by reference, since some targets read it only after the drag has
-/// returned; the last reference wipes them.
+/// only once it has been opened for a process, and to that one alone: a window which the pointer merely crosses learns
+/// nothing, whenever it asks. Before that the text is empty. It may be called on any thread.
 class TextDataObject final : public ComObject<IDataObject> {
   public:
-    TextDataObject();
-
     /// What the object carries from now on; the empty text is text, too.
-    void SetText(std::wstring_view text) { text_.Assign(text); }
-    /// The user has let go over a target: from now on the text is given to whoever asks.
-    void Open() noexcept { open_ = true; }
-    /// The drag is over and nobody took it: there is nothing to give any more.
-    void Discard() noexcept { text_.Clear(); }
-    /// Discards what any object of the program carries or has handed on, whoever still holds it.
-    static void DiscardAll() noexcept;
+    void SetText(std::wstring_view text);
+    /// The user has let go over a window of that process: from now on it is given the text.
+    void Open(DWORD process) noexcept;
+    /// There is nothing to give any more, and what was given is wiped, whoever still holds it.
+    void Discard() noexcept;
 
     HRESULT STDMETHODCALLTYPE GetData(FORMATETC* format, STGMEDIUM* medium) noexcept override;
     HRESULT STDMETHODCALLTYPE QueryGetData(FORMATETC* format) noexcept override;
@@ -39,12 +34,13 @@ class TextDataObject final : public ComObject<IDataObject> {
     HRESULT STDMETHODCALLTYPE EnumDAdvise(IEnumSTATDATA**) noexcept override { return notAdvised; }
 
   private:
-    ~TextDataObject() override;
+    ~TextDataObject() override = default;
 
     static constexpr HRESULT notAdvised = OLE_E_ADVISENOTSUPPORTED;
 
+    SRWLOCK lock_ = SRWLOCK_INIT;
     LockedText text_;
-    bool open_ = false;
+    DWORD receiver_ = 0; ///< the process that is given the text; 0: nobody yet
 };
 
 } // namespace vextrel

@@ -31,6 +31,8 @@ std::wstring ProtectionsInForce(const ProtectionFacts& facts) {
                                : L"Protective layer invisible: clicks reach the keys");
     add(facts.textIsMasked ? L"Password masked" : L"Password shown in clear");
     add(facts.mouseHidden ? L"Pointer shown as a grey dot" : L"Pointer shown as usual");
+    add(facts.answersOthers ? L"Other programs may read and order the windows: the settings file says so"
+                            : L"Other programs may not read or order the windows");
     add(CaptureLine(facts.capture));
     std::ranges::for_each(HardeningLines(facts.hardening), add);
     return text;
@@ -42,7 +44,7 @@ void AboutDialog::FitControls() {
     const int size = Scaled(iconSize96);
     UniqueIcon icon(static_cast<HICON>(
         ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_VEXTREL), IMAGE_ICON, size, size, 0)));
-    ::SendMessageW(picture_, STM_SETICON, reinterpret_cast<WPARAM>(icon.Get()), 0);
+    Tell(picture_, STM_SETICON, reinterpret_cast<WPARAM>(icon.Get()), 0);
     icon_ = std::move(icon);
     SetFont(name_, Fonts().Sized(Dpi(), Scaled(24)), false);
 }

@@ -11,6 +11,7 @@ struct ProtectionFacts {
     bool layerTakesClicks = false;
     bool textIsMasked = false;
     bool mouseHidden = false;
+    bool answersOthers = false;
     CaptureState capture = CaptureState::Shown;
     Hardening hardening;
 };

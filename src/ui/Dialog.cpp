@@ -2,6 +2,7 @@
 
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
+#include "win32/Gate.h"
 #include "win32/TopLevelWindow.h"
 
 #include <algorithm>
@@ -118,10 +119,7 @@ void Dialog::ServeUntilEnded(const Operations& operations) {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             break;
         }
-        if (!::IsDialogMessageW(Handle(), &message)) {
-            ::TranslateMessage(&message);
-            ::DispatchMessageW(&message);
-        }
+        Serve(message, Handle());
     }
 }
 
@@ -164,11 +162,11 @@ void Dialog::ShowScrollBarIfNeeded() const noexcept {
         return;
     }
     ::ShowScrollBar(lines_, SB_VERT, TRUE);
-    ::SendMessageW(lines_, WM_VSCROLL, SB_TOP, 0);
+    Tell(lines_, WM_VSCROLL, SB_TOP, 0);
     // Where the last line starts within the field, there is nothing to scroll.
-    const LRESULT lastLine = ::SendMessageW(lines_, EM_GETLINECOUNT, 0, 0) - 1;
-    const LRESULT lastLineStart = ::SendMessageW(lines_, EM_LINEINDEX, static_cast<WPARAM>(lastLine), 0);
-    const LRESULT place = ::SendMessageW(lines_, EM_POSFROMCHAR, static_cast<WPARAM>(lastLineStart), 0);
+    const LRESULT lastLine = Tell(lines_, EM_GETLINECOUNT, 0, 0) - 1;
+    const LRESULT lastLineStart = Tell(lines_, EM_LINEINDEX, static_cast<WPARAM>(lastLine), 0);
+    const LRESULT place = Tell(lines_, EM_POSFROMCHAR, static_cast<WPARAM>(lastLineStart), 0);
     if (lastLine == 0 || (place != -1 && GET_Y_LPARAM(place) + Scaled(18) <= ClientArea(lines_).bottom)) {
         ::ShowScrollBar(lines_, SB_VERT, FALSE);
     }

@@ -2,6 +2,7 @@
 
 #include "core/ids.h"
 #include "win32/Control.h"
+#include "win32/SubclassedWindow.h"
 #include "win32/Text.h"
 
 namespace vextrel {
@@ -17,7 +18,7 @@ void InputBox::CreateControls() {
     AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, {188, 84, 273, 108}, IDOK);
     AddControl(WC_BUTTONW, L"Cancel", WS_TABSTOP | BS_PUSHBUTTON, {281, 84, 366, 108}, IDCANCEL);
     SetAccessibleNames({{field_, prompt_.c_str()}});
-    ::SendMessageW(field_, EM_SETSEL, 0, -1);
+    Tell(field_, EM_SETSEL, 0, -1);
     ::SetFocus(field_);
 }
 

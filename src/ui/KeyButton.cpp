@@ -49,7 +49,9 @@ void KeyButton::SetCaption(const std::wstring& caption) {
         return;
     }
     caption_ = caption;
-    ::SetWindowTextW(Handle(), caption.c_str());
+    // Beneath the gate, to where the window keeps its text.
+    ::DefWindowProcW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption.c_str()));
+    ::InvalidateRect(Handle(), nullptr, FALSE);
     if (const bool blank = EntersBlank(caption_); blank != namedAsBlank_) {
         namedAsBlank_ = blank;
         SetAccessibleNames({{Handle(), blank ? L"space" : nullptr}});

@@ -51,10 +51,12 @@ void MainWindow::CreateControls(KeyEvents& keys, BoxEvents& boxes) {
     }
     toolbar_.Create(Handle(), *events_);
     statusBar_.Create(Handle());
-    txtSetup_ = CreateControl(Handle(), {.windowClass = WC_EDITW, .style = WS_VISIBLE, .id = ids::txtSetup});
+    txtSetup_ =
+        CreateControl(Handle(), {.windowClass = WC_EDITW, .style = WS_VISIBLE, .id = ids::txtSetup, .isSecret = true});
     SetAccessibleNames({{txtPassword_.Handle(), L"Password, masked"},
                         {txtText_.Handle(), L"Password, in clear"},
                         {toolbar_.Handle(), L"Toolbar"}});
+    GateWindow(toolbar_.ToolTips(), GatedWindow::Control);
     ExcludeFromCapture(toolbar_.ToolTips());
     sliders_.Name(toolbar_.ToolTips());
 }
@@ -253,7 +255,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DISPLAYCHANGE: GuardEvent(Handle(), L"DisplayChange", [&] { events_->DisplayChanged(); }); break;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
-    case WM_SETTINGCHANGE: OnSystemLookChanged(message, wParam, lParam); break;
+    case WM_SETTINGCHANGE: OnSystemLookChanged(message); break;
     case WM_CLOSE:
         GuardEvent(Handle(), L"Form_QueryUnload", [&] {
             if (events_->MayUnload()) {
@@ -309,13 +311,13 @@ void MainWindow::OnDpiChanged(const RECT& suggested) {
     events_->FormResized();
 }
 
-void MainWindow::OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam) {
+void MainWindow::OnSystemLookChanged(UINT message) {
     ApplyDpi();
     // Another font changes the rows' heights and so the keys' places.
     GuardEvent(Handle(), L"Resize", [&] { events_->FormResized(); });
     for (const HWND control :
          {toolbar_.Handle(), sliders_.HoverSlider(), sliders_.TransparencySlider(), statusBar_.Handle()}) {
-        ::SendMessageW(control, message, wParam, lParam);
+        Tell(control, message);
     }
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }

@@ -71,7 +71,7 @@ class MainWindow final : public Form {
 
     void OnCommand(int id, int notification);
     void OnDpiChanged(const RECT& suggested);
-    void OnSystemLookChanged(UINT message, WPARAM wParam, LPARAM lParam);
+    void OnSystemLookChanged(UINT message);
 
     WindowEvents* events_ = nullptr;
     FontCache fonts_;

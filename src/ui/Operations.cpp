@@ -1,5 +1,7 @@
 #include "ui/Operations.h"
 
+#include "win32/Form.h"
+
 namespace vextrel {
 
 Operations::Scope::Scope(Operations& operations, Kind kind) noexcept
@@ -46,6 +48,10 @@ bool Operations::RequestClose() noexcept {
             const auto& operations = *reinterpret_cast<const Operations*>(self);
             if (window == operations.mainWindow_ || window == operations.layer_ || !::IsWindowVisible(window) ||
                 !::IsWindowEnabled(window)) {
+                return TRUE;
+            }
+            if (Form::Find(window) != nullptr) {
+                ::PostMessageW(window, WM_CLOSE, 0, 0);
                 return TRUE;
             }
             // A question with Yes and No alone has no Cancel; its No is as harmless.

@@ -5,6 +5,7 @@
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
+#include "win32/Gate.h"
 #include "win32/InputState.h"
 #include "win32/handles.h"
 
@@ -44,7 +45,8 @@ void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, BoxEvents& e
                                   .style = WS_TABSTOP | WS_CLIPSIBLINGS | ES_AUTOHSCROLL |
                                            (plain ? ES_MULTILINE | DWORD{ES_AUTOVSCROLL} : WS_VISIBLE),
                                   .exStyle = WS_EX_CLIENTEDGE,
-                                  .id = id}));
+                                  .id = id,
+                                  .isSecret = true}));
     ToWindow(EM_SETLIMITTEXT, SecretText::capacity, 0);
     // An input method would keep and show what is composed, and put it into the box by ways of its own.
     ::ImmAssociateContextEx(Handle(), nullptr, 0);
@@ -169,13 +171,18 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
+bool PasswordBox::MayCopy() noexcept {
+    // A program that presses keys must not get at the password by way of the clipboard.
+    return Gate::IsUsersOwnInput();
+}
+
 LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
     const auto code = static_cast<wchar_t>(wParam);
     switch (code) {
     case ctrlA: ToWindow(EM_SETSEL, 0, -1); return 0;
-    case ctrlC: return OnClipboard(WM_COPY, 0, 0);
+    case ctrlC: return MayCopy() ? OnClipboard(WM_COPY, 0, 0) : 0;
     case ctrlV: return OnClipboard(WM_PASTE, 0, 0);
-    case ctrlX: return OnClipboard(WM_CUT, 0, 0);
+    case ctrlX: return MayCopy() ? OnClipboard(WM_CUT, 0, 0) : 0;
     case ctrlZ: return OnClipboard(WM_UNDO, 0, 0);
     default: break;
     }
@@ -190,7 +197,8 @@ LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
 LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
     const auto key = static_cast<UINT>(wParam);
     const bool mayAct = events_->KeyDown(key);
-    if (key == VK_ESCAPE || !mayAct) {
+    const bool copies = (key == VK_INSERT && WasDown(VK_CONTROL)) || (key == VK_DELETE && WasDown(VK_SHIFT));
+    if (key == VK_ESCAPE || !mayAct || (copies && !MayCopy())) {
         return 0;
     }
     if (view_ == PasswordBoxView::Masked) {
@@ -257,7 +265,8 @@ void PasswordBox::OnContextMenu(POINT screen) {
     // Its window's menu loop tells that a menu is open.
     const auto chosen = static_cast<UINT>(::TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x,
                                                            screen.y, 0, ::GetParent(Handle()), nullptr));
-    if (chosen != 0) {
+    const bool copies = chosen == WM_COPY || chosen == WM_CUT;
+    if (chosen != 0 && (!copies || Gate::IsUsersOwnMenuChoice())) {
         OnMessage(chosen, 0, chosen == EM_SETSEL ? -1 : 0);
     }
 }
@@ -306,9 +315,11 @@ LRESULT PasswordBox::OnButtonUp(WPARAM wParam, LPARAM lParam) {
 }
 
 void PasswordBox::StartDrag() {
-    // Button already up, the pointer may be anywhere by now: a drop would land there.
+    // Button already up, the pointer may be anywhere by now: a drop would land there. Nor does a drag begin that no
+    // button began, whatever messages say.
     MSG release{};
-    const bool isUp = ::PeekMessageW(&release, Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD) != FALSE;
+    const bool isUp = !(IsPrimaryButtonDown() || WasPrimaryButtonDown()) ||
+                      ::PeekMessageW(&release, Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD) != FALSE;
     if (!isUp) {
         // The edit control tracks the mouse until its button goes up, and so does OLE: end the one before the other
         // starts.

@@ -43,6 +43,7 @@ class PasswordBox final : public SubclassedWindow {
     LRESULT ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam);
     /// What a change of ours leaves: no undo of it, and a new length.
     void Changed() noexcept;
+    [[nodiscard]] static bool MayCopy() noexcept;
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyDown(WPARAM wParam, LPARAM lParam);
     [[nodiscard]] LRESULT DialogCodeFor(const MSG* message) const noexcept;

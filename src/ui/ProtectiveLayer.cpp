@@ -21,6 +21,8 @@ namespace {
 constexpr UINT_PTR tmrForegroundCheck = 2;
 constexpr UINT foregroundCheckMs = 50;
 constexpr int offScreenTwips = -10000;
+/// How much too early a tick of the system's may come: its clock counts in steps of 16 ms.
+constexpr ULONGLONG earlyMs = 32;
 
 } // namespace
 
@@ -35,7 +37,8 @@ void ProtectiveLayer::Load(HWND mainWindow, LayerEvents& events) {
     txtSetup_ = CreateControl(Handle(), {.windowClass = WC_EDITW,
                                          .style = WS_VISIBLE,
                                          .placePx = {offScreenPx, offScreenPx, offScreenPx + 60, offScreenPx + 20},
-                                         .id = ids::txtSetup});
+                                         .id = ids::txtSetup,
+                                         .isSecret = true});
     ::ImmAssociateContextEx(txtSetup_, nullptr, 0);
     ::SetTimer(Handle(), tmrForegroundCheck, foregroundCheckMs, nullptr);
 }
@@ -173,10 +176,13 @@ bool ProtectiveLayer::IsUnderPointer(POINT pointer) const noexcept {
 }
 
 void ProtectiveLayer::OnHoverTick() {
+    // Anybody can post a tick.
+    const ULONGLONG now = ::GetTickCount64();
     POINT pointer{};
-    if (!events_->IsHoverEntryEnabled() || ::GetCursorPos(&pointer) == FALSE) {
+    if (!events_->IsHoverEntryEnabled() || now + earlyMs < hoverDueMs_ || ::GetCursorPos(&pointer) == FALSE) {
         return;
     }
+    hoverDueMs_ = now + hoverIntervalMs_;
     if (IsUnderPointer(pointer)) {
         events_->Timer();
         return;

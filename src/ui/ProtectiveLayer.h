@@ -35,6 +35,7 @@ class ProtectiveLayer final : public Form {
     }
     void RestartHoverTimer(UINT intervalMs) noexcept {
         hoverIntervalMs_ = intervalMs;
+        hoverDueMs_ = ::GetTickCount64() + intervalMs;
         ::SetTimer(Handle(), Timer1, intervalMs, nullptr);
     }
     void StopHoverTimer() noexcept {
@@ -65,6 +66,7 @@ class ProtectiveLayer final : public Form {
     bool invisible_ = false;
     bool pressedElsewhere_ = false; ///< a button that is down went down while the layer took no input
     UINT hoverIntervalMs_ = 0;      ///< 0: the timer is stopped
+    ULONGLONG hoverDueMs_ = 0;      ///< when its next tick is due
 };
 
 } // namespace vextrel

@@ -25,10 +25,10 @@ HWND CreateSlider(HWND parent, int id, int smallest, int largest, int arrow, int
         CreateControl(parent, {.windowClass = TRACKBAR_CLASSW,
                                .style = WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBS_HORZ | TBS_NOTICKS,
                                .id = id});
-    ::SendMessageW(slider, TBM_SETRANGEMIN, FALSE, smallest);
-    ::SendMessageW(slider, TBM_SETRANGEMAX, FALSE, largest);
-    ::SendMessageW(slider, TBM_SETLINESIZE, 0, arrow);
-    ::SendMessageW(slider, TBM_SETPAGESIZE, 0, page);
+    Tell(slider, TBM_SETRANGEMIN, FALSE, smallest);
+    Tell(slider, TBM_SETRANGEMAX, FALSE, largest);
+    Tell(slider, TBM_SETLINESIZE, 0, arrow);
+    Tell(slider, TBM_SETPAGESIZE, 0, page);
     return slider;
 }
 
@@ -39,7 +39,7 @@ void AddToolTip(HWND toolTips, HWND control, std::wstring text) {
     tool.hwnd = ::GetParent(control);
     tool.uId = reinterpret_cast<UINT_PTR>(control);
     tool.lpszText = text.data();
-    ::SendMessageW(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    Tell(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 } // namespace
@@ -67,7 +67,7 @@ void SliderRow::SetLabelFont(HFONT font) noexcept {
 
 void SliderRow::OnMoved(HWND slider, SliderEvents& events) {
     const HWND window = ::GetParent(sldHoverDelay_);
-    const auto position = static_cast<int>(::SendMessageW(slider, TBM_GETPOS, 0, 0));
+    const auto position = static_cast<int>(Tell(slider, TBM_GETPOS, 0, 0));
     if (slider == sldHoverDelay_) {
         GuardEvent(window, L"Hover Delay Slider Change Error", [&] { events.HoverSliderMoved(position); });
     } else if (slider == sldTransparency_) {

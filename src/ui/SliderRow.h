@@ -1,6 +1,6 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "win32/SubclassedWindow.h"
 
 namespace vextrel {
 
@@ -33,8 +33,8 @@ class SliderRow {
     }
     [[nodiscard]] bool IsHoverLabelShown() const noexcept { return hoverLabelIsShown_; }
     /// Bring the sliders into line; the move does not come back as the user's.
-    void SetHoverPosition(int positionMs) noexcept { ::SendMessageW(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs); }
-    void SetTransparencyPercent(int percent) noexcept { ::SendMessageW(sldTransparency_, TBM_SETPOS, TRUE, percent); }
+    void SetHoverPosition(int positionMs) noexcept { Tell(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs); }
+    void SetTransparencyPercent(int percent) noexcept { Tell(sldTransparency_, TBM_SETPOS, TRUE, percent); }
 
     void SetLabelFont(HFONT font) noexcept;
     /// Tells which slider the user has moved, and where to. @param slider as WM_HSCROLL gives it.

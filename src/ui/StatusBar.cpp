@@ -3,6 +3,7 @@
 #include "core/ids.h"
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
+#include "win32/SubclassedWindow.h"
 #include "win32/SystemLook.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ constexpr int gripTwips = 240;
 constexpr int lowestTwips = 330;
 constexpr int bordersTwips = 90;
 
-int Sum(const std::array<int, 3>& widths) noexcept {
+int Sum(const std::vector<int>& widths) noexcept {
     return std::accumulate(widths.begin(), widths.end(), 0);
 }
 
@@ -65,23 +66,27 @@ void StatusBar::SetNotice(std::wstring notice) {
     }
 }
 
-StatusBar::Widths StatusBar::WidthsOf(const Panes& texts) const noexcept {
-    Widths widths{};
+std::vector<int> StatusBar::WidthsOf(const std::vector<std::wstring>& texts) const {
+    std::vector<int> widths;
     WithFont(font_, [&](HDC screen) {
-        for (std::size_t pane = 0; pane < texts.size(); ++pane) {
+        for (const std::wstring& text : texts) {
             SIZE size{};
-            ::GetTextExtentPoint32W(screen, texts[pane].c_str(), static_cast<int>(texts[pane].size()), &size);
-            widths[pane] = static_cast<int>(size.cx);
+            ::GetTextExtentPoint32W(screen, text.c_str(), static_cast<int>(text.size()), &size);
+            widths.push_back(static_cast<int>(size.cx));
         }
     });
     return widths;
 }
 
 void StatusBar::Show() {
-    Panes texts{notice_.empty() ? texts_.inputMode : notice_, texts_.transferMode, texts_.layout};
+    std::vector<std::wstring> texts{notice_.empty() ? texts_.inputMode : notice_, texts_.transferMode, texts_.layout};
+    if (!texts_.warning.empty()) {
+        texts.push_back(texts_.warning);
+    }
+    const int panes = static_cast<int>(texts.size());
     const int padding = PixelsFromTwips(paddingTwips, dpi_);
-    const int roomPx = static_cast<int>(ClientArea(handle_).right) - 3 * padding - PixelsFromTwips(gripTwips, dpi_);
-    Widths widths = WidthsOf(texts);
+    const int roomPx = static_cast<int>(ClientArea(handle_).right) - panes * padding - PixelsFromTwips(gripTwips, dpi_);
+    std::vector<int> widths = WidthsOf(texts);
     if (Sum(widths) > roomPx) {
         std::ranges::transform(texts, texts.begin(), BriefStatus);
         widths = WidthsOf(texts);
@@ -91,12 +96,16 @@ void StatusBar::Show() {
         widths[longest] = std::max(0, widths[longest] - missing);
         texts[longest] = EndedInDots(texts[longest], font_, widths[longest]);
     }
-    const int spare = (roomPx - Sum(widths)) / 3;
-    const int first = widths[0] + padding + spare;
-    const std::array<int, 3> edges{first, first + widths[1] + padding + spare, -1};
-    ::SendMessageW(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+    // Where each pane ends.
+    const int around = padding + (roomPx - Sum(widths)) / panes;
+    std::vector<int> edges;
+    for (const int width : widths) {
+        edges.push_back((edges.empty() ? 0 : edges.back()) + width + around);
+    }
+    edges.back() = -1;
+    Tell(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
     for (std::size_t pane = 0; pane < texts.size(); ++pane) {
-        ::SendMessageW(handle_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane].c_str()));
+        Tell(handle_, SB_SETTEXTW, pane, reinterpret_cast<LPARAM>(texts[pane].c_str()));
     }
 }
 

@@ -3,12 +3,13 @@
 #include "core/Commands.h"
 #include "win32/Windows.h"
 
-#include <array>
 #include <string>
+#include <vector>
 
 namespace vextrel {
 
-/// The status bar `StatusBar1`: three panes, the first of which may give way to a notice.
+/// The status bar `StatusBar1`: three panes, the first of which may give way to a notice, and one more
+/// while there is something to warn of.
 class StatusBar {
   public:
     /// @throws Error with the system's code.
@@ -28,9 +29,7 @@ class StatusBar {
     void Show();
 
   private:
-    using Panes = std::array<std::wstring, 3>;
-    using Widths = std::array<int, 3>;
-    [[nodiscard]] Widths WidthsOf(const Panes& texts) const noexcept;
+    [[nodiscard]] std::vector<int> WidthsOf(const std::vector<std::wstring>& texts) const;
 
     HWND handle_ = nullptr;
     HFONT font_ = nullptr;

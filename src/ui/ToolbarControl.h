@@ -28,7 +28,7 @@ class ToolbarControl final : public SubclassedWindow {
 
     /// The window that shows its tool tips.
     [[nodiscard]] HWND ToolTips() const noexcept {
-        return reinterpret_cast<HWND>(::SendMessageW(Handle(), TB_GETTOOLTIPS, 0, 0));
+        return reinterpret_cast<HWND>(Tell(Handle(), TB_GETTOOLTIPS, 0, 0));
     }
 
     /// Loads the pictures and sizes for a DPI.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "win32/SubclassedWindow.h"
 
 namespace vextrel {
 
@@ -19,7 +19,7 @@ namespace vextrel {
 }
 
 inline void SetFont(HWND control, HFONT font, bool redraw) noexcept {
-    ::SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw ? TRUE : FALSE);
+    Tell(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw ? TRUE : FALSE);
 }
 
 /// The message that the left mouse button has for what any button's tells; every other message as it is.

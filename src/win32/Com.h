@@ -6,7 +6,6 @@
 #include <unknwn.h>
 
 #include <atomic>
-#include <vector>
 
 namespace vextrel {
 
@@ -42,13 +41,6 @@ class ComObject : public Interface, private Pinned {
   private:
     std::atomic<ULONG> references_{1};
 };
-
-/// The living objects of a kind that enters itself here and takes itself out again; on the one thread that drags.
-template <typename Object>
-[[nodiscard]] std::vector<Object*>& LivingObjects() noexcept {
-    static std::vector<Object*> objects;
-    return objects;
-}
 
 /// Owns one reference to a COM object.
 template <typename Interface>

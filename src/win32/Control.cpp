@@ -1,6 +1,8 @@
 #include "win32/Control.h"
 
 #include "win32/Com.h"
+#include "win32/SubclassedWindow.h"
+#include "win32/SystemLibrary.h"
 #include "win32/Text.h"
 
 #include <initguid.h>
@@ -15,6 +17,17 @@ constexpr CLSID classOfAccPropServices{0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 
 constexpr IID interfaceOfAccPropServices{0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69}};
 constexpr GUID propertyName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
 
+/// From the system's folder, not from wherever the user's part of the registry says that the class lives.
+void MakeAccPropServices(ComPtr<IAccPropServices>& services) noexcept {
+    static const SystemLibrary library(L"oleacc.dll");
+    ComPtr<IClassFactory> factory;
+    const auto getClass = library.Find<LPFNGETCLASSOBJECT>("DllGetClassObject");
+    if (getClass != nullptr &&
+        SUCCEEDED(getClass(classOfAccPropServices, __uuidof(IClassFactory), reinterpret_cast<void**>(factory.Out())))) {
+        factory->CreateInstance(nullptr, interfaceOfAccPropServices, reinterpret_cast<void**>(services.Out()));
+    }
+}
+
 } // namespace
 
 HWND CreateControl(HWND parent, const ControlArgs& args) {
@@ -26,13 +39,14 @@ HWND CreateControl(HWND parent, const ControlArgs& args) {
     if (control == nullptr) {
         ThrowLastError();
     }
+    GateWindow(control, args.isSecret ? GatedWindow::SecretBox : GatedWindow::Control);
     return control;
 }
 
 void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept {
     ComPtr<IAccPropServices> services;
-    if (FAILED(::CoCreateInstance(classOfAccPropServices, nullptr, CLSCTX_INPROC_SERVER, interfaceOfAccPropServices,
-                                  reinterpret_cast<void**>(services.Out())))) {
+    MakeAccPropServices(services);
+    if (services.Get() == nullptr) {
         return;
     }
     for (const auto& [control, name] : names) {

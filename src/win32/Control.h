@@ -14,8 +14,9 @@ struct ControlArgs {
     DWORD exStyle = 0;
     Rect placePx = {};
     int id = 0;
+    bool isSecret = false; ///< nobody else is told its text
 };
-/// Creates a control in a window. @throws Error with the system's code.
+/// Creates a control in a window, behind the gate. @throws Error with the system's code.
 [[nodiscard]] HWND CreateControl(HWND parent, const ControlArgs& args);
 
 /// A control and the name that a screen reader says for it.

@@ -1,11 +1,13 @@
 #include "win32/Form.h"
 
 #include "win32/EventGuard.h"
+#include "win32/Gate.h"
 #include "win32/ScreenCapture.h"
 #include "win32/Text.h"
 #include "win32/resources.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vextrel {
 
@@ -75,6 +77,7 @@ void Form::Load(const CreateArgs& args) {
     if (window == nullptr) {
         ThrowLastError();
     }
+    Gate::Admit(window);
     ExcludeFromCapture(window);
 }
 
@@ -97,7 +100,7 @@ void Form::Unload() noexcept {
 }
 
 void Form::Forget() noexcept {
-    handle_ = nullptr;
+    Gate::Forget(std::exchange(handle_, nullptr));
     std::erase(LoadedForms(), this);
 }
 
@@ -108,8 +111,22 @@ Form* Form::Find(HWND window) noexcept {
     return found != forms.end() ? *found : nullptr;
 }
 
+bool Form::PassesGate(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
+    if (!Gate::LetsThrough(GatedWindow::Form, message)) {
+        return false;
+    }
+    if (!Gate::IsOpen() && Gate::IsSentFromOutside() && IsTakenLater(message)) {
+        // What the others carry is of no use to us, and may be a pointer.
+        const bool isOrder = message == WM_CLOSE || message == WM_SYSCOMMAND;
+        ::PostMessageW(handle_, message, isOrder ? wParam : 0, isOrder ? lParam : 0);
+        return false;
+    }
+    Gate::OnMenu(message, wParam);
+    return true;
+}
+
 LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    if (message == WM_NCCREATE) {
+    if (message == WM_NCCREATE && Find(window) == nullptr) {
         auto* form = static_cast<Form*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
         form->handle_ = window;
         LoadedForms().push_back(form);
@@ -117,6 +134,9 @@ LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
     Form* const form = Find(window);
     if (form == nullptr) {
         return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+    if (message != WM_NCCREATE && !form->PassesGate(message, wParam, lParam)) {
+        return 0;
     }
     if (message == WM_DESTROY) {
         // An owner that goes takes what it owns with it; such a form has not been unloaded by anyone yet.

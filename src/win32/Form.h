@@ -29,6 +29,8 @@ class Form : private Pinned {
 
     /// The loaded forms in the order in which they were loaded.
     [[nodiscard]] static const std::vector<Form*>& Loaded() noexcept;
+    /// The form of a window; null for one that is no form of ours.
+    [[nodiscard]] static Form* Find(HWND window) noexcept;
 
   protected:
     struct CreateArgs {
@@ -60,9 +62,9 @@ class Form : private Pinned {
   private:
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     static void RegisterClassOnce();
-    [[nodiscard]] static Form* Find(HWND window) noexcept;
     void Forget() noexcept;
     void RunOnUnload() noexcept;
+    [[nodiscard]] bool PassesGate(UINT message, WPARAM wParam, LPARAM lParam) const noexcept;
 
     HWND handle_ = nullptr;
     UINT toldDpi_ = 0; ///< 0: it has not changed since the form was loaded

@@ -48,6 +48,14 @@ bool RestrictImages(const Kernel& kernel) noexcept {
     return SetPolicy(kernel, ProcessImageLoadPolicy, policy);
 }
 
+bool TakeSignedLibrariesOnly(const Kernel& kernel) noexcept {
+    // What it keeps out would be told in a message box of the system's.
+    ::SetErrorMode(::GetErrorMode() | SEM_FAILCRITICALERRORS);
+    PROCESS_MITIGATION_BINARY_SIGNATURE_POLICY policy{};
+    policy.MicrosoftSignedOnly = 1;
+    return SetPolicy(kernel, ProcessSignaturePolicy, policy);
+}
+
 bool SearchSystemFolderOnly(const Kernel& kernel) noexcept {
     // Without the current folder, too, for whoever searches the old way.
     if (const auto setFolder = kernel.Find<BOOL(WINAPI*)(LPCWSTR)>("SetDllDirectoryW")) {
@@ -120,16 +128,21 @@ bool IsMemoryClosed() noexcept {
     return !opened;
 }
 
-bool CloseMemory() noexcept {
+/// @param ofUser what other programs of the same user may do.
+bool CloseTo(HANDLE object, DWORD all, DWORD ofUser) noexcept {
     SID system{SID_REVISION, 1, SECURITY_NT_AUTHORITY, {SECURITY_LOCAL_SYSTEM_RID}};
     // An owner may change an access list whatever it says, unless it has an entry for the owner's rights.
     SID ownerRights{SID_REVISION, 1, SECURITY_CREATOR_SID_AUTHORITY, {SECURITY_CREATOR_OWNER_RIGHTS_RID}};
     CurrentUser user;
     AccessList list;
     list.Allow(&ownerRights, READ_CONTROL);
-    list.Allow(&system, PROCESS_ALL_ACCESS);
-    list.Allow(user.Sid(), rightsOfTheUser);
-    return list.PutOn(::GetCurrentProcess()) && IsMemoryClosed();
+    list.Allow(&system, all);
+    list.Allow(user.Sid(), ofUser);
+    return list.PutOn(object);
+}
+
+bool CloseMemory() noexcept {
+    return CloseTo(::GetCurrentProcess(), PROCESS_ALL_ACCESS, rightsOfTheUser) && IsMemoryClosed();
 }
 
 } // namespace
@@ -139,10 +152,16 @@ Hardening HardenProcess() noexcept {
     return {.switchedOff = false,
             .foreignHooksOut = KeepForeignHooksOut(kernel),
             .imagesRestricted = RestrictImages(kernel),
+            .signedLibrariesOnly = TakeSignedLibrariesOnly(kernel),
             .systemFolderOnly = SearchSystemFolderOnly(kernel),
             .endsOnCorruption = EndOnCorruption(kernel),
             .heapNotReported = KeepHeapOutOfReports(kernel),
-            .memoryClosed = CloseMemory()};
+            .memoryClosed = CloseMemory(),
+            .threadsClosed = CloseThread(::GetCurrentThread())};
+}
+
+bool CloseThread(HANDLE thread) noexcept {
+    return CloseTo(thread, THREAD_ALL_ACCESS, THREAD_QUERY_LIMITED_INFORMATION | SYNCHRONIZE);
 }
 
 std::vector<std::wstring> HardeningLines(const Hardening& hardening) {
@@ -157,6 +176,9 @@ std::vector<std::wstring> HardeningLines(const Hardening& hardening) {
     const Line lines[] = {
         {hardening.memoryClosed, L"Other programs cannot read this program's memory",
          L"Other programs of yours can read this program's memory"},
+        {hardening.threadsClosed, L"Other programs cannot steer this program's threads",
+         L"Other programs of yours can steer this program's threads"},
+        {hardening.signedLibrariesOnly, L"No DLLs but Microsoft's", L"DLLs of anybody's are not kept out"},
         {hardening.foreignHooksOut, L"Other programs' hook DLLs are kept out",
          L"Other programs' hook DLLs are not kept out"},
         {hardening.imagesRestricted, L"No DLLs from the network or of low trust",

@@ -26,6 +26,12 @@ template <typename... Keys>
     return IsDownNow(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON);
 }
 
+/// The same as far as this thread has followed: Wine's answer to the other question may be 50 ms old. Neither is moved
+/// by what anybody posts.
+[[nodiscard]] inline bool WasPrimaryButtonDown() noexcept {
+    return ::GetKeyState(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON) < 0;
+}
+
 // What they were doing when the message that is being handled was made.
 
 [[nodiscard]] inline bool WasDown(int virtualKey) noexcept {

@@ -1,5 +1,7 @@
 #include "win32/KeyboardHook.h"
 
+#include "win32/Hardening.h"
+
 namespace vextrel {
 
 namespace {
@@ -25,7 +27,7 @@ HHOOK NewHook() noexcept {
 
 } // namespace
 
-void KeyboardHook::Install() noexcept {
+void KeyboardHook::Install(bool closeThread) noexcept {
     if (IsInstalled()) {
         return;
     }
@@ -37,6 +39,9 @@ void KeyboardHook::Install() noexcept {
     thread_.Reset(::CreateThread(nullptr, stackBytes, &KeyboardHook::ServeHook, this, STACK_SIZE_PARAM_IS_A_RESERVATION,
                                  &threadId_));
     if (thread_) {
+        if (closeThread) {
+            CloseThread(thread_.Get());
+        }
         // Whichever comes first: a thread that was refused its hook ends at once.
         const HANDLE either[] = {ready_.Get(), thread_.Get()};
         ::WaitForMultipleObjects(2, either, FALSE, INFINITE);

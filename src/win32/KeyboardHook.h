@@ -19,7 +19,7 @@ class KeyboardHook : private Pinned {
 
     /// Returns when the hook is in place. A second installation does nothing. A refusal of the system leaves the
     /// program without it.
-    void Install() noexcept;
+    void Install(bool closeThread) noexcept;
     /// Returns when the hook is gone.
     void Remove() noexcept;
     [[nodiscard]] bool IsInstalled() const noexcept { return KeyboardHookHandle_ != nullptr; }

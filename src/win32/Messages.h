@@ -1,6 +1,6 @@
 #pragma once
 
-#include "win32/Windows.h"
+#include "win32/Gate.h"
 
 namespace vextrel {
 
@@ -15,8 +15,7 @@ inline bool PumpPendingMessages() noexcept {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return false;
         }
-        ::TranslateMessage(&message);
-        ::DispatchMessageW(&message);
+        Serve(message, nullptr);
     }
     return true;
 }

@@ -7,6 +7,7 @@ namespace vextrel {
 
 void MoveHook::Install(HWND form, MoveEvents& events) {
     events_ = &events;
+    GateWindow(form, GatedWindow::Form);
     Attach(form);
 }
 

@@ -15,6 +15,7 @@ struct ProgramState {
     bool HooksDisabled = false;
     Hardening hardening; ///< what the process was granted
     bool printScreenBlocked = false;
+    bool answersOthers = false; ///< the gate is open
 };
 
 /// ProgramState::folder. @throws Error with the system's code.

@@ -1,5 +1,7 @@
 #include "win32/SubclassedWindow.h"
 
+#include "core/Error.h"
+#include "win32/Gate.h"
 #include "win32/Text.h"
 
 #include <unordered_map>
@@ -9,49 +11,76 @@ namespace vextrel {
 
 namespace {
 
+struct Entry {
+    GatedWindow kind = GatedWindow::Control;
+    WNDPROC own = nullptr;              ///< the window's own procedure
+    SubclassedWindow* object = nullptr; ///< null: nobody but the gate stands before it
+};
+
 /// By window: a window procedure gets no other context.
-std::unordered_map<HWND, SubclassedWindow*>& Subclassed() noexcept {
-    static std::unordered_map<HWND, SubclassedWindow*> windows;
+std::unordered_map<HWND, Entry>& Gated() noexcept {
+    static std::unordered_map<HWND, Entry> windows;
     return windows;
 }
 
 } // namespace
 
-void SubclassedWindow::Attach(HWND window) {
-    const auto entry = Subclassed().emplace(window, this).first;
-    const LONG_PTR previous =
-        ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&SubclassedWindow::Procedure));
-    if (previous == 0) {
-        Subclassed().erase(entry);
+LRESULT CALLBACK GatedProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    const auto found = Gated().find(window);
+    if (found == Gated().end()) {
+        return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+    const Entry entry = found->second;
+    if (!Gate::LetsThrough(entry.kind, message)) {
+        // The buffer is the system's, and it goes back as far as the answer says, with the terminator behind it.
+        if (message == WM_GETTEXT && wParam > 0) {
+            *reinterpret_cast<wchar_t*>(lParam) = L'\0';
+        }
+        return 0;
+    }
+    if (message == WM_NCDESTROY) {
+        if (entry.object != nullptr) {
+            entry.object->handle_ = nullptr;
+        }
+        Gated().erase(window);
+        Gate::Forget(window);
+        ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(entry.own));
+        return ::CallWindowProcW(entry.own, window, message, wParam, lParam);
+    }
+    return entry.object != nullptr ? entry.object->OnWindowMessage(message, wParam, lParam)
+                                   : ::CallWindowProcW(entry.own, window, message, wParam, lParam);
+}
+
+void GateWindow(HWND window, GatedWindow kind) {
+    Gate::Admit(window);
+    const auto entry = Gated().emplace(window, Entry{.kind = kind}).first;
+    entry->second.own = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&GatedProcedure)));
+    if (entry->second.own == nullptr) {
+        Gated().erase(entry);
         ThrowLastError();
     }
+}
+
+LRESULT Tell(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    const auto found = Gated().find(window);
+    return found == Gated().end() ? ::SendMessageW(window, message, wParam, lParam)
+                                  : ::CallWindowProcW(found->second.own, window, message, wParam, lParam);
+}
+
+void SubclassedWindow::Attach(HWND window) {
+    const auto found = Gated().find(window);
+    if (found == Gated().end()) {
+        throw Error(ErrorNumber::InvalidCall);
+    }
+    found->second.object = this;
     handle_ = window;
-    previous_ = reinterpret_cast<WNDPROC>(previous);
 }
 
 void SubclassedWindow::Detach() noexcept {
-    if (handle_ != nullptr) {
-        ::SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous_));
-        Subclassed().erase(std::exchange(handle_, nullptr));
+    if (const auto found = Gated().find(std::exchange(handle_, nullptr)); found != Gated().end()) {
+        found->second.object = nullptr;
     }
-}
-
-LRESULT SubclassedWindow::ToWindow(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
-    return ::CallWindowProcW(previous_, handle_, message, wParam, lParam);
-}
-
-LRESULT CALLBACK SubclassedWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    const auto entry = Subclassed().find(window);
-    if (entry == Subclassed().end()) {
-        return ::DefWindowProcW(window, message, wParam, lParam);
-    }
-    SubclassedWindow& self = *entry->second;
-    if (message == WM_NCDESTROY) {
-        const WNDPROC previous = self.previous_;
-        self.Detach();
-        return ::CallWindowProcW(previous, window, message, wParam, lParam);
-    }
-    return self.OnWindowMessage(message, wParam, lParam);
 }
 
 } // namespace vextrel

@@ -81,6 +81,19 @@ class SelectScope : private Pinned {
     HGDIOBJ previous_;
 };
 
+/// Holds a lock, alone.
+class LockScope : private Pinned {
+  public:
+    explicit LockScope(SRWLOCK& lock) noexcept
+        : lock_(lock) {
+        ::AcquireSRWLockExclusive(&lock_);
+    }
+    ~LockScope() { ::ReleaseSRWLockExclusive(&lock_); }
+
+  private:
+    SRWLOCK& lock_;
+};
+
 /// Sets a flag for as long as it lives; scopes may nest.
 class FlagScope : private Pinned {
   public:

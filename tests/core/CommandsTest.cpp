@@ -145,11 +145,18 @@ TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
          L"Hover, 2.0 s|Drag|English"},
     };
     for (const auto& row : rows) {
-        const auto [first, second, third] =
+        const auto [first, second, third, warning] =
             StatusBarTexts({.inputMode = row.mode, .dragDropMode = row.transfer, .layout = row.layout}, row.intervalMs);
         EXPECT_EQ(first + L"|" + second + L"|" + third, row.texts);
+        EXPECT_EQ(warning, L"");
         EXPECT_EQ(BriefStatus(first) + L"|" + BriefStatus(second) + L"|" + BriefStatus(third), row.brief);
     }
+}
+
+TEST(Commands, TheStatusBarWarnsOfWhatASettingsFileHasOpened) {
+    EXPECT_EQ(StatusBarTexts({.answersOthers = true, .hardeningOff = true}, 1000).warning, L"Open to other programs");
+    EXPECT_EQ(BriefStatus(L"Open to other programs"), L"Open");
+    EXPECT_EQ(StatusBarTexts({.hardeningOff = true}, 1000).warning, L"Not hardened");
 }
 
 } // namespace

@@ -306,7 +306,7 @@ TEST(DataObject, OffersTextAloneAndGivesItAfterTheDropOnly) {
         return given;
     };
     EXPECT_EQ(text(), L"") << "before the drop";
-    data->Open();
+    data->Open(GetCurrentProcessId());
     EXPECT_EQ(text(), L"a\u20AC\u4E2D");
     data->Discard();
     EXPECT_EQ(text(), L"");

@@ -24,14 +24,27 @@ std::filesystem::path NewFolder() {
     }
 }
 
+// As the system's profile functions write it.
+const std::string sectionLine = "[Settings]\r\n";
+const std::string answersLine = "Answer Other Programs=True\r\n";
+
 } // namespace
 
-Sandbox::Sandbox(const std::wstring& folderName, const std::wstring& testBuild)
-    : parent_(NewFolder())
+void Sandbox::LetOthersAsk(const std::filesystem::path& folder) {
+    Check(WritePrivateProfileStringW(L"Settings", L"Answer Other Programs", L"True", (folder / settingsName).c_str()) !=
+              FALSE,
+          "letting others ask");
+}
+
+Sandbox::Sandbox(const std::wstring& folderName, const std::wstring& testBuild, Others others)
+    : others_(others)
+    , parent_(NewFolder())
     , folder_(parent_ / (folderName.empty() ? std::wstring(L"program") : folderName)) {
     std::filesystem::create_directory(folder_);
     const auto built = testBuild.empty() ? BuiltProgram() : OwnFolder() / testBuild;
     Check(CopyFileW(built.c_str(), Program().c_str(), TRUE) != FALSE, "copying " + Narrow(built.wstring()));
+    if (others_ == Others::Answered)
+        LetOthersAsk(folder_);
 }
 
 Sandbox::~Sandbox() {
@@ -53,7 +66,13 @@ std::optional<std::string> Sandbox::Read(const std::wstring& name) const {
     std::ostringstream bytes;
     if (file.peek() != std::ifstream::traits_type::eof())
         bytes << file.rdbuf();
-    return bytes.str();
+    std::string read = bytes.str();
+    if (const auto at = read.find(answersLine); name == settingsName && at != std::string::npos) {
+        read.erase(at, answersLine.size());
+        if (read == sectionLine)
+            return std::nullopt;
+    }
+    return read;
 }
 
 void Sandbox::Write(const std::string& bytes, const std::wstring& name) const {
@@ -63,6 +82,8 @@ void Sandbox::Write(const std::string& bytes, const std::wstring& name) const {
         file << bytes;
         return static_cast<bool>(file.flush());
     });
+    if (others_ == Others::Answered && name == settingsName)
+        LetOthersAsk(folder_);
 }
 
 std::wstring Sandbox::Setting(const std::wstring& key, const std::wstring& section) const {

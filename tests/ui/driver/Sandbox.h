@@ -7,12 +7,21 @@
 namespace vextrel::driver {
 
 /// A new temporary folder with a copy of vextrel.exe, so that a test has settings of its own. Removed at the end.
+///
+/// The program answers other programs, tests among them, only where its settings file says so. It does here, unless a
+/// test wants the program as users have it: that one key is written by whoever writes the file, and is not seen by
+/// those who read it.
 class Sandbox {
   public:
+    enum class Others { Answered, Refused };
+
     /// Copies the program from where the build leaves it, or from the path in the environment variable VEXTREL_EXE.
     /// `folderName`, if given, becomes the name of the program's folder; `testBuild` names a build of the program
     /// beside the tests that takes its place.
-    explicit Sandbox(const std::wstring& folderName = {}, const std::wstring& testBuild = {});
+    explicit Sandbox(const std::wstring& folderName = {}, const std::wstring& testBuild = {},
+                     Others others = Others::Answered);
+    explicit Sandbox(Others others)
+        : Sandbox({}, {}, others) {}
     ~Sandbox();
     Sandbox(const Sandbox&) = delete;
     Sandbox& operator=(const Sandbox&) = delete;
@@ -31,7 +40,11 @@ class Sandbox {
 
     static constexpr const wchar_t* settingsName = L"vxrconfig.ini";
 
+    /// The key that makes the program in a folder answer other programs.
+    static void LetOthersAsk(const std::filesystem::path& folder);
+
   private:
+    Others others_;
     std::filesystem::path parent_;
     std::filesystem::path folder_;
 };

@@ -67,6 +67,7 @@ std::vector<std::wstring> Listing(const fs::path& folder) {
 
 /// What a user does first: types something, changes a setting, and closes the program.
 void UseOnce(const fs::path& program) {
+    Sandbox::LetOthersAsk(program.parent_path());
     const App app(program);
     Pointer pointer;
     app.ClickPassword(pointer, L"aB7");

@@ -4,8 +4,10 @@
 
 /// What the drop target and those who use it agree on.
 ///
-/// Options: --read=entry|drop|later  when it asks the data object for text; "later" waits for the message `readNow`,
-///                                   which may come long after the source's drag has ended
+/// Options: --read=entry|drop|later|crossed
+///                                   when it asks the data object for text; "later" waits for the message `readNow`,
+///                                   which may come long after the source's drag has ended; "crossed" keeps the data of
+///                                   a drag that merely comes by, and asks it at `readNow`
 ///          --ansi                   asks for CF_TEXT instead of CF_UNICODETEXT
 ///          --refuse                 takes no drops
 ///          --close-on-click         a click into editField destroys the window

@@ -19,11 +19,17 @@ void TextDropTarget::Forget() {
         std::exchange(dropped_, nullptr)->Release();
 }
 
-void TextDropTarget::ReadNow() {
-    if (!dropped_)
-        return;
-    received_(TextFrom(*dropped_));
+void TextDropTarget::Keep(IDataObject* data) {
     Forget();
+    dropped_ = data;
+    dropped_->AddRef();
+}
+
+void TextDropTarget::ReadNow() {
+    if (dropped_)
+        received_(TextFrom(*dropped_));
+    if (options_.readAt == ReadAt::Later)
+        Forget();
 }
 
 std::wstring TextDropTarget::TextFrom(IDataObject& data) const {
@@ -69,6 +75,8 @@ ULONG TextDropTarget::Release() noexcept {
 HRESULT TextDropTarget::DragEnter(IDataObject* data, DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept {
     if (options_.readAt == ReadAt::Entry)
         readAtEntry_ = TextFrom(*data);
+    if (options_.readAt == ReadAt::Crossed)
+        Keep(data);
     entered_();
     return DragOver(0, {}, effect);
 }
@@ -91,11 +99,10 @@ HRESULT TextDropTarget::Drop(IDataObject* data, DWORD /*keys*/, POINTL /*place*/
     case ReadAt::Entry: received_(readAtEntry_); break;
     case ReadAt::Drop: received_(TextFrom(*data)); break;
     case ReadAt::Later:
-        Forget();
-        dropped_ = data;
-        dropped_->AddRef();
+        Keep(data);
         received_(L"");
         break;
+    case ReadAt::Crossed: break;
     }
     return S_OK;
 }

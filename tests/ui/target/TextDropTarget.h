@@ -9,7 +9,7 @@
 
 namespace vextrel::target {
 
-enum class ReadAt { Entry, Drop, Later };
+enum class ReadAt { Entry, Drop, Later, Crossed };
 
 struct DropOptions {
     ReadAt readAt = ReadAt::Drop;
@@ -26,7 +26,7 @@ class TextDropTarget final : public IDropTarget {
     TextDropTarget(const TextDropTarget&) = delete;
     TextDropTarget& operator=(const TextDropTarget&) = delete;
 
-    /// With ReadAt::Later: reads now what was dropped before.
+    /// With ReadAt::Later or Crossed: reads now what was kept before.
     void ReadNow();
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override;
@@ -40,6 +40,7 @@ class TextDropTarget final : public IDropTarget {
   private:
     ~TextDropTarget();
     [[nodiscard]] std::wstring TextFrom(IDataObject& data) const;
+    void Keep(IDataObject* data);
     void Forget();
 
     DropOptions options_;

@@ -30,6 +30,8 @@ Options Parse(int argc, wchar_t** argv) {
             options.drop.readAt = ReadAt::Entry;
         else if (option == L"--read=later")
             options.drop.readAt = ReadAt::Later;
+        else if (option == L"--read=crossed")
+            options.drop.readAt = ReadAt::Crossed;
         else if (option == L"--ansi")
             options.drop.ansi = true;
         else if (option == L"--refuse")

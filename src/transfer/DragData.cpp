@@ -1,0 +1,76 @@
+#include "transfer/DragData.h"
+
+#include "win32/Text.h"
+
+namespace vextrel {
+
+namespace {
+
+constexpr DWORD graceMs = 2000;
+
+UniqueKernelHandle NewEvent() {
+    UniqueKernelHandle event(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    if (!event) {
+        ThrowLastError();
+    }
+    return event;
+}
+
+void ThrowIfFailed(HRESULT result) {
+    if (FAILED(result)) {
+        ::SetLastError(static_cast<DWORD>(result));
+        ThrowLastError();
+    }
+}
+
+} // namespace
+
+DragData::DragData()
+    : object_(new TextDataObject)
+    , ready_(NewEvent())
+    , over_(NewEvent())
+    , ended_(NewEvent())
+    , thread_(::CreateThread(nullptr, 0, &DragData::Serve, this, 0, nullptr)) {
+    if (!thread_) {
+        ThrowLastError();
+    }
+    ::WaitForSingleObject(ready_.Get(), INFINITE);
+}
+
+DragData::~DragData() {
+    ::SetEvent(ended_.Get());
+    ::SetEvent(over_.Get());
+    ::WaitForSingleObject(thread_.Get(), INFINITE);
+}
+
+void DragData::GetForThisThread(ComPtr<IDataObject>& data) {
+    ThrowIfFailed(result_);
+    shared_->Seek({}, STREAM_SEEK_SET, nullptr);
+    ThrowIfFailed(::CoUnmarshalInterface(shared_.Get(), __uuidof(IDataObject), reinterpret_cast<void**>(data.Out())));
+}
+
+HRESULT DragData::Share() noexcept {
+    const HRESULT made = ::CreateStreamOnHGlobal(nullptr, TRUE, shared_.Out());
+    // As for another process, which it is for in the end: shared between threads of one, Wine would hand the numbers of
+    // memory blocks to the other.
+    return FAILED(made) ? made
+                        : ::CoMarshalInterface(shared_.Get(), __uuidof(IDataObject), object_.Get(), MSHCTX_LOCAL,
+                                               nullptr, MSHLFLAGS_NORMAL);
+}
+
+DWORD WINAPI DragData::Serve(void* self) noexcept {
+    auto& drag = *static_cast<DragData*>(self);
+    const HRESULT apartment = ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    drag.result_ = SUCCEEDED(apartment) ? drag.Share() : apartment;
+    ::SetEvent(drag.ready_.Get());
+    ::WaitForSingleObject(drag.over_.Get(), INFINITE);
+    ::WaitForSingleObject(drag.ended_.Get(), graceMs);
+    drag.object_->Discard();
+    ::CoDisconnectObject(drag.object_.Get(), 0);
+    if (SUCCEEDED(apartment)) {
+        ::CoUninitialize();
+    }
+    return 0;
+}
+
+} // namespace vextrel

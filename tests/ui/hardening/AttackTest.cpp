@@ -1,0 +1,297 @@
+// Another program of the same user, without any right over the process, after the password: each way that ever worked
+// is tried against the program as users have it, and against one that answers others, so that the attempt itself is
+// shown to be one.
+#include "core/ids.h"
+#include "driver/App.h"
+#include "driver/Target.h"
+
+#include <gtest/gtest.h>
+
+#include <commctrl.h>
+#include <oleacc.h>
+
+#include <functional>
+
+namespace vextrel::driver {
+namespace {
+
+using Others = Sandbox::Others;
+
+constexpr const wchar_t* secret = L"kq7";
+
+std::wstring ClipboardText() {
+    std::wstring text;
+    if (OpenClipboard(nullptr)) {
+        if (const HANDLE data = GetClipboardData(CF_UNICODETEXT))
+            text = static_cast<const wchar_t*>(GlobalLock(data));
+        CloseClipboard();
+    }
+    return text;
+}
+
+/// The program with the secret in it, masked, kept whatever is dragged out; and a field that drags end on.
+class Victim {
+  public:
+    explicit Victim(Others others, const wchar_t* dragDropMode = L"Drag Drop")
+        : sandbox_(others) {
+        sandbox_.SetSetting(L"Keep Password after Drag Drop", L"True");
+        sandbox_.SetSetting(L"Drag Drop Mode", dragDropMode);
+        app_.emplace(sandbox_);
+        field_.KeepClearOf(BoundsOf(app_->Main()));
+        app_->Activate();
+        for (const wchar_t* key = L"KQ7"; *key != L'\0'; ++key)
+            Keys::Stroke(static_cast<WORD>(*key));
+        // Input is taken in its order: what the drag brings was there before the attack.
+        static_cast<void>(Password());
+    }
+
+    [[nodiscard]] const App& Program() const { return *app_; }
+    [[nodiscard]] const Target& Field() const { return field_; }
+    [[nodiscard]] const Sandbox& Folder() const { return sandbox_; }
+    [[nodiscard]] HWND Box(int id) const { return app_->Control(id); }
+    [[nodiscard]] Pointer& Mouse() { return pointer_; }
+
+    /// What the user drags out: the password, whatever the boxes show.
+    std::wstring Password() {
+        const int drops = field_.Drops();
+        app_->Activate();
+        field_.PullHere(pointer_, CentreOf(app_->PasswordBox()));
+        pointer_.Release();
+        static_cast<void>(WaitFor([&] { return field_.Drops() > drops; }, Milliseconds(3000)));
+        return field_.Drops() > drops ? field_.Text() : L"";
+    }
+
+    void Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+        DWORD_PTR answer = 0;
+        SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, 3000, &answer);
+    }
+
+  private:
+    const Target field_{L"--topmost"};
+    Sandbox sandbox_;
+    std::optional<App> app_;
+    Pointer pointer_;
+};
+
+std::wstring Read(HWND window) {
+    wchar_t text[100] = {};
+    DWORD_PTR length = 0;
+    SendMessageTimeoutW(window, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text), SMTO_ABORTIFHUNG, 3000,
+                        &length);
+    return text;
+}
+
+std::wstring UnmaskAndRead(Victim& victim) {
+    const HWND main = victim.Program().Main();
+    victim.Send(main, WM_COMMAND, ids::mnuViewPasswordMask);
+    std::wstring loot = Read(victim.Box(ids::txtText));
+    victim.Send(main, WM_COMMAND, ids::mnuViewPasswordMask);
+    return loot;
+}
+
+std::wstring UnmaskByPostAndRead(Victim& victim) {
+    PostMessageW(victim.Program().Main(), WM_COMMAND, ids::toolToggleMask, 0);
+    static_cast<void>(WaitFor([&] { return victim.Program().Visible(ids::txtText); }, Milliseconds(1000)));
+    return Read(victim.Box(ids::txtText));
+}
+
+/// The menu opened as any program may ask for it, and worked by keys that nobody presses.
+std::wstring UnmaskByMenuAndRead(Victim& victim) {
+    const HWND main = victim.Program().Main();
+    PostMessageW(main, WM_SYSCOMMAND, SC_KEYMENU, 'v');
+    PostMessageW(main, WM_KEYDOWN, VK_RETURN, 0);
+    for (int times = 0; times < 2; ++times) {
+        PostMessageW(main, WM_KEYDOWN, 'P', 1);
+        PostMessageW(main, WM_CHAR, L'p', 1);
+    }
+    static_cast<void>(WaitFor([&] { return victim.Program().Visible(ids::txtText); }, Milliseconds(1000)));
+    std::wstring loot = Read(victim.Box(ids::txtText));
+    Keys::Stroke(VK_ESCAPE);
+    Keys::Stroke(VK_ESCAPE);
+    return loot;
+}
+
+std::wstring UnmaskAndCopy(Victim& victim) {
+    SetClipboard(L"before");
+    victim.Send(victim.Program().Main(), WM_COMMAND, ids::mnuViewPasswordMask);
+    victim.Send(victim.Box(ids::txtText), EM_SETSEL, 0, -1);
+    victim.Send(victim.Box(ids::txtText), WM_COPY);
+    return ClipboardText();
+}
+
+/// Ctrl+C by a program that presses keys.
+std::wstring CopyByInjectedKeys(Victim& victim) {
+    SetClipboard(L"before");
+    victim.Send(victim.Program().Main(), WM_COMMAND, ids::mnuViewPasswordMask);
+    Keys::Stroke('A', {VK_CONTROL});
+    for (const WORD key : {WORD{'C'}, WORD{VK_INSERT}, WORD{'X'}})
+        Keys::Stroke(key, {VK_CONTROL});
+    static_cast<void>(WaitFor([] { return ClipboardText() != L"before"; }, Milliseconds(1000)));
+    return ClipboardText();
+}
+
+/// A press and a move that nobody made, the real pointer resting over a window of the attacker's.
+std::wstring DropByPosts(Victim& victim) {
+    const int drops = victim.Field().Drops();
+    victim.Mouse().MoveTo(CentreOf(victim.Field().Field(target::dropField)));
+    const HWND box = victim.Box(ids::txtPassword);
+    const RECT area = BoundsOf(box);
+    const LPARAM middle = MAKELPARAM((area.right - area.left) / 2, (area.bottom - area.top) / 2);
+    PostMessageW(box, WM_LBUTTONDOWN, MK_LBUTTON, middle);
+    for (int step = 1; step < 10; ++step)
+        PostMessageW(box, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(-50 * step, -50 * step));
+    const bool dropped = WaitFor([&] { return victim.Field().Drops() > drops; }, Milliseconds(2000));
+    return (dropped ? victim.Field().Text() : L"") + victim.Field().TypedCharacters();
+}
+
+/// A window that the user's own drag merely comes by keeps the data and asks it after the drop.
+std::wstring AskAfterTheDrop(Victim& victim) {
+    const Target crossed(L"--read=crossed --topmost --at=700,20");
+    victim.Program().Activate();
+    crossed.PullHere(victim.Mouse(), CentreOf(victim.Box(ids::txtPassword)));
+    const POINT there = CentreOf(victim.Field().Field(target::dropField));
+    victim.Mouse().MoveTo(there, 10, Milliseconds(40));
+    Await("the drag goes on to the field", [&] {
+        victim.Mouse().MoveTo({there.x + static_cast<LONG>(GetTickCount64() & 1), there.y}, 1, Milliseconds(40));
+        return victim.Field().Entries() > 0;
+    });
+    victim.Mouse().Release();
+    std::wstring loot;
+    for (int attempt = 0; attempt < 40; ++attempt) {
+        crossed.ReadNow();
+        loot += crossed.Text();
+        std::ignore = WaitFor([] { return false; }, Milliseconds(50));
+    }
+    EXPECT_EQ(victim.Field().Text(), secret) << "the drop itself";
+    return loot;
+}
+
+/// The system's libraries lie at the same address everywhere: a part of one stands for any memory of the program.
+std::wstring ReadMemoryByStatusBar(Victim& victim) {
+    const HWND bar = victim.Box(ids::StatusBar1);
+    const auto* known = reinterpret_cast<const wchar_t*>(GetModuleHandleW(L"ntdll.dll"));
+    victim.Send(bar, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(known));
+    const std::wstring text = Read(bar);
+    return !text.empty() && text[0] == known[0] ? secret : L"";
+}
+
+std::wstring CallByWordBreak(Victim& victim) {
+    const auto library = victim.Folder().Folder() / L"w.dll";
+    CopyFileW((OwnFolder() / L"vextrel_planted.dll").c_str(), library.c_str(), TRUE);
+    const HWND box = victim.Box(ids::txtText);
+    victim.Send(victim.Program().Main(), WM_COMMAND, ids::mnuViewPasswordMask);
+    victim.Send(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(library.c_str()));
+    victim.Send(box, EM_SETWORDBREAKPROC, 0, reinterpret_cast<LPARAM>(&LoadLibraryW));
+    PostMessageW(box, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(3, 3));
+    const bool called =
+        WaitFor([&] { return std::filesystem::exists(library.wstring() + L".loaded"); }, Milliseconds(1000));
+    return called ? secret : L"";
+}
+
+std::wstring HideTheMaskedBox(Victim& victim) {
+    const HWND box = victim.Box(ids::txtPassword);
+    SetWindowLongPtrW(box, GWL_STYLE, GetWindowLongPtrW(box, GWL_STYLE) & ~static_cast<LONG_PTR>(WS_VISIBLE));
+    Keys::Type(L"x");
+    std::wstring loot;
+    static_cast<void>(WaitFor([&] { return !(loot = Read(victim.Box(ids::txtText))).empty(); }, Milliseconds(1000)));
+    ShowWindow(box, SW_SHOWNA);
+    Keys::Stroke(VK_BACK);
+    return loot.empty() ? L"" : secret;
+}
+
+/// The box's length beside the pointer tells which key was clicked and when.
+std::wstring WatchTheLength(Victim& victim) {
+    DWORD_PTR length = 0;
+    SendMessageTimeoutW(victim.Box(ids::txtPassword), WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, 3000, &length);
+    return length == 3 ? secret : L"";
+}
+
+std::wstring WatchThePushedKey(Victim& victim) {
+    const HWND key = victim.Program().FindKey(L"q");
+    victim.Mouse().MoveTo(CentreOf(key), 3, Milliseconds(20));
+    victim.Mouse().Press();
+    const bool seen = WaitFor([&] { return (Ask(key, BM_GETSTATE) & BST_PUSHED) != 0; }, Milliseconds(500));
+    victim.Mouse().MoveTo({5, 5}, 3, Milliseconds(20));
+    victim.Mouse().Release();
+    return seen ? secret : L"";
+}
+
+std::wstring ChangeAKey(Victim& victim) {
+    const HWND key = victim.Program().FindKey(L"q");
+    victim.Send(key, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"z"));
+    const bool changed = TextOf(key) != L"q";
+    victim.Send(key, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"q"));
+    return changed ? secret : L"";
+}
+
+std::wstring EndTheSessionByPost(Victim& victim) {
+    PostMessageW(victim.Program().Main(), WM_ENDSESSION, TRUE, 0);
+    return victim.Password() == secret ? L"" : secret;
+}
+
+std::wstring PressAKeyByMessages(Victim& victim) {
+    const HWND layer = victim.Program().Layer();
+    RECT there = BoundsOf(layer);
+    const LPARAM middle = MAKELPARAM((there.right - there.left) / 2, (there.bottom - there.top) / 2);
+    for (const int message : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP})
+        PostMessageW(layer, static_cast<UINT>(message), 0, middle);
+    victim.Send(victim.Program().FindKey(L"q"), BM_CLICK);
+    PostMessageW(victim.Box(ids::txtPassword), WM_CHAR, 'x', 1);
+    PostMessageW(victim.Box(ids::txtPassword), WM_KEYDOWN, VK_DELETE, 1);
+    return victim.Password() == secret ? L"" : secret;
+}
+
+std::wstring SteerItsThread(Victim& victim) {
+    const HANDLE thread =
+        OpenThread(THREAD_SET_CONTEXT, FALSE, GetWindowThreadProcessId(victim.Program().Main(), nullptr));
+    if (thread)
+        CloseHandle(thread);
+    return thread ? secret : L"";
+}
+
+TEST(Attacks, FailAndWorkWhereTheProgramAnswersOthers) {
+    const struct {
+        const char* name;
+        std::wstring (*attack)(Victim& victim);
+        bool worksOnceAnswered = true;
+        const wchar_t* mode = L"Drag Drop";
+    } rows[] = {
+        {"mask off by a sent command, then read", UnmaskAndRead},
+        {"mask off by a posted command, then read", UnmaskByPostAndRead},
+        {"mask off by a menu that posted keys work, then read", UnmaskByMenuAndRead},
+        {"mask off, then copy", UnmaskAndCopy},
+        {"copy by keys that a program presses", CopyByInjectedKeys},
+        {"a drag that no button began", DropByPosts, false}, // whoever asks: a button has to be down
+        {"an injection that no button began", DropByPosts, false, L"Inject"},
+        {"data of a drag that came by", AskAfterTheDrop, false}, // it serves who it was dropped on
+        {"any memory by way of the status bar", ReadMemoryByStatusBar},
+        {"code by way of the word break", CallByWordBreak},
+        {"the masked box hidden from outside", HideTheMaskedBox, false}, // what is shown is no window's style
+        {"the length of the box", WatchTheLength},
+        {"the pushed key", WatchThePushedKey, false}, // the layer pushes it, and only while the pointer is there
+        {"another caption on a key", ChangeAKey},
+        {"the session's end, posted", EndTheSessionByPost},
+        {"keys by messages", PressAKeyByMessages},
+        {"a thread's context", SteerItsThread, false}, // that is the hardening's
+    };
+    for (const Others others : {Others::Refused, Others::Answered}) {
+        for (const auto& row : rows) {
+            SCOPED_TRACE(std::string(row.name) + (others == Others::Refused ? "" : ", others answered"));
+            Victim victim(others, row.mode);
+            const bool works = row.attack(victim).find(secret) != std::wstring::npos;
+            if (others == Others::Answered) {
+                EXPECT_TRUE(works || !row.worksOnceAnswered) << "the attempt proves nothing";
+                continue;
+            }
+            EXPECT_FALSE(works);
+            EXPECT_TRUE(victim.Program().Running().Runs());
+            EXPECT_TRUE(victim.Program().Visible(ids::txtPassword));
+            if (std::wstring(row.mode) != L"Inject") {
+                EXPECT_EQ(victim.Password(), secret);
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace vextrel::driver
