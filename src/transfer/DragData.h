@@ -6,8 +6,9 @@
 
 namespace vextrel {
 
-/// The data of one drag, in an apartment of its own. Calls from other programs come in there on threads of the transport
-/// between processes, where the system tells which process makes each; on a thread with windows it tells nothing.
+/// The data of one drag, in an apartment of its own. Calls from other programs come in there on threads of the
+/// transport between processes, where the system tells which process makes each; on a thread with windows it tells
+/// nothing.
 class DragData : private Pinned {
   public:
     /// @throws Error with the system's code.

@@ -293,5 +293,97 @@ TEST(Attacks, FailAndWorkWhereTheProgramAnswersOthers) {
     }
 }
 
+/// Every window of the program, hidden ones and those in others as well.
+std::vector<HWND> AllWindows(const App& app) {
+    std::vector<HWND> windows;
+    const auto collect = [](HWND window, LPARAM all) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(all)->push_back(window);
+        return TRUE;
+    };
+    EnumThreadWindows(GetWindowThreadProcessId(app.Main(), nullptr), collect, reinterpret_cast<LPARAM>(&windows));
+    const std::size_t topLevel = windows.size();
+    for (std::size_t i = 0; i < topLevel; ++i)
+        EnumChildWindows(windows[i], collect, reinterpret_cast<LPARAM>(&windows));
+    // Of 65 keys, one; and what the system keeps for itself is its own affair.
+    std::erase_if(windows, [&](HWND window) {
+        const int id = GetDlgCtrlID(window);
+        wchar_t name[64] = {};
+        GetClassNameW(window, name, 64);
+        const std::wstring windowClass = name;
+        return (id > ids::firstKey + 16 && id <= ids::lastKey) || (id >= ids::firstKey && id < ids::firstKey + 16) ||
+               (GetParent(window) == nullptr && windowClass != formClass && windowClass != L"tooltips_class32");
+    });
+    return windows;
+}
+
+/// What any program may ask of any window, and what ends a session.
+bool MeansWhatItSays(UINT message) {
+    return message == WM_CLOSE || message == WM_SYSCOMMAND || message == WM_ENDSESSION || message == WM_QUIT ||
+           message == WM_INPUTLANGCHANGEREQUEST || message == WM_SHOWWINDOW;
+}
+
+void SendAndPostEverything(HWND window) {
+    const std::pair<WPARAM, LPARAM> parameters[] = {
+        {0, 0}, {1, 7}, {static_cast<WPARAM>(-1), -1}, {0x41414141, static_cast<LPARAM>(0x4242424242424242)}};
+    for (UINT message = 0; message <= 0xFFFF; ++message) {
+        if (MeansWhatItSays(message))
+            continue;
+        for (const auto& [wParam, lParam] : parameters) {
+            // Of what controls and programs number by themselves, a part.
+            if (message >= 0x800 && (message + wParam) % 64 != 0)
+                continue;
+            SendNotifyMessageW(window, message, wParam, lParam);
+            PostMessageW(window, message, wParam, lParam);
+        }
+        if (message % 512 == 511) // the queue holds 10,000
+            Ask(window, WM_NULL);
+    }
+}
+
+TEST(Attacks, ByEveryMessageChangeNothing) {
+    Victim victim(Others::Refused);
+    const App& app = victim.Program();
+    const DWORD clipboard = GetClipboardSequenceNumber();
+    const auto settings = victim.Folder().Read();
+    const RECT place = BoundsOf(app.Main());
+    std::wstring captions;
+    const auto readCaptions = [&] {
+        std::wstring read;
+        for (int id = ids::firstKey; id <= ids::lastKey; ++id)
+            read += TextOf(app.Control(id)) + L'|';
+        return read;
+    };
+    captions = readCaptions();
+    const auto expectUnchanged = [&] {
+        ASSERT_TRUE(app.Running().Runs());
+        EXPECT_TRUE(app.Running().Windows(dialogClass).empty()) << "a box";
+        EXPECT_TRUE(app.Visible(ids::txtPassword));
+        EXPECT_EQ(readCaptions(), captions);
+        EXPECT_EQ(victim.Folder().Read(), settings);
+        EXPECT_EQ(GetClipboardSequenceNumber(), clipboard);
+        EXPECT_EQ(victim.Password(), secret);
+    };
+    for (const HWND window : AllWindows(app))
+        SendAndPostEverything(window);
+    EXPECT_EQ(app.Running().Windows(formClass).size(), 2U);
+    const RECT now = BoundsOf(app.Main());
+    EXPECT_TRUE(EqualRect(&place, &now));
+    expectUnchanged();
+    // The same with one of its dialogs open.
+    Keys::Stroke('V', {VK_MENU});
+    Await("the menu", [&] { return app.Running().Window(L"#32768") != nullptr; });
+    Keys::Stroke(VK_DOWN);
+    Keys::Stroke(VK_RETURN);
+    const HWND question = app.Running().AwaitWindow(formClass, L"Transparency Value");
+    for (const HWND window : AllWindows(app))
+        if (GetAncestor(window, GA_ROOT) == question)
+            SendAndPostEverything(window);
+    ASSERT_TRUE(IsWindow(question)) << "answered by somebody";
+    SettleInForeground(question);
+    Keys::Stroke(VK_ESCAPE);
+    Await("the question has gone", [&] { return !IsWindow(question); });
+    expectUnchanged();
+}
+
 } // namespace
 } // namespace vextrel::driver

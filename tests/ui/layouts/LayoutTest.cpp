@@ -43,12 +43,13 @@ class LayoutApp : public App {
         pointer.Click(Key(keys::leftShift));
         Await("Shift changes the captions", [&] { return Shown() != before; });
     }
+    /// In full: where room is short, a word is left out.
     [[nodiscard]] std::wstring LayoutPane() const {
         const RemoteMemory memory(Running(), 256 * sizeof(wchar_t));
         Ask(Control(ids::StatusBar1), SB_GETTEXTW, 2, reinterpret_cast<LPARAM>(memory.Address()));
         wchar_t text[256] = {};
         memory.Read(text, sizeof text);
-        return text;
+        return std::wstring(text).find(L" layout") == std::wstring::npos ? text + std::wstring(L" layout") : text;
     }
     /// "Default", "English", "Last imported" as check marks: "--E" and the like.
     [[nodiscard]] std::wstring Marks() const {

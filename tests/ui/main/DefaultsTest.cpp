@@ -1,10 +1,14 @@
-// The user's ways with everything at its default: the program answers no other program, so that what has arrived is seen
-// only where the password is dropped.
+// The user's ways with everything at its default: the program answers no other program, so that what has arrived is
+// seen only where the password is dropped.
 #include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Target.h"
 
 #include <gtest/gtest.h>
+
+#include <oleacc.h>
+
+#include <optional>
 
 namespace vextrel::driver {
 namespace {
@@ -19,7 +23,10 @@ class ByDefault : public testing::Test {
         app_->Activate();
     }
 
-    void ClickKey(const wchar_t* caption) { pointer_.Click(app_->FindKey(caption)); }
+    static void Press(std::initializer_list<int> keys) {
+        for (const int key : keys)
+            Keys::Stroke(static_cast<WORD>(key));
+    }
 
     /// What a drag brings.
     std::wstring Password() {
@@ -37,15 +44,126 @@ class ByDefault : public testing::Test {
     Pointer pointer_;
 };
 
-TEST_F(ByDefault, TypedCharactersOfEveryKindArrive) {
+TEST_F(ByDefault, TypedClickedAndPastedCharactersArrive) {
     Keys::Stroke('A');
-    EXPECT_EQ(Password(), L"a");
     Keys::Stroke('B', {VK_SHIFT});
-    EXPECT_EQ(Password(), L"aB");
     Keys::Type(L"c\u20AC");
     EXPECT_EQ(Password(), L"aBc\u20AC");
     Keys::Stroke(VK_BACK);
-    EXPECT_EQ(Password(), L"aBc");
+    SetClipboard(L"zz");
+    Keys::Stroke('V', {VK_CONTROL});
+    EXPECT_EQ(Password(), L"aBczz");
+    for (const wchar_t* caption : {L"q", L"7"})
+        pointer_.Click(app_->FindKey(caption));
+    EXPECT_EQ(Password(), L"aBczzq7");
+    // From the context menu.
+    Keys::Stroke(VK_F10, {VK_SHIFT});
+    Await("the menu", [&] { return app_->Running().Window(L"#32768") != nullptr; });
+    Keys::Stroke('P');
+    EXPECT_EQ(Password(), L"aBczzq7zz");
+}
+
+TEST_F(ByDefault, MenusToolbarAndSlidersObeyKeysAndPointer) {
+    const auto plain = [&] { return app_->Visible(ids::txtText); };
+    const auto menu = [&] { return app_->Running().Window(L"#32768"); };
+    Keys::Stroke('V', {VK_MENU});
+    Await("the menu", [&] { return menu() != nullptr; });
+    Keys::Stroke('P');
+    Await("an access key shows the password", plain);
+    Keys::Stroke(VK_F10);
+    Press({VK_RIGHT, VK_RIGHT, VK_DOWN});
+    Await("the menu", [&] { return menu() != nullptr; });
+    Keys::Stroke(VK_UP); // from the first item to the last
+    Keys::Stroke(VK_RETURN);
+    Await("arrows and Enter hide it", [&] { return !plain(); });
+    Keys::Stroke('V', {VK_MENU});
+    Await("the menu", [&] { return menu() != nullptr; });
+    const RECT items = BoundsOf(menu());
+    pointer_.Click(POINT{(items.left + items.right) / 2, items.bottom - 12});
+    Await("a click on the last item shows it", plain);
+
+    const auto hovers = [&] { return app_->Visible(ids::lblHoverDelay); };
+    const RECT tools = BoundsOf(app_->Control(ids::tbToolbar));
+    pointer_.Click(POINT{tools.left + 36, tools.top + 14});
+    Await("a click on the second button", hovers);
+    app_->Activate();
+    Press({VK_TAB, VK_TAB, VK_TAB, VK_HOME, VK_SPACE});
+    Await("Space on the first button", [&] { return !hovers(); });
+
+    Press({VK_TAB, VK_TAB, VK_RIGHT}); // by way of the box
+    Await("an arrow moves the slider", [&] { return sandbox_.Setting(L"Hover Timer Interval") == L"1100"; });
+    const RECT slider = BoundsOf(app_->Control(ids::sldTransparency));
+    pointer_.Click(POINT{slider.left + 20, (slider.top + slider.bottom) / 2});
+    Await("a click moves the other", [&] {
+        const std::wstring transparency = sandbox_.Setting(L"Transparency");
+        return !transparency.empty() && std::stoi(transparency) < 250;
+    });
+}
+
+TEST_F(ByDefault, DialogsTakeTextAndAnswers) {
+    Keys::Stroke('V', {VK_MENU});
+    Await("the menu", [&] { return app_->Running().Window(L"#32768") != nullptr; });
+    Press({VK_DOWN, VK_RETURN}); // the layer's command
+    const HWND question = app_->Running().AwaitWindow(formClass, L"Transparency Value");
+    SettleInForeground(question);
+    Keys::Type(L"77");
+    Keys::Stroke(VK_RETURN);
+    Await("the layer gets what was typed", [&] {
+        BYTE alpha = 0;
+        return GetLayeredWindowAttributes(app_->Layer(), nullptr, &alpha, nullptr) != FALSE && alpha == 77;
+    });
+    app_->Activate();
+    Keys::Stroke('M', {VK_MENU});
+    Press({VK_UP, VK_RETURN}); // hidden mouse, which asks
+    App::Answer(pointer_, app_->AwaitDialog(), IDCANCEL);
+    EXPECT_FALSE(app_->Visible(ids::lblHoverDelay));
+}
+
+TEST_F(ByDefault, RestingThePointerAndInjectingWork) {
+    sandbox_.SetSetting(L"MouseMode", L"Hover Entry Mode");
+    sandbox_.SetSetting(L"Hover Timer Interval", L"500");
+    EXPECT_EQ(app_->Close(), 0U);
+    app_.reset();
+    app_.emplace(sandbox_);
+    field_.KeepClearOf(BoundsOf(app_->Main()));
+    app_->Activate();
+    std::wstring entered;
+    Await("the pointer's rest enters the key", [&] {
+        pointer_.MoveTo(CentreOf(app_->FindKey(L"k")), 3, Milliseconds(20));
+        static_cast<void>(WaitFor([] { return false; }, Milliseconds(800)));
+        return !(entered = Password()).empty();
+    });
+    EXPECT_EQ(entered.find_first_not_of(L'k'), std::wstring::npos);
+    Keys::Stroke('O', {VK_MENU});
+    Await("the menu", [&] { return app_->Running().Window(L"#32768") != nullptr; });
+    Press({VK_UP, VK_UP, VK_RETURN}); // injection mode
+    Await("the choice is stored", [&] { return sandbox_.Setting(L"Drag Drop Mode") == L"Inject"; });
+    pointer_.Drag(CentreOf(app_->PasswordBox()), CentreOf(field_.Field(target::editField)));
+    Await("the characters arrive", [&] { return field_.TypedCharacters() == entered; });
+}
+
+TEST_F(ByDefault, ScreenReadersLearnNameAndRoleOfAKey) {
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    // Wine has one role for all controls.
+    const auto read = [&](int id, const wchar_t* expected, int role) {
+        IAccessible* object = nullptr;
+        ASSERT_EQ(AccessibleObjectFromWindow(app_->Control(id), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                             reinterpret_cast<void**>(&object)),
+                  S_OK);
+        VARIANT self{};
+        self.vt = VT_I4;
+        BSTR name = nullptr;
+        VARIANT found{};
+        EXPECT_EQ(object->get_accName(self, &name), S_OK);
+        EXPECT_EQ(object->get_accRole(self, &found), S_OK);
+        EXPECT_EQ(name ? std::wstring(name) : L"", expected);
+        EXPECT_TRUE(found.lVal == role || found.lVal == ROLE_SYSTEM_CLIENT) << found.lVal;
+        SysFreeString(name);
+        object->Release();
+    };
+    read(ids::firstKey + 16, L"q", ROLE_SYSTEM_PUSHBUTTON);
+    read(ids::lblTransparency, L"Opacity", ROLE_SYSTEM_STATICTEXT);
+    CoUninitialize();
 }
 
 } // namespace
