@@ -108,11 +108,20 @@ constexpr Messages posted[] = {
     0x312,          // hot keys
     {0x31A, 0x328}, // theme, composition
 };
-constexpr std::uint32_t timer = 0x113;
+constexpr Messages timers[] = {0x113, 0x118};
+
+/// Controls paint with the device context that comes with the message, which the system's own never has.
+bool PaintsElsewhere(std::uint32_t message, std::uintptr_t wParam) noexcept {
+    constexpr std::uint32_t paint = 0x0F;
+    return message == paint && wParam != 0;
+}
 
 } // namespace
 
-bool AnswersSent(GatedWindow window, std::uint32_t message) noexcept {
+bool AnswersSent(GatedWindow window, std::uint32_t message, std::uintptr_t wParam) noexcept {
+    if (PaintsElsewhere(message, wParam)) {
+        return false;
+    }
     if (IsAmong(answeredByAll, message)) {
         return true;
     }
@@ -126,12 +135,12 @@ bool IsTakenLater(std::uint32_t message) noexcept {
     return IsAmong(takenLater, message);
 }
 
-bool TakesPosted(std::uint32_t message, bool withProcedure) noexcept {
+bool TakesPosted(std::uint32_t message, std::uintptr_t wParam, std::intptr_t lParam) noexcept {
     if (IsInput(message) || IsCharacter(message)) {
         return true;
     }
     // The procedure of a timer would be called.
-    return IsAmong(posted, message) && !(message == timer && withProcedure);
+    return IsAmong(posted, message) && !(IsAmong(timers, message) && lParam != 0) && !PaintsElsewhere(message, wParam);
 }
 
 bool IsInput(std::uint32_t message) noexcept {

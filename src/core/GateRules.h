@@ -20,15 +20,14 @@ enum class InputSource {
 
 /// Whether a window answers a message that another thread sent. What it does not answer gets 0. What the system makes
 /// of such a message on the way (places, painting, focus) is among those answered.
-[[nodiscard]] bool AnswersSent(GatedWindow window, std::uint32_t message) noexcept;
+[[nodiscard]] bool AnswersSent(GatedWindow window, std::uint32_t message, std::uintptr_t wParam) noexcept;
 /// Whether a form carries out a message of those only when it has come back as one of its own: what it leads to must
 /// not run on behalf of somebody else.
 [[nodiscard]] bool IsTakenLater(std::uint32_t message) noexcept;
 
 /// Whether a message that waits in the queue is one that the system posts, or one that is harmless. Input is looked at
 /// when it is dispatched, the commands of menus by whoever knows which menu is open.
-/// @param withProcedure whether it has an lParam, which is a procedure in a timer's message.
-[[nodiscard]] bool TakesPosted(std::uint32_t message, bool withProcedure) noexcept;
+[[nodiscard]] bool TakesPosted(std::uint32_t message, std::uintptr_t wParam, std::intptr_t lParam) noexcept;
 
 /// Keys going down and up, buttons and the pointer, in and around a window; not characters.
 [[nodiscard]] bool IsInput(std::uint32_t message) noexcept;

@@ -112,7 +112,7 @@ Form* Form::Find(HWND window) noexcept {
 }
 
 bool Form::PassesGate(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
-    if (!Gate::LetsThrough(GatedWindow::Form, message)) {
+    if (!Gate::LetsThrough(GatedWindow::Form, message, wParam)) {
         return false;
     }
     if (!Gate::IsOpen() && Gate::IsSentFromOutside() && IsTakenLater(message)) {

@@ -58,7 +58,8 @@ LRESULT CALLBACK OnTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
     if (code == HC_ACTION) {
         auto& message = *reinterpret_cast<MSG*>(lParam);
         const bool taken =
-            TakesPosted(message.message, message.lParam != 0) || IsMenuChoice(message, wParam == PM_REMOVE) ||
+            TakesPosted(message.message, message.wParam, message.lParam) ||
+            IsMenuChoice(message, wParam == PM_REMOVE) ||
             (message.hwnd == nullptr ? message.message != WM_TIMER : !The().windows.contains(message.hwnd));
         if (!taken) {
             message.message = WM_NULL;
@@ -130,12 +131,12 @@ bool Gate::IsOpen() noexcept {
     return The().open;
 }
 
-bool Gate::LetsThrough(GatedWindow window, UINT message) noexcept {
+bool Gate::LetsThrough(GatedWindow window, UINT message, WPARAM wParam) noexcept {
     if (The().open) {
         return true;
     }
     if (IsSentFromOutside()) {
-        return AnswersSent(window, message);
+        return AnswersSent(window, message, wParam);
     }
     return IsCharacter(message) ? The().translating : !IsForged(message);
 }

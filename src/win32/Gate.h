@@ -26,7 +26,7 @@ class Gate : private Pinned {
 
     [[nodiscard]] static bool IsOpen() noexcept;
     /// Whether a window's procedure goes on with a message; one that does not answers 0.
-    [[nodiscard]] static bool LetsThrough(GatedWindow window, UINT message) noexcept;
+    [[nodiscard]] static bool LetsThrough(GatedWindow window, UINT message, WPARAM wParam) noexcept;
     /// Whether the message that is being handled was sent by another thread.
     [[nodiscard]] static bool IsSentFromOutside() noexcept;
     /// Whether the user's own hand made the input that is being handled, not a program that moves pointer and keys.

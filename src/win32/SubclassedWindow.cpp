@@ -31,7 +31,7 @@ LRESULT CALLBACK GatedProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
         return ::DefWindowProcW(window, message, wParam, lParam);
     }
     const Entry entry = found->second;
-    if (!Gate::LetsThrough(entry.kind, message)) {
+    if (!Gate::LetsThrough(entry.kind, message, wParam)) {
         // The buffer is the system's, and it goes back as far as the answer says, with the terminator behind it.
         if (message == WM_GETTEXT && wParam > 0) {
             *reinterpret_cast<wchar_t*>(lParam) = L'\0';

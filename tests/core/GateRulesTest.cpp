@@ -13,6 +13,7 @@ enum Message : std::uint32_t {
     SetText = 0x0C,
     GetText = 0x0D,
     GetTextLength = 0x0E,
+    Paint = 0x0F,
     Close = 0x10,
     EndSession = 0x16,
     SettingChange = 0x1A,
@@ -41,6 +42,7 @@ enum Message : std::uint32_t {
     SysCommand = 0x112,
     Timer = 0x113,
     HScroll = 0x114,
+    SysTimer = 0x118,
     MenuSelect = 0x11F,
     MouseMove = 0x200,
     ButtonDown = 0x201,
@@ -70,9 +72,9 @@ TEST(GateRules, WhoeverSendsGetsNamesAndNoSecretAndGivesNoOrder) {
     std::set<std::uint32_t> named;
     for (const auto& row : rows) {
         named.insert(row.message);
-        EXPECT_EQ(AnswersSent(Form, row.message), row.form) << std::hex << row.message;
-        EXPECT_EQ(AnswersSent(Control, row.message), row.control) << std::hex << row.message;
-        EXPECT_EQ(AnswersSent(SecretBox, row.message), row.box) << std::hex << row.message;
+        EXPECT_EQ(AnswersSent(Form, row.message, 0), row.form) << std::hex << row.message;
+        EXPECT_EQ(AnswersSent(Control, row.message, 0), row.control) << std::hex << row.message;
+        EXPECT_EQ(AnswersSent(SecretBox, row.message, 0), row.box) << std::hex << row.message;
     }
     for (const Message message : {Destroy,
                                   SetText,
@@ -103,29 +105,34 @@ TEST(GateRules, WhoeverSendsGetsNamesAndNoSecretAndGivesNoOrder) {
                                   Print,
                                   MouseMove}) {
         for (const GatedWindow window : {Form, Control, SecretBox}) {
-            EXPECT_FALSE(AnswersSent(window, message)) << std::hex << message;
+            EXPECT_FALSE(AnswersSent(window, message, 0)) << std::hex << message;
         }
     }
     for (std::uint32_t message = User; message <= 0xFFFF; ++message) {
-        ASSERT_FALSE(AnswersSent(Form, message) || AnswersSent(Control, message) || AnswersSent(SecretBox, message))
+        ASSERT_FALSE(AnswersSent(Form, message, 0) || AnswersSent(Control, message, 0) ||
+                     AnswersSent(SecretBox, message, 0))
             << std::hex << message;
     }
     for (std::uint32_t message = 0; message <= 0xFFFF; ++message) {
-        ASSERT_TRUE(AnswersSent(Form, message) || !IsTakenLater(message)) << std::hex << message;
+        ASSERT_TRUE(AnswersSent(Form, message, 0) || !IsTakenLater(message)) << std::hex << message;
     }
 }
 
 TEST(GateRules, OnlyWhatTheSystemPostsIsTakenFromTheQueue) {
     for (const Message message : {Close, SysCommand, Timer, SettingChange, MouseLeave, KeyDown, Char, MouseMove}) {
-        EXPECT_TRUE(TakesPosted(message, false)) << std::hex << message;
+        EXPECT_TRUE(TakesPosted(message, 0, 0)) << std::hex << message;
     }
-    EXPECT_FALSE(TakesPosted(Timer, true)) << "a procedure";
+    EXPECT_TRUE(TakesPosted(Timer, 1, 0));
+    EXPECT_FALSE(TakesPosted(Timer, 1, 1)) << "a procedure";
+    EXPECT_FALSE(TakesPosted(SysTimer, 1, 1)) << "a procedure";
+    EXPECT_TRUE(TakesPosted(Paint, 0, 0) && AnswersSent(GatedWindow::Control, Paint, 0));
+    EXPECT_FALSE(TakesPosted(Paint, 1, 0) || AnswersSent(GatedWindow::Control, Paint, 1)) << "onto what?";
     for (const Message message : {Destroy, EndSession, Notify, ContextMenu, EditGetSelection, ButtonClick, Command,
                                   HScroll, MenuSelect, EnterMenuLoop, DpiChanged, Cut, Copy, Undo, Print, GetText}) {
-        EXPECT_FALSE(TakesPosted(message, false)) << std::hex << message;
+        EXPECT_FALSE(TakesPosted(message, 0, 0)) << std::hex << message;
     }
     for (std::uint32_t message = User; message <= 0xFFFF; ++message) {
-        ASSERT_FALSE(TakesPosted(message, false)) << std::hex << message;
+        ASSERT_FALSE(TakesPosted(message, 0, 0)) << std::hex << message;
     }
 }
 
