@@ -1,5 +1,6 @@
 #include "transfer/DragData.h"
 
+#include "win32/FreedMemory.h"
 #include "win32/Text.h"
 
 namespace vextrel {
@@ -69,6 +70,7 @@ DWORD WINAPI DragData::Serve(void* self) noexcept {
     ::CoDisconnectObject(drag.object_.Get(), 0);
     if (SUCCEEDED(apartment)) {
         ::CoUninitialize();
+        OverwriteFreedMemory();
     }
     return 0;
 }

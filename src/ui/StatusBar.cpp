@@ -99,6 +99,7 @@ void StatusBar::Show() {
     // Where each pane ends.
     const int around = padding + (roomPx - Sum(widths)) / panes;
     std::vector<int> edges;
+    edges.reserve(widths.size());
     for (const int width : widths) {
         edges.push_back((edges.empty() ? 0 : edges.back()) + width + around);
     }

@@ -4,6 +4,7 @@
 #include "win32/Windows.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <vector>
 
@@ -64,10 +65,7 @@ std::vector<SIZE_T> SizesOfFreeBlocks(HANDLE heap) {
     return sizes;
 }
 
-} // namespace
-
-void OverwriteFreedMemory() noexcept {
-    const HANDLE heap = ::GetProcessHeap();
+void OverwriteFreedMemoryOf(HANDLE heap) noexcept {
     const HeapLockScope lock(heap);
     // Linked through their own first bytes: a list of them would need memory, too.
     void* taken = nullptr;
@@ -96,6 +94,25 @@ void OverwriteFreedMemory() noexcept {
         void* const next = *static_cast<void**>(taken);
         ::HeapFree(heap, 0, taken);
         taken = next;
+    }
+}
+
+} // namespace
+
+void OverwriteFreedMemory() noexcept {
+    OverwriteFreedMemoryOf(::GetProcessHeap());
+    // Where a C library has a heap of its own, the system's libraries that are written in C have it, too: so does OLE's
+    // transport under Wine.
+    for (const wchar_t* library : {L"ucrtbase.dll", L"msvcrt.dll"}) {
+        const HMODULE module = ::GetModuleHandleW(library);
+        const FARPROC found = module != nullptr ? ::GetProcAddress(module, "_get_heap_handle") : nullptr;
+        if (found == nullptr) {
+            continue;
+        }
+        const auto heapOf = reinterpret_cast<std::intptr_t(__cdecl*)()>(reinterpret_cast<void*>(found));
+        if (const auto heap = reinterpret_cast<HANDLE>(heapOf()); heap != ::GetProcessHeap()) {
+            OverwriteFreedMemoryOf(heap);
+        }
     }
 }
 

@@ -2,9 +2,9 @@
 
 namespace vextrel {
 
-/// Overwrites what the process's heap has free. The system's controls, drawing and transport take memory from it for
-/// what they are given and free it as it is. Takes all free blocks at once and gives them back; call it when something
-/// secret has just left a control or has been handed on.
+/// Overwrites what the heaps of the process and of the C libraries have free. The system's controls, drawing and
+/// transport take memory from them for what they are given and free it as it is. Takes all free blocks at once and
+/// gives them back; call it when something secret has just left a control or has been handed on.
 void OverwriteFreedMemory() noexcept;
 
 } // namespace vextrel

@@ -16,7 +16,7 @@ namespace vextrel {
 class Gate : private Pinned {
   public:
     /// @param answersOthers leaves the gate open: to screen readers, automation, tests.
-    /// @param hooks whether to watch the queue in the system's own loops, too (menus, dialogs, drags).
+    /// @param hooks whether to watch the queue in the system's own loops, too (menus and dialogs).
     Gate(bool answersOthers, bool hooks) noexcept;
     ~Gate();
 

@@ -18,8 +18,9 @@ constexpr int secretLength = 24;
 /// The program with a random password typed on its keys, and the memory scan.
 class Traces : public testing::Test {
   protected:
-    explicit Traces()
-        : app_(sandbox_) {
+    explicit Traces(const wchar_t* targetOptions = L"--topmost")
+        : target_(targetOptions)
+        , app_(sandbox_) {
         // Under Wine, a service that comes late to a new desktop makes the first entry.
         Await("the clipboard is in service", [] { return GetClipboardSequenceNumber() != 0; });
         clipboard_ = GetClipboardSequenceNumber();
@@ -69,10 +70,25 @@ class Traces : public testing::Test {
         target_.PullHere(pointer_, CentreOf(app_.PasswordBox()));
     }
 
+    void DragAndExpectNone() {
+        PullOntoTarget();
+        Scan("in the middle of a drag");
+        ExpectNoWindowToHoldAny();
+        pointer_.Release();
+        Await("the drop arrives", [&] { return target_.Drops() == 1; });
+        EXPECT_EQ(target_.Text(), secret_);
+        Await("the box is empty", [&] { return app_.Text(ids::txtPassword).empty(); });
+        // A target may read for two seconds after the drop.
+        static_cast<void>(WaitFor([&] { return FindTraces(app_.Running(), secret_).empty(); }, Milliseconds(2500)));
+        EXPECT_EQ(Scan("after a drag").size(), 0U);
+        CloseAndStop();
+        EXPECT_EQ(Scan("after a drag, closed").size(), 0U);
+    }
+
     DWORD clipboard_ = 0;
     const std::wstring secret_ = RandomSecret(secretLength);
     // First, so that the program is in the foreground.
-    const Target target_{L"--topmost"};
+    const Target target_;
     const Sandbox sandbox_;
     Pointer pointer_;
     const App app_;
@@ -117,18 +133,18 @@ TEST_F(Traces, AreNoneAfterAnInjectionThatTakesThePasswordAway) {
 }
 
 TEST_F(Traces, AfterADragAreNone) {
-    PullOntoTarget();
-    Scan("in the middle of a drag");
-    ExpectNoWindowToHoldAny();
-    pointer_.Release();
-    Await("the drop arrives", [&] { return target_.Drops() == 1; });
-    EXPECT_EQ(target_.Text(), secret_);
-    Await("the box is empty", [&] { return app_.Text(ids::txtPassword).empty(); });
-    // A target may read for two seconds after the drop.
-    static_cast<void>(WaitFor([&] { return FindTraces(app_.Running(), secret_).empty(); }, Milliseconds(2500)));
-    EXPECT_EQ(Scan("after a drag").size(), 0U);
-    CloseAndStop();
-    EXPECT_EQ(Scan("after a drag, closed").size(), 0U);
+    DragAndExpectNone();
+}
+
+/// Onto a target that asks for the text at entry, whenever the pointer moves over it, and at the drop.
+class TracesOfAskingAgain : public Traces {
+  protected:
+    TracesOfAskingAgain()
+        : Traces(L"--topmost --read=always") {}
+};
+
+TEST_F(TracesOfAskingAgain, AfterADragAreNone) {
+    DragAndExpectNone();
 }
 
 TEST_F(Traces, AreNoneWhenTheSessionHasEndedInTheMiddleOfADrag) {

@@ -4,7 +4,7 @@
 
 /// What the drop target and those who use it agree on.
 ///
-/// Options: --read=entry|drop|later|crossed
+/// Options: --read=entry|drop|later|crossed|always
 ///                                   when it asks the data object for text; "later" waits for the message `readNow`,
 ///                                   which may come long after the source's drag has ended; "crossed" keeps the data of
 ///                                   a drag that merely comes by, and asks it at `readNow`

@@ -75,19 +75,23 @@ ULONG TextDropTarget::Release() noexcept {
 HRESULT TextDropTarget::DragEnter(IDataObject* data, DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept {
     if (options_.readAt == ReadAt::Entry)
         readAtEntry_ = TextFrom(*data);
-    if (options_.readAt == ReadAt::Crossed)
+    if (options_.readAt == ReadAt::Crossed || options_.readAt == ReadAt::Always)
         Keep(data);
     entered_();
     return DragOver(0, {}, effect);
 }
 
 HRESULT TextDropTarget::DragOver(DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept {
+    if (options_.readAt == ReadAt::Always && dropped_)
+        readAtEntry_ = TextFrom(*dropped_);
     *effect = options_.refuse ? DROPEFFECT_NONE : *effect & DROPEFFECT_COPY;
     return S_OK;
 }
 
 HRESULT TextDropTarget::DragLeave() noexcept {
     readAtEntry_.clear();
+    if (options_.readAt == ReadAt::Always)
+        Forget();
     return S_OK;
 }
 
@@ -97,6 +101,7 @@ HRESULT TextDropTarget::Drop(IDataObject* data, DWORD /*keys*/, POINTL /*place*/
         return S_OK;
     switch (options_.readAt) {
     case ReadAt::Entry: received_(readAtEntry_); break;
+    case ReadAt::Always: Forget(); [[fallthrough]];
     case ReadAt::Drop: received_(TextFrom(*data)); break;
     case ReadAt::Later:
         Keep(data);

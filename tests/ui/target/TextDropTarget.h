@@ -9,7 +9,7 @@
 
 namespace vextrel::target {
 
-enum class ReadAt { Entry, Drop, Later, Crossed };
+enum class ReadAt { Entry, Drop, Later, Crossed, Always };
 
 struct DropOptions {
     ReadAt readAt = ReadAt::Drop;

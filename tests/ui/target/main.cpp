@@ -32,6 +32,8 @@ Options Parse(int argc, wchar_t** argv) {
             options.drop.readAt = ReadAt::Later;
         else if (option == L"--read=crossed")
             options.drop.readAt = ReadAt::Crossed;
+        else if (option == L"--read=always")
+            options.drop.readAt = ReadAt::Always;
         else if (option == L"--ansi")
             options.drop.ansi = true;
         else if (option == L"--refuse")
