@@ -90,7 +90,7 @@ void CompareStarts(const Extent& extent) {
     Resources program;
     Resources floor;
     for (int pair = 0; pair < extent.pairs; ++pair) {
-        const Sandbox sandbox;
+        const Sandbox sandbox(Sandbox::Others::Refused); // as users have it
         MeasureResources(StartProgram(sandbox), extent.idleMs, program);
         MeasureResources(StartFloor(), extent.idleMs, floor);
     }
@@ -166,7 +166,7 @@ void CompareInjection(const Extent& extent) {
 }
 
 void CompareDlls() {
-    const Sandbox sandbox;
+    const Sandbox sandbox(Sandbox::Others::Refused);
     const auto program = StartProgram(sandbox).Dlls();
     const auto floor = StartFloor().Dlls();
     std::vector<std::wstring> different;
