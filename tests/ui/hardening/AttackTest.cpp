@@ -119,15 +119,48 @@ std::wstring UnmaskAndCopy(Victim& victim) {
     return ClipboardText();
 }
 
-/// Ctrl+C by a program that presses keys.
-std::wstring CopyByInjectedKeys(Victim& victim) {
+void SwitchMaskByKeys(const Victim& victim) {
+    const bool masked = victim.Program().Visible(ids::txtPassword);
+    Keys::Stroke('V', {VK_MENU});
+    Await("the menu", [&] { return victim.Program().Running().Window(L"#32768") != nullptr; });
+    Keys::Stroke('P');
+    Await("the other box", [&] { return victim.Program().Visible(ids::txtPassword) != masked; });
+}
+
+/// In the plain view, to which the user has switched.
+template <typename Copy>
+std::wstring CopyByInjectedInput(Victim& victim, Copy copy) {
     SetClipboard(L"before");
-    victim.Send(victim.Program().Main(), WM_COMMAND, ids::mnuViewPasswordMask);
+    SwitchMaskByKeys(victim);
     Keys::Stroke('A', {VK_CONTROL});
-    for (const WORD key : {WORD{'C'}, WORD{VK_INSERT}, WORD{'X'}})
-        Keys::Stroke(key, {VK_CONTROL});
+    copy();
     static_cast<void>(WaitFor([] { return ClipboardText() != L"before"; }, Milliseconds(1000)));
-    return ClipboardText();
+    std::wstring loot = ClipboardText();
+    SwitchMaskByKeys(victim);
+    return loot;
+}
+
+std::wstring CopyByInjectedKeys(Victim& victim) {
+    return CopyByInjectedInput(victim, [] {
+        Keys::Stroke('C', {VK_CONTROL});
+        Keys::Stroke(VK_INSERT, {VK_CONTROL});
+    });
+}
+
+std::wstring CutByInjectedKeys(Victim& victim) {
+    return CopyByInjectedInput(victim, [] {
+        Keys::Stroke('X', {VK_CONTROL});
+        Keys::Stroke(VK_DELETE, {VK_SHIFT});
+    });
+}
+
+std::wstring CopyByInjectedMenuChoice(Victim& victim) {
+    return CopyByInjectedInput(victim, [&] {
+        Keys::Stroke(VK_F10, {VK_SHIFT});
+        Await("the box's menu", [&] { return victim.Program().Running().Window(L"#32768") != nullptr; });
+        Keys::Stroke('C');
+        Await("the menu has gone", [&] { return victim.Program().Running().Window(L"#32768") == nullptr; });
+    });
 }
 
 /// A press and a move that nobody made, the real pointer resting over a window of the attacker's.
@@ -261,6 +294,8 @@ TEST(Attacks, FailAndWorkWhereTheProgramAnswersOthers) {
         {"mask off by a menu that posted keys work, then read", UnmaskByMenuAndRead},
         {"mask off, then copy", UnmaskAndCopy},
         {"copy by keys that a program presses", CopyByInjectedKeys},
+        {"cut by keys that a program presses", CutByInjectedKeys},
+        {"copy by a menu that a program works", CopyByInjectedMenuChoice},
         {"a drag that no button began", DropByPosts, false}, // whoever asks: a button has to be down
         {"an injection that no button began", DropByPosts, false, L"Inject"},
         {"data of a drag that came by", AskAfterTheDrop, false}, // it serves who it was dropped on
