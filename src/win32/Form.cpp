@@ -15,20 +15,15 @@ namespace {
 
 /// Every form that has a window, in the order of loading. A window procedure gets no other way to the object: what a
 /// window keeps itself, another program can write.
-std::vector<Form*>& LoadedForms() noexcept {
-    static std::vector<Form*> forms;
-    return forms;
-}
+std::vector<Form*> loadedForms;
 
 } // namespace
 
 Form::~Form() {
-    if (handle_ != nullptr) {
-        // What was derived from it is gone already, OnMessage with it.
-        const HWND window = handle_;
-        Forget();
-        ::DestroyWindow(window);
-    }
+    // What was derived from it is gone already, OnMessage with it.
+    const HWND window = handle_;
+    Forget();
+    ::DestroyWindow(window);
 }
 
 int Form::Dpi() const noexcept {
@@ -40,7 +35,7 @@ int Form::Dpi() const noexcept {
 }
 
 const std::vector<Form*>& Form::Loaded() noexcept {
-    return LoadedForms();
+    return loadedForms;
 }
 
 void Form::RegisterClassOnce() {
@@ -70,7 +65,7 @@ void Form::Load(const CreateArgs& args) {
     unloading_ = false;
     toldDpi_ = 0;
     // Room first: nothing may throw while the window is being created.
-    LoadedForms().reserve(LoadedForms().size() + 1);
+    loadedForms.reserve(loadedForms.size() + 1);
     const HWND window =
         ::CreateWindowExW(args.exStyle, className, args.title, args.style, args.leftPx, args.topPx, args.widthPx,
                           args.heightPx, args.owner, args.menu, ::GetModuleHandleW(nullptr), this);
@@ -93,22 +88,18 @@ void Form::Unload() noexcept {
         return;
     }
     RunOnUnload();
-    if (handle_ != nullptr) {
-        ::DestroyWindow(handle_);
-    }
+    ::DestroyWindow(handle_);
     Forget();
 }
 
 void Form::Forget() noexcept {
     Gate::Forget(std::exchange(handle_, nullptr));
-    std::erase(LoadedForms(), this);
+    std::erase(loadedForms, this);
 }
 
 Form* Form::Find(HWND window) noexcept {
-    const auto& forms = LoadedForms();
-    const auto found =
-        std::find_if(forms.begin(), forms.end(), [window](Form* form) { return form->handle_ == window; });
-    return found != forms.end() ? *found : nullptr;
+    const auto found = std::ranges::find(loadedForms, window, &Form::handle_);
+    return found != loadedForms.end() ? *found : nullptr;
 }
 
 bool Form::PassesGate(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
@@ -129,7 +120,7 @@ LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
     if (message == WM_NCCREATE && Find(window) == nullptr) {
         auto* form = static_cast<Form*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
         form->handle_ = window;
-        LoadedForms().push_back(form);
+        loadedForms.push_back(form);
     }
     Form* const form = Find(window);
     if (form == nullptr) {

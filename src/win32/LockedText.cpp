@@ -36,7 +36,7 @@ void CallCrashReports(const char* function, Arguments... arguments) noexcept {
     }
 }
 
-class LockedPages final : public SecretPages {
+const class LockedPages final : public SecretPages {
   public:
     [[nodiscard]] void* Allocate(std::size_t byteCount) const override {
         void* pages = ::VirtualAlloc(nullptr, byteCount, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
@@ -57,16 +57,11 @@ class LockedPages final : public SecretPages {
         // Freeing ends the lock, too.
         ::VirtualFree(pages, 0, MEM_RELEASE);
     }
-};
-
-const SecretPages& Pages() noexcept {
-    static const LockedPages pages;
-    return pages;
-}
+} lockedPages;
 
 } // namespace
 
 LockedText::LockedText()
-    : SecretText(Pages()) {}
+    : SecretText(lockedPages) {}
 
 } // namespace vextrel

@@ -9,9 +9,8 @@ void ChangeExStyle(HWND window, LONG_PTR add, LONG_PTR remove) noexcept {
     ::SetWindowLongPtrW(window, GWL_EXSTYLE, (style | add) & ~remove);
 }
 
-void PutAlone(HWND window, HWND after) noexcept {
-    ::SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
-}
+constexpr UINT inPlace = SWP_NOSIZE | SWP_NOMOVE;
+constexpr UINT alone = inPlace | SWP_NOACTIVATE | SWP_NOOWNERZORDER;
 
 } // namespace
 
@@ -41,7 +40,7 @@ void SetClickThrough(HWND window, bool clickThrough) noexcept {
 }
 
 void SetTopmost(HWND window, bool topmost) noexcept {
-    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, inPlace);
 }
 
 bool IsTopmost(HWND window) noexcept {
@@ -58,12 +57,12 @@ bool IsAbove(HWND upper, HWND lower) noexcept {
 }
 
 void SetTopmostAlone(HWND window, bool topmost) noexcept {
-    PutAlone(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST);
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, alone);
 }
 
 void RaiseAlone(HWND window, bool topmost) noexcept {
     // HWND_NOTOPMOST leaves a window where it is that is in no topmost band already.
-    PutAlone(window, topmost ? HWND_TOPMOST : HWND_TOP);
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_TOP, 0, 0, 0, 0, alone);
 }
 
 } // namespace vextrel
