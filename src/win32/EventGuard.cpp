@@ -8,24 +8,10 @@
 
 namespace vextrel {
 
-namespace {
-
-// Not an argument: the guard is called from window procedures, which get no context that could carry the sink.
-ErrorSink* currentSink = nullptr;
-
-} // namespace
-
-ErrorSink::ErrorSink() noexcept {
-    currentSink = this;
-}
-ErrorSink::~ErrorSink() {
-    currentSink = nullptr;
-}
-
-void detail::ReportCurrentException(HWND owner, const wchar_t* handler) noexcept {
+void ErrorSink::ReportCurrentException(HWND owner, const wchar_t* handler) noexcept {
     const auto report = [&](const Error& error) {
-        if (currentSink != nullptr) {
-            currentSink->Report(handler, error.Number(), error.Description(), owner);
+        if (current_ != nullptr) {
+            current_->Report(handler, error.Number(), error.Description(), owner);
         }
     };
     try {

@@ -123,14 +123,9 @@ bool FileDialog::ChooseDirectory() {
     return false;
 }
 
-bool FileDialog::DirExists(const std::wstring& path) const noexcept {
+bool FileDialog::Exists(const std::wstring& path, bool isFolder) noexcept {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-bool FileDialog::FileExists(const std::wstring& path) const noexcept {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    return attributes != INVALID_FILE_ATTRIBUTES && ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) == isFolder;
 }
 
 } // namespace vextrel

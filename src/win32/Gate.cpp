@@ -184,16 +184,12 @@ void Serve(const MSG& message, HWND dialog) noexcept {
             ::DispatchMessageW(&taken);
         }
     };
-    if (Gate::IsOpen()) {
-        dispatch(message);
+    if (!state.open && (IsForged(message.message) || IsCharacter(message.message))) {
         return;
     }
-    if (IsForged(message.message) || IsCharacter(message.message)) {
-        return;
-    }
-    const InputSource source = IsKeyDown(message.message) ? SourceOfInput() : InputSource::Nobody;
+    const InputSource source = SourceOfInput();
     dispatch(message);
-    if (!IsKeyDown(message.message)) {
+    if (state.open || !IsKeyDown(message.message)) {
         return;
     }
     // What the key was translated to waits in front of everything else.

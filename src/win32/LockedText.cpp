@@ -12,17 +12,13 @@ namespace {
 
 /// A process may lock about as much as its minimum working set, which is small at first. Raised only when a lock was
 /// refused for it, so that pages which come and go do not raise it again and again.
-bool RaiseWorkingSet(std::size_t byteCount) noexcept {
+void LockAgainstPaging(void* pages, std::size_t byteCount) noexcept {
     SIZE_T minimum = 0;
     SIZE_T maximum = 0;
     const HANDLE process = ::GetCurrentProcess();
-    return ::GetProcessWorkingSetSize(process, &minimum, &maximum) != FALSE &&
-           ::SetProcessWorkingSetSize(process, minimum + byteCount, maximum + byteCount) != FALSE;
-}
-
-void LockAgainstPaging(void* pages, std::size_t byteCount) noexcept {
     if (::VirtualLock(pages, byteCount) == FALSE && ::GetLastError() == ERROR_WORKING_SET_QUOTA &&
-        RaiseWorkingSet(byteCount)) {
+        ::GetProcessWorkingSetSize(process, &minimum, &maximum) != FALSE &&
+        ::SetProcessWorkingSetSize(process, minimum + byteCount, maximum + byteCount) != FALSE) {
         ::VirtualLock(pages, byteCount);
     }
 }

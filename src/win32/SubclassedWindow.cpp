@@ -1,6 +1,5 @@
 #include "win32/SubclassedWindow.h"
 
-#include "core/Error.h"
 #include "win32/Gate.h"
 #include "win32/Text.h"
 
@@ -66,11 +65,7 @@ LRESULT Tell(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
 }
 
 void SubclassedWindow::Attach(HWND window) {
-    const auto found = gated.find(window);
-    if (found == gated.end()) {
-        throw Error(ErrorNumber::InvalidCall);
-    }
-    found->second.object = this;
+    gated.at(window).object = this;
     handle_ = window;
 }
 
