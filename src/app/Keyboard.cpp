@@ -4,8 +4,8 @@
 #include "core/PhysicalInput.h"
 #include "core/SlotTable.h"
 #include "win32/EventGuard.h"
+#include "win32/Gate.h"
 #include "win32/InputState.h"
-#include "win32/Messages.h"
 #include "win32/Text.h"
 #include "win32/TopLevelWindow.h"
 

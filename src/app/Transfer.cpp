@@ -4,7 +4,6 @@
 #include "win32/Com.h"
 #include "win32/EventGuard.h"
 #include "win32/FreedMemory.h"
-#include "win32/Messages.h"
 
 namespace vextrel {
 

@@ -1,6 +1,6 @@
 #include "transfer/Injection.h"
 
-#include "win32/Messages.h"
+#include "win32/Gate.h"
 #include "win32/Text.h"
 #include "win32/TopLevelWindow.h"
 

@@ -2,7 +2,7 @@
 
 #include "core/Error.h"
 #include "core/SendKeysParser.h"
-#include "win32/Messages.h"
+#include "win32/Gate.h"
 #include "win32/Text.h"
 
 #include <new>

@@ -1,7 +1,7 @@
 #include "transfer/SystemLayout.h"
 
+#include "win32/Gate.h"
 #include "win32/InputState.h"
-#include "win32/Messages.h"
 #include "win32/SubclassedWindow.h"
 #include "win32/Text.h"
 #include "win32/TopLevelWindow.h"

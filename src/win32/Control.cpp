@@ -17,17 +17,6 @@ constexpr CLSID classOfAccPropServices{0xb5f8350b, 0x0548, 0x48b1, {0xa6, 0xee, 
 constexpr IID interfaceOfAccPropServices{0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4, 0x33, 0x30, 0x35, 0x2e, 0x31, 0x69}};
 constexpr GUID propertyName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
 
-/// From the system's folder, not from wherever the user's part of the registry says that the class lives.
-void MakeAccPropServices(ComPtr<IAccPropServices>& services) noexcept {
-    static const SystemLibrary library(L"oleacc.dll");
-    ComPtr<IClassFactory> factory;
-    const auto getClass = library.Find<LPFNGETCLASSOBJECT>("DllGetClassObject");
-    if (getClass != nullptr &&
-        SUCCEEDED(getClass(classOfAccPropServices, __uuidof(IClassFactory), reinterpret_cast<void**>(factory.Out())))) {
-        factory->CreateInstance(nullptr, interfaceOfAccPropServices, reinterpret_cast<void**>(services.Out()));
-    }
-}
-
 } // namespace
 
 HWND CreateControl(HWND parent, const ControlArgs& args) {
@@ -44,9 +33,15 @@ HWND CreateControl(HWND parent, const ControlArgs& args) {
 }
 
 void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept {
+    // From the system's folder, not from wherever the user's part of the registry says that the class lives.
+    static const SystemLibrary library(L"oleacc.dll");
+    const auto getClass = library.Find<LPFNGETCLASSOBJECT>("DllGetClassObject");
+    ComPtr<IClassFactory> factory;
     ComPtr<IAccPropServices> services;
-    MakeAccPropServices(services);
-    if (services.Get() == nullptr) {
+    if (getClass == nullptr ||
+        FAILED(getClass(classOfAccPropServices, __uuidof(IClassFactory), reinterpret_cast<void**>(factory.Out()))) ||
+        FAILED(
+            factory->CreateInstance(nullptr, interfaceOfAccPropServices, reinterpret_cast<void**>(services.Out())))) {
         return;
     }
     for (const auto& [control, name] : names) {

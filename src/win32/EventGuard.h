@@ -15,15 +15,19 @@ class ErrorSink : private Pinned {
     /// @param source the failing handler's name. @param owner the window whose handler failed.
     virtual void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                         HWND owner) noexcept = 0;
+    /// Tells the one that lives, if any, the exception that is being handled.
+    static void ReportCurrentException(HWND owner, const wchar_t* handler) noexcept;
 
   protected:
-    ErrorSink() noexcept;
-    ~ErrorSink();
+    ErrorSink() noexcept { current_ = this; }
+    ~ErrorSink() { current_ = nullptr; }
+
+  private:
+    /// Not an argument: the guard is called from window procedures, which get no context that could carry it.
+    static inline ErrorSink* current_ = nullptr;
 };
 
 namespace detail {
-/// Reports the exception that is being handled.
-void ReportCurrentException(HWND owner, const wchar_t* handler) noexcept;
 /// Does nothing. A test build links its own in place of it, which throws in place of the named handler's body when the
 /// test asked for it.
 void ThrowInjectedFault(const wchar_t* handler);
@@ -37,7 +41,7 @@ void GuardEvent(HWND owner, const wchar_t* handler, Body&& body) noexcept {
         detail::ThrowInjectedFault(handler);
         body();
     } catch (...) {
-        detail::ReportCurrentException(owner, handler);
+        ErrorSink::ReportCurrentException(owner, handler);
     }
 }
 

@@ -27,13 +27,6 @@ class CurrentFolderScope : private Pinned {
     std::wstring folder_;
 };
 
-/// A buffer that the dialog returns text in.
-std::vector<char> FileBuffer(const std::string& content, std::size_t size) {
-    std::vector<char> buffer(std::max<std::size_t>(size, 1), '\0');
-    std::copy_n(content.begin(), std::min(content.size(), buffer.size() - 1), buffer.begin());
-    return buffer;
-}
-
 /// The name that the dialog has at first. It would not open with one that the code page cannot express: of such a name
 /// only what stands behind its folder is given, if that.
 std::string InitialName(const std::wstring& path) {
@@ -67,9 +60,9 @@ bool FileDialog::Show(const char* dialog) {
     // that is the same as at the program's first dialog means the folder that the user was in last.
     const std::string folder = FolderOfPath(Widen(name)).empty() ? NarrowPath(InitDir).value_or("") : "";
     const auto fileSize = static_cast<std::size_t>(std::max<std::int16_t>(MaxFileSize, 0));
-    std::vector<char> file = FileBuffer(name, fileSize);
-    std::vector<char> fileTitle(260, ' ');
-    fileTitle.back() = '\0';
+    std::vector<char> file(fileSize + 1);
+    name.copy(file.data(), fileSize > 0 ? fileSize - 1 : 0);
+    char fileTitle[260] = {};
 
     OPENFILENAMEA record{};
     // The record's first version, which every system takes: 76 bytes where pointers have 32 bits.
@@ -79,8 +72,8 @@ bool FileDialog::Show(const char* dialog) {
     record.nFilterIndex = static_cast<DWORD>(FilterIndex);
     record.lpstrFile = file.data();
     record.nMaxFile = static_cast<DWORD>(fileSize);
-    record.lpstrFileTitle = fileTitle.data();
-    record.nMaxFileTitle = static_cast<DWORD>(fileTitle.size());
+    record.lpstrFileTitle = fileTitle;
+    record.nMaxFileTitle = static_cast<DWORD>(std::size(fileTitle));
     record.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
     record.lpstrTitle = title.empty() ? nullptr : title.c_str();
     record.Flags = flags;
@@ -91,7 +84,7 @@ bool FileDialog::Show(const char* dialog) {
         return CancelError;
     }
     FileName = Returned(file.data());
-    FileTitle = Returned(fileTitle.data());
+    FileTitle = Returned(fileTitle);
     FileExt = static_cast<std::int16_t>(record.nFileExtension);
     InitDir = std::wstring(TrimBlanks(InitDir));
     FilterIndex = static_cast<std::int16_t>(record.nFilterIndex);
@@ -130,14 +123,9 @@ bool FileDialog::ChooseDirectory() {
     return false;
 }
 
-bool FileDialog::DirExists(const std::wstring& path) const noexcept {
+bool FileDialog::Exists(const std::wstring& path, bool isFolder) noexcept {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-bool FileDialog::FileExists(const std::wstring& path) const noexcept {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+    return attributes != INVALID_FILE_ATTRIBUTES && ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) == isFolder;
 }
 
 } // namespace vextrel

@@ -49,12 +49,13 @@ class FileDialog {
     [[nodiscard]] bool ShowSave() { return Show("GetSaveFileNameA"); }
     [[nodiscard]] bool ChooseDirectory();
 
-    [[nodiscard]] bool DirExists(const std::wstring& path) const noexcept;
+    [[nodiscard]] bool DirExists(const std::wstring& path) const noexcept { return Exists(path, true); }
     /// @return false for a folder.
-    [[nodiscard]] bool FileExists(const std::wstring& path) const noexcept;
+    [[nodiscard]] bool FileExists(const std::wstring& path) const noexcept { return Exists(path, false); }
 
   private:
     [[nodiscard]] bool Show(const char* dialog);
+    [[nodiscard]] static bool Exists(const std::wstring& path, bool isFolder) noexcept;
 
     std::wstring filter_ = FilterForSystem(L"All Files (*.*)|*.*");
     SystemLibrary dialogs_{L"comdlg32.dll"};

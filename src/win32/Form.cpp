@@ -7,28 +7,16 @@
 #include "win32/resources.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace vextrel {
 
-namespace {
-
-/// Every form that has a window, in the order of loading. A window procedure gets no other way to the object: what a
-/// window keeps itself, another program can write.
-std::vector<Form*>& LoadedForms() noexcept {
-    static std::vector<Form*> forms;
-    return forms;
-}
-
-} // namespace
-
 Form::~Form() {
-    if (handle_ != nullptr) {
-        // What was derived from it is gone already, OnMessage with it.
-        const HWND window = handle_;
-        Forget();
-        ::DestroyWindow(window);
-    }
+    // What was derived from it is gone already, OnMessage with it.
+    const HWND window = handle_;
+    Forget();
+    ::DestroyWindow(window);
 }
 
 int Form::Dpi() const noexcept {
@@ -39,38 +27,32 @@ int Form::Dpi() const noexcept {
     return dpi != 0 ? static_cast<int>(dpi) : USER_DEFAULT_SCREEN_DPI;
 }
 
-const std::vector<Form*>& Form::Loaded() noexcept {
-    return LoadedForms();
-}
-
-void Form::RegisterClassOnce() {
-    static const ATOM atom = [] {
-        const HINSTANCE instance = ::GetModuleHandleW(nullptr);
-        WNDCLASSEXW description{};
-        description.cbSize = sizeof description;
-        description.style = CS_DBLCLKS;
-        description.lpfnWndProc = &Form::WindowProc;
-        description.hInstance = instance;
-        description.hIcon = ::LoadIconW(instance, MAKEINTRESOURCEW(IDI_VEXTREL));
-        description.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
-        description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_3DFACE + 1));
-        description.lpszClassName = className;
-        return ::RegisterClassExW(&description);
-    }();
-    if (atom == 0) {
-        ThrowLastError();
-    }
+ATOM Form::RegisterFormClass() noexcept {
+    const HINSTANCE instance = ::GetModuleHandleW(nullptr);
+    WNDCLASSEXW description{};
+    description.cbSize = sizeof description;
+    description.style = CS_DBLCLKS;
+    description.lpfnWndProc = &Form::WindowProc;
+    description.hInstance = instance;
+    description.hIcon = ::LoadIconW(instance, MAKEINTRESOURCEW(IDI_VEXTREL));
+    description.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+    description.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_3DFACE + 1));
+    description.lpszClassName = className;
+    return ::RegisterClassExW(&description);
 }
 
 void Form::Load(const CreateArgs& args) {
     if (IsLoaded()) {
         return;
     }
-    RegisterClassOnce();
+    static const ATOM registered = RegisterFormClass();
+    if (registered == 0) {
+        ThrowLastError();
+    }
     unloading_ = false;
     toldDpi_ = 0;
     // Room first: nothing may throw while the window is being created.
-    LoadedForms().reserve(LoadedForms().size() + 1);
+    loaded_.reserve(loaded_.size() + 1);
     const HWND window =
         ::CreateWindowExW(args.exStyle, className, args.title, args.style, args.leftPx, args.topPx, args.widthPx,
                           args.heightPx, args.owner, args.menu, ::GetModuleHandleW(nullptr), this);
@@ -82,8 +64,7 @@ void Form::Load(const CreateArgs& args) {
 }
 
 void Form::RunOnUnload() noexcept {
-    if (!unloading_) {
-        unloading_ = true;
+    if (!std::exchange(unloading_, true)) {
         OnUnload();
     }
 }
@@ -93,22 +74,18 @@ void Form::Unload() noexcept {
         return;
     }
     RunOnUnload();
-    if (handle_ != nullptr) {
-        ::DestroyWindow(handle_);
-    }
+    ::DestroyWindow(handle_);
     Forget();
 }
 
 void Form::Forget() noexcept {
     Gate::Forget(std::exchange(handle_, nullptr));
-    std::erase(LoadedForms(), this);
+    std::erase(loaded_, this);
 }
 
 Form* Form::Find(HWND window) noexcept {
-    const auto& forms = LoadedForms();
-    const auto found =
-        std::find_if(forms.begin(), forms.end(), [window](Form* form) { return form->handle_ == window; });
-    return found != forms.end() ? *found : nullptr;
+    const auto found = std::ranges::find(loaded_, window, &Form::handle_);
+    return found != loaded_.end() ? *found : nullptr;
 }
 
 bool Form::PassesGate(UINT message, WPARAM wParam, LPARAM lParam) const noexcept {
@@ -129,7 +106,7 @@ LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
     if (message == WM_NCCREATE && Find(window) == nullptr) {
         auto* form = static_cast<Form*>(reinterpret_cast<const CREATESTRUCTW*>(lParam)->lpCreateParams);
         form->handle_ = window;
-        LoadedForms().push_back(form);
+        loaded_.push_back(form);
     }
     Form* const form = Find(window);
     if (form == nullptr) {
@@ -149,14 +126,10 @@ LRESULT CALLBACK Form::WindowProc(HWND window, UINT message, WPARAM wParam, LPAR
     if (message == WM_DPICHANGED) {
         form->toldDpi_ = LOWORD(wParam);
     }
-    LRESULT result = 0;
-    bool handled = false;
+    std::optional<LRESULT> result;
     // The forms guard their handlers one by one, each under its own name; this one catches what none of them covers.
-    GuardEvent(window, className, [&] {
-        result = form->OnMessage(message, wParam, lParam);
-        handled = true;
-    });
-    return handled ? result : ::DefWindowProcW(window, message, wParam, lParam);
+    GuardEvent(window, className, [&] { result = form->OnMessage(message, wParam, lParam); });
+    return result ? *result : ::DefWindowProcW(window, message, wParam, lParam);
 }
 
 } // namespace vextrel

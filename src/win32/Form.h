@@ -28,7 +28,7 @@ class Form : private Pinned {
     void Unload() noexcept;
 
     /// The loaded forms in the order in which they were loaded.
-    [[nodiscard]] static const std::vector<Form*>& Loaded() noexcept;
+    [[nodiscard]] static const std::vector<Form*>& Loaded() noexcept { return loaded_; }
     /// The form of a window; null for one that is no form of ours.
     [[nodiscard]] static Form* Find(HWND window) noexcept;
 
@@ -61,11 +61,13 @@ class Form : private Pinned {
 
   private:
     static LRESULT CALLBACK WindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
-    static void RegisterClassOnce();
+    static ATOM RegisterFormClass() noexcept;
     void Forget() noexcept;
     void RunOnUnload() noexcept;
     [[nodiscard]] bool PassesGate(UINT message, WPARAM wParam, LPARAM lParam) const noexcept;
 
+    /// A window procedure gets no other way to the object: what a window keeps itself, another program can write.
+    static inline std::vector<Form*> loaded_;
     HWND handle_ = nullptr;
     UINT toldDpi_ = 0; ///< 0: it has not changed since the form was loaded
     bool unloading_ = false;

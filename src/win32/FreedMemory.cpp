@@ -1,6 +1,5 @@
 #include "win32/FreedMemory.h"
 
-#include "core/Pinned.h"
 #include "win32/Windows.h"
 
 #include <algorithm>
@@ -18,23 +17,6 @@ constexpr SIZE_T grain = 16;
 constexpr int ofEachSize = 32;
 constexpr SIZE_T headerOfTaken = 16;
 constexpr SIZE_T growth = 65536;
-
-/// While it lives, no other thread uses the heap.
-class HeapLockScope : private Pinned {
-  public:
-    explicit HeapLockScope(HANDLE heap) noexcept
-        : heap_(heap)
-        , locked_(::HeapLock(heap) != FALSE) {}
-    ~HeapLockScope() {
-        if (locked_) {
-            ::HeapUnlock(heap_);
-        }
-    }
-
-  private:
-    HANDLE heap_;
-    bool locked_;
-};
 
 template <typename Use>
 void ForEachFreeBlock(HANDLE heap, Use use) {
@@ -60,26 +42,23 @@ std::vector<SIZE_T> SizesOfFreeBlocks(HANDLE heap) {
             *next++ = size;
         }
     });
-    std::sort(sizes.begin(), next, std::greater<>());
-    sizes.resize(static_cast<std::size_t>(next - sizes.begin()));
+    sizes.erase(next, sizes.end());
+    std::ranges::sort(sizes, std::greater());
     return sizes;
 }
 
 void OverwriteFreedMemoryOf(HANDLE heap) noexcept {
-    const HeapLockScope lock(heap);
+    const bool locked = ::HeapLock(heap) != FALSE; // against other threads
     // Linked through their own first bytes: a list of them would need memory, too.
     void* taken = nullptr;
     const auto take = [&](SIZE_T size) {
-        if (void* block = ::HeapAlloc(heap, HEAP_ZERO_MEMORY, std::max(size, SIZE_T{sizeof(void*)}));
-            block != nullptr) {
+        if (void* block = ::HeapAlloc(heap, HEAP_ZERO_MEMORY, std::max(size, sizeof(void*)))) {
             *static_cast<void**>(block) = taken;
             taken = block;
         }
     };
     try {
-        for (const SIZE_T size : SizesOfFreeBlocks(heap)) {
-            take(size);
-        }
+        std::ranges::for_each(SizesOfFreeBlocks(heap), take);
     } catch (...) {
         // Without room for the list, there is hardly a free block to overwrite.
     }
@@ -94,6 +73,9 @@ void OverwriteFreedMemoryOf(HANDLE heap) noexcept {
         void* const next = *static_cast<void**>(taken);
         ::HeapFree(heap, 0, taken);
         taken = next;
+    }
+    if (locked) {
+        ::HeapUnlock(heap);
     }
 }
 

@@ -1,30 +1,24 @@
 #include "win32/Gate.h"
 
+#include <optional>
 #include <unordered_set>
 
 namespace vextrel {
 
 namespace {
 
-struct State {
+struct {
     bool open = true; ///< until there is a gate
     std::unordered_set<HWND> windows;
     UniqueHook queueHook;
     UniqueHook loopHook;
-    bool translating = false;                    ///< characters that come now were made by a key of the user's
-    InputSource keySource = InputSource::Nobody; ///< of that key
-    LPARAM keyBefore = 0;                        ///< in a loop of the system's: the key that went down last, if real
-    bool keyIsReal = false;
+    std::optional<InputSource> keySource;         ///< of the key that made the characters which come now
+    std::optional<LPARAM> keyBefore;              ///< in a loop of the system's: the key that went down last, if real
     bool mayOpenMenu = false;                     ///< the system opens a menu by a key that it posts itself
     UINT highlighted = 0;                         ///< the menu's item; 0: none
     UINT chosen = 0;                              ///< the item that a menu has just ended on
     InputSource menuSource = InputSource::Nobody; ///< of the key or button that a menu saw last
-};
-
-State& The() noexcept {
-    static State state;
-    return state;
-}
+} state;
 
 InputSource SourceOfInput() noexcept {
     INPUT_MESSAGE_SOURCE source{};
@@ -46,10 +40,10 @@ bool IsForged(UINT message) noexcept {
 /// The one command that a menu may post, once: that of the item it has just ended on.
 bool IsMenuChoice(const MSG& message, bool removed) noexcept {
     const bool chosen =
-        message.message == WM_COMMAND && message.lParam == 0 && The().chosen != 0 && message.wParam == The().chosen;
+        message.message == WM_COMMAND && message.lParam == 0 && state.chosen != 0 && message.wParam == state.chosen;
     // Posted messages come before all others: once one of those is taken, no choice is under way any more.
     if (removed && (chosen || message.message == WM_TIMER || message.message == WM_PAINT || IsInput(message.message))) {
-        The().chosen = 0;
+        state.chosen = 0;
     }
     return chosen;
 }
@@ -60,7 +54,7 @@ LRESULT CALLBACK OnTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
         const bool taken =
             TakesPosted(message.message, message.wParam, message.lParam) ||
             IsMenuChoice(message, wParam == PM_REMOVE) ||
-            (message.hwnd == nullptr ? message.message != WM_TIMER : !The().windows.contains(message.hwnd));
+            (message.hwnd == nullptr ? message.message != WM_TIMER : !state.windows.contains(message.hwnd));
         if (!taken) {
             message.message = WM_NULL;
             message.wParam = 0;
@@ -72,11 +66,10 @@ LRESULT CALLBACK OnTaken(int code, WPARAM wParam, LPARAM lParam) noexcept {
 
 /// Whether a loop of the system's may act on a message. It translates keys itself: the characters of a key follow it.
 bool MaySystemAct(const MSG& message) noexcept {
-    State& state = The();
     if (IsCharacter(message.message)) {
         // A key that stands for one character has it in place of its number.
-        return state.translating ||
-               (state.keyIsReal && (message.lParam == state.keyBefore || HIWORD(state.keyBefore) == message.wParam));
+        return state.keySource ||
+               (state.keyBefore && (message.lParam == *state.keyBefore || HIWORD(*state.keyBefore) == message.wParam));
     }
     if (!IsInput(message.message)) {
         return true;
@@ -87,8 +80,7 @@ bool MaySystemAct(const MSG& message) noexcept {
                            message.wParam == VK_RETURN && message.lParam == 0 && state.mayOpenMenu;
     const bool counts = CountsAsInput(message.message, source) || opensMenu;
     if (IsKeyDown(message.message)) {
-        state.keyIsReal = counts;
-        state.keyBefore = message.lParam;
+        state.keyBefore = counts ? std::optional(message.lParam) : std::nullopt;
     }
     if (counts && message.message != WM_MOUSEMOVE && message.message != WM_NCMOUSEMOVE) {
         state.menuSource = source;
@@ -103,42 +95,55 @@ LRESULT CALLBACK OnLoop(int code, WPARAM wParam, LPARAM lParam) noexcept {
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
+/// Takes a message of a range out of the queue. The end of the program (WM_QUIT) comes whatever is asked for: it is put
+/// back, for the outer loop, and nothing taken.
+bool TakeWaiting(MSG& message, UINT first, UINT last) noexcept {
+    if (::PeekMessageW(&message, nullptr, first, last, PM_REMOVE) == FALSE) {
+        return false;
+    }
+    if (message.message == WM_QUIT) {
+        ::PostQuitMessage(static_cast<int>(message.wParam));
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 Gate::Gate(bool answersOthers, bool hooks) noexcept {
-    The().open = answersOthers;
+    state.open = answersOthers;
     if (!answersOthers && hooks) {
-        The().queueHook.Reset(::SetWindowsHookExW(WH_GETMESSAGE, &OnTaken, nullptr, ::GetCurrentThreadId()));
-        The().loopHook.Reset(::SetWindowsHookExW(WH_MSGFILTER, &OnLoop, nullptr, ::GetCurrentThreadId()));
+        state.queueHook.Reset(::SetWindowsHookExW(WH_GETMESSAGE, &OnTaken, nullptr, ::GetCurrentThreadId()));
+        state.loopHook.Reset(::SetWindowsHookExW(WH_MSGFILTER, &OnLoop, nullptr, ::GetCurrentThreadId()));
     }
 }
 
 Gate::~Gate() {
-    The().queueHook.Reset();
-    The().loopHook.Reset();
-    The().open = true;
+    state.queueHook.Reset();
+    state.loopHook.Reset();
+    state.open = true;
 }
 
 void Gate::Admit(HWND window) {
-    The().windows.insert(window);
+    state.windows.insert(window);
 }
 
 void Gate::Forget(HWND window) noexcept {
-    The().windows.erase(window);
+    state.windows.erase(window);
 }
 
 bool Gate::IsOpen() noexcept {
-    return The().open;
+    return state.open;
 }
 
 bool Gate::LetsThrough(GatedWindow window, UINT message, WPARAM wParam) noexcept {
-    if (The().open) {
+    if (state.open) {
         return true;
     }
     if (IsSentFromOutside()) {
         return AnswersSent(window, message, wParam);
     }
-    return IsCharacter(message) ? The().translating : !IsForged(message);
+    return IsCharacter(message) ? state.keySource.has_value() : !IsForged(message);
 }
 
 bool Gate::IsSentFromOutside() noexcept {
@@ -146,28 +151,28 @@ bool Gate::IsSentFromOutside() noexcept {
 }
 
 bool Gate::IsUsersOwnInput() noexcept {
-    return The().open || (The().translating ? The().keySource : SourceOfInput()) == InputSource::Hardware;
+    return state.open || state.keySource.value_or(SourceOfInput()) == InputSource::Hardware;
 }
 
 bool Gate::IsUsersOwnMenuChoice() noexcept {
-    return The().open || The().menuSource == InputSource::Hardware;
+    return state.open || state.menuSource == InputSource::Hardware;
 }
 
 void Gate::OnMenu(UINT message, WPARAM wParam) noexcept {
     switch (message) {
     case WM_ENTERMENULOOP:
-        The().highlighted = The().chosen = 0;
-        The().mayOpenMenu = wParam == FALSE; // a menu bar, not one that pops up
-        The().menuSource = InputSource::Nobody;
+        state.highlighted = state.chosen = 0;
+        state.mayOpenMenu = wParam == FALSE; // a menu bar, not one that pops up
+        state.menuSource = InputSource::Nobody;
         break;
     case WM_MENUSELECT:
         // As the last thing a menu tells that nothing is highlighted any more, whatever was chosen.
         if (HIWORD(wParam) != 0xFFFF) {
-            The().highlighted = (HIWORD(wParam) & (MF_POPUP | MF_SYSMENU)) == 0 ? LOWORD(wParam) : 0;
-            The().mayOpenMenu = The().mayOpenMenu && The().highlighted == 0;
+            state.highlighted = (HIWORD(wParam) & (MF_POPUP | MF_SYSMENU)) == 0 ? LOWORD(wParam) : 0;
+            state.mayOpenMenu = state.mayOpenMenu && state.highlighted == 0;
         }
         break;
-    case WM_EXITMENULOOP: The().chosen = The().highlighted; break;
+    case WM_EXITMENULOOP: state.chosen = state.highlighted; break;
     default: break;
     }
 }
@@ -179,29 +184,34 @@ void Serve(const MSG& message, HWND dialog) noexcept {
             ::DispatchMessageW(&taken);
         }
     };
-    if (Gate::IsOpen()) {
-        dispatch(message);
+    if (!state.open && (IsForged(message.message) || IsCharacter(message.message))) {
         return;
     }
-    if (IsForged(message.message) || IsCharacter(message.message)) {
-        return;
-    }
-    const InputSource source = IsKeyDown(message.message) ? SourceOfInput() : InputSource::Nobody;
+    const InputSource source = SourceOfInput();
     dispatch(message);
-    if (!IsKeyDown(message.message)) {
+    if (state.open || !IsKeyDown(message.message)) {
         return;
     }
     // What the key was translated to waits in front of everything else.
-    const FlagScope translating(The().translating);
-    The().keySource = source;
+    const auto before = std::exchange(state.keySource, source);
     MSG made{};
-    while (::PeekMessageW(&made, nullptr, WM_CHAR, WM_DEADCHAR, PM_REMOVE) != FALSE ||
-           ::PeekMessageW(&made, nullptr, WM_SYSCHAR, WM_SYSDEADCHAR, PM_REMOVE) != FALSE) {
-        if (made.message == WM_QUIT) { // comes whatever is asked for
-            ::PostQuitMessage(static_cast<int>(made.wParam));
-            return;
-        }
+    while (TakeWaiting(made, WM_CHAR, WM_DEADCHAR) || TakeWaiting(made, WM_SYSCHAR, WM_SYSDEADCHAR)) {
         dispatch(made);
+    }
+    state.keySource = before;
+}
+
+bool PumpPendingMessages() noexcept {
+    MSG message{};
+    while (TakeWaiting(message, 0, 0)) {
+        Serve(message, nullptr);
+    }
+    return message.message != WM_QUIT;
+}
+
+void DropPendingKeys() noexcept {
+    MSG message{};
+    while (TakeWaiting(message, WM_KEYFIRST, WM_KEYLAST)) {
     }
 }
 

@@ -43,4 +43,13 @@ class Gate : private Pinned {
 /// characters that no key has made go nowhere.
 void Serve(const MSG& message, HWND dialog) noexcept;
 
+/// Serves every message that waits in this thread's queue, without any dialog navigation. The end of the program is
+/// left for the outer loop and stops it. Anything can happen meanwhile: the caller looks again at whatever it relies
+/// on.
+/// @return false when the program ends.
+bool PumpPendingMessages() noexcept;
+
+/// Takes the key messages that wait in this thread's queue out of it, unprocessed.
+void DropPendingKeys() noexcept;
+
 } // namespace vextrel

@@ -22,20 +22,23 @@ template <typename... Keys>
 }
 
 /// The left one, unless the user has swapped them.
-[[nodiscard]] inline bool IsPrimaryButtonDown() noexcept {
-    return IsDownNow(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON);
+[[nodiscard]] inline int PrimaryButton() noexcept {
+    return ::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON;
 }
 
-/// The same as far as this thread has followed: Wine's answer to the other question may be 50 ms old. Neither is moved
-/// by what anybody posts.
-[[nodiscard]] inline bool WasPrimaryButtonDown() noexcept {
-    return ::GetKeyState(::GetSystemMetrics(SM_SWAPBUTTON) != 0 ? VK_RBUTTON : VK_LBUTTON) < 0;
+[[nodiscard]] inline bool IsPrimaryButtonDown() noexcept {
+    return IsDownNow(PrimaryButton());
 }
 
 // What they were doing when the message that is being handled was made.
 
 [[nodiscard]] inline bool WasDown(int virtualKey) noexcept {
     return ::GetKeyState(virtualKey) < 0;
+}
+
+/// Wine's answer for now may be 50 ms old; neither is moved by what anybody posts.
+[[nodiscard]] inline bool WasPrimaryButtonDown() noexcept {
+    return WasDown(PrimaryButton());
 }
 
 [[nodiscard]] inline bool WasToggled(int virtualKey) noexcept {

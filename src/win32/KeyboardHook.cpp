@@ -60,25 +60,21 @@ void KeyboardHook::Remove() noexcept {
 DWORD WINAPI KeyboardHook::ServeHook(void* self) noexcept {
     auto& hook = *static_cast<KeyboardHook*>(self);
     ::SetThreadPriority(::GetCurrentThread(), THREAD_PRIORITY_HIGHEST);
-    UniqueHook installed(NewHook());
+    hook.KeyboardHookHandle_ = NewHook();
     // Creates the thread's message queue before anyone is told that there is a thread to post to.
     MSG message{};
     ::PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
-    hook.KeyboardHookHandle_ = installed.Get();
     ::SetEvent(hook.ready_.Get());
-    if (installed) {
-        ::SetTimer(nullptr, 0, renewalMs, nullptr);
-    }
-    while (installed && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
+    ::SetTimer(nullptr, 0, renewalMs, nullptr);
+    while (hook.IsInstalled() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (message.message == WM_TIMER) {
             // The new one first: there is no moment without a hook.
-            if (UniqueHook renewed(NewHook()); renewed) {
-                installed = std::move(renewed);
-                hook.KeyboardHookHandle_ = installed.Get();
+            if (const HHOOK renewed = NewHook(); renewed != nullptr) {
+                ::UnhookWindowsHookEx(hook.KeyboardHookHandle_.exchange(renewed));
             }
         }
     }
-    hook.KeyboardHookHandle_ = nullptr;
+    ::UnhookWindowsHookEx(hook.KeyboardHookHandle_.exchange(nullptr));
     return 0;
 }
 

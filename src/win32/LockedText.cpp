@@ -12,17 +12,13 @@ namespace {
 
 /// A process may lock about as much as its minimum working set, which is small at first. Raised only when a lock was
 /// refused for it, so that pages which come and go do not raise it again and again.
-bool RaiseWorkingSet(std::size_t byteCount) noexcept {
+void LockAgainstPaging(void* pages, std::size_t byteCount) noexcept {
     SIZE_T minimum = 0;
     SIZE_T maximum = 0;
     const HANDLE process = ::GetCurrentProcess();
-    return ::GetProcessWorkingSetSize(process, &minimum, &maximum) != FALSE &&
-           ::SetProcessWorkingSetSize(process, minimum + byteCount, maximum + byteCount) != FALSE;
-}
-
-void LockAgainstPaging(void* pages, std::size_t byteCount) noexcept {
     if (::VirtualLock(pages, byteCount) == FALSE && ::GetLastError() == ERROR_WORKING_SET_QUOTA &&
-        RaiseWorkingSet(byteCount)) {
+        ::GetProcessWorkingSetSize(process, &minimum, &maximum) != FALSE &&
+        ::SetProcessWorkingSetSize(process, minimum + byteCount, maximum + byteCount) != FALSE) {
         ::VirtualLock(pages, byteCount);
     }
 }
@@ -36,7 +32,7 @@ void CallCrashReports(const char* function, Arguments... arguments) noexcept {
     }
 }
 
-class LockedPages final : public SecretPages {
+const class LockedPages final : public SecretPages {
   public:
     [[nodiscard]] void* Allocate(std::size_t byteCount) const override {
         void* pages = ::VirtualAlloc(nullptr, byteCount, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
@@ -57,16 +53,11 @@ class LockedPages final : public SecretPages {
         // Freeing ends the lock, too.
         ::VirtualFree(pages, 0, MEM_RELEASE);
     }
-};
-
-const SecretPages& Pages() noexcept {
-    static const LockedPages pages;
-    return pages;
-}
+} lockedPages;
 
 } // namespace
 
 LockedText::LockedText()
-    : SecretText(Pages()) {}
+    : SecretText(lockedPages) {}
 
 } // namespace vextrel

@@ -14,15 +14,13 @@ void MoveHook::Install(HWND form, MoveEvents& events) {
 LRESULT MoveHook::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     const HWND form = Handle();
     const LRESULT result = ToWindow(message, wParam, lParam);
-    if (!isActing_ || isTelling_) {
-        return result;
-    }
-    if (message == WM_SIZE && wParam == SIZE_RESTORED) {
+    if (isActing_ && !isTelling_) {
         const FlagScope telling(isTelling_);
-        GuardEvent(form, L"Resize", [this] { events_->FormResized(); });
-    } else if (message == WM_MOVE) {
-        const FlagScope telling(isTelling_);
-        GuardEvent(form, L"FormMove", [this] { events_->FormMoved(); });
+        if (message == WM_SIZE && wParam == SIZE_RESTORED) {
+            GuardEvent(form, L"Resize", [this] { events_->FormResized(); });
+        } else if (message == WM_MOVE) {
+            GuardEvent(form, L"FormMove", [this] { events_->FormMoved(); });
+        }
     }
     return result;
 }

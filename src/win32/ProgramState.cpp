@@ -5,15 +5,10 @@
 namespace vextrel {
 
 std::wstring FindProgramFolder() {
-    std::wstring path;
-    DWORD length = 0;
-    do { // until it is not cut
-        path.resize(path.size() + MAX_PATH);
-        length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-        if (length == 0) {
-            ThrowLastError();
-        }
-    } while (length == path.size());
+    std::wstring path(32768, L'\0'); // no path is longer
+    if (::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())) == 0) {
+        ThrowLastError();
+    }
     return path.substr(0, path.find_last_of(L'\\'));
 }
 

@@ -4,22 +4,14 @@ namespace vextrel {
 
 namespace {
 
-/// WDA_EXCLUDEFROMCAPTURE, which older headers lack.
-constexpr DWORD excludeFromCapture = 0x11;
-
 /// What is in force. Not an object that is handed on: a hook's procedure gets no context, and every window of the
 /// program asks, dialogs of the system included.
-struct Exclusion {
+struct {
     bool inForce = false;
     bool watchesSystemWindows = false;
     int scopes = 0; ///< that stand now; one watch serves all of them
     UniqueHook watch;
-};
-
-Exclusion& TheExclusion() noexcept {
-    static Exclusion exclusion;
-    return exclusion;
-}
+} exclusion;
 
 /// Sees the messages to the windows of this thread, whoever made them. Before a window is shown, its place changes,
 /// however it is shown; tool tips and menus get no other notice.
@@ -40,46 +32,42 @@ LRESULT CALLBACK BeforeMessage(int code, WPARAM wParam, LPARAM lParam) noexcept 
 
 CaptureState CaptureStateOf(HWND window) noexcept {
     DWORD affinity = WDA_NONE;
-    if (::GetWindowDisplayAffinity(window, &affinity) == FALSE) {
+    if (::GetWindowDisplayAffinity(window, &affinity) == FALSE || affinity == WDA_NONE) {
         return CaptureState::Shown;
     }
-    if (affinity == excludeFromCapture) {
-        return CaptureState::Excluded;
-    }
-    return affinity == WDA_MONITOR ? CaptureState::Black : CaptureState::Shown;
+    return affinity == WDA_MONITOR ? CaptureState::Black : CaptureState::Excluded;
 }
 
 void ExcludeFromCapture(HWND window) noexcept {
-    if (!TheExclusion().inForce || CaptureStateOf(window) != CaptureState::Shown) {
+    if (!exclusion.inForce || CaptureStateOf(window) != CaptureState::Shown) {
         return;
     }
     // A system that does not know the first value takes it for the second or refuses it.
-    if (::SetWindowDisplayAffinity(window, excludeFromCapture) == FALSE ||
+    if (::SetWindowDisplayAffinity(window, WDA_EXCLUDEFROMCAPTURE) == FALSE ||
         CaptureStateOf(window) == CaptureState::Shown) {
         ::SetWindowDisplayAffinity(window, WDA_MONITOR);
     }
 }
 
 CaptureExclusion::CaptureExclusion(bool systemWindowsToo) noexcept {
-    TheExclusion().inForce = true;
-    TheExclusion().watchesSystemWindows = systemWindowsToo;
+    exclusion.inForce = true;
+    exclusion.watchesSystemWindows = systemWindowsToo;
 }
 
 CaptureExclusion::~CaptureExclusion() {
-    TheExclusion().inForce = false;
-    TheExclusion().watchesSystemWindows = false;
+    exclusion.inForce = false;
+    exclusion.watchesSystemWindows = false;
 }
 
 SystemWindowsScope::SystemWindowsScope() noexcept {
-    if (TheExclusion().scopes++ == 0 && TheExclusion().watchesSystemWindows) {
-        TheExclusion().watch.Reset(
-            ::SetWindowsHookExW(WH_CALLWNDPROC, &BeforeMessage, nullptr, ::GetCurrentThreadId()));
+    if (exclusion.scopes++ == 0 && exclusion.watchesSystemWindows) {
+        exclusion.watch.Reset(::SetWindowsHookExW(WH_CALLWNDPROC, &BeforeMessage, nullptr, ::GetCurrentThreadId()));
     }
 }
 
 SystemWindowsScope::~SystemWindowsScope() {
-    if (--TheExclusion().scopes == 0) {
-        TheExclusion().watch.Reset();
+    if (--exclusion.scopes == 0) {
+        exclusion.watch.Reset();
     }
 }
 

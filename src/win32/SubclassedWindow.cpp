@@ -1,6 +1,5 @@
 #include "win32/SubclassedWindow.h"
 
-#include "core/Error.h"
 #include "win32/Gate.h"
 #include "win32/Text.h"
 
@@ -18,16 +17,13 @@ struct Entry {
 };
 
 /// By window: a window procedure gets no other context.
-std::unordered_map<HWND, Entry>& Gated() noexcept {
-    static std::unordered_map<HWND, Entry> windows;
-    return windows;
-}
+std::unordered_map<HWND, Entry> gated;
 
 } // namespace
 
 LRESULT CALLBACK GatedProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    const auto found = Gated().find(window);
-    if (found == Gated().end()) {
+    const auto found = gated.find(window);
+    if (found == gated.end()) {
         return ::DefWindowProcW(window, message, wParam, lParam);
     }
     const Entry entry = found->second;
@@ -42,43 +38,39 @@ LRESULT CALLBACK GatedProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
         if (entry.object != nullptr) {
             entry.object->handle_ = nullptr;
         }
-        Gated().erase(window);
+        gated.erase(window);
         Gate::Forget(window);
         ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(entry.own));
-        return ::CallWindowProcW(entry.own, window, message, wParam, lParam);
+    } else if (entry.object != nullptr) {
+        return entry.object->OnWindowMessage(message, wParam, lParam);
     }
-    return entry.object != nullptr ? entry.object->OnWindowMessage(message, wParam, lParam)
-                                   : ::CallWindowProcW(entry.own, window, message, wParam, lParam);
+    return ::CallWindowProcW(entry.own, window, message, wParam, lParam);
 }
 
 void GateWindow(HWND window, GatedWindow kind) {
     Gate::Admit(window);
-    const auto entry = Gated().emplace(window, Entry{.kind = kind}).first;
+    const auto entry = gated.emplace(window, Entry{.kind = kind}).first;
     entry->second.own = reinterpret_cast<WNDPROC>(
         ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&GatedProcedure)));
     if (entry->second.own == nullptr) {
-        Gated().erase(entry);
+        gated.erase(entry);
         ThrowLastError();
     }
 }
 
 LRESULT Tell(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    const auto found = Gated().find(window);
-    return found == Gated().end() ? ::SendMessageW(window, message, wParam, lParam)
-                                  : ::CallWindowProcW(found->second.own, window, message, wParam, lParam);
+    const auto found = gated.find(window);
+    return found == gated.end() ? ::SendMessageW(window, message, wParam, lParam)
+                                : ::CallWindowProcW(found->second.own, window, message, wParam, lParam);
 }
 
 void SubclassedWindow::Attach(HWND window) {
-    const auto found = Gated().find(window);
-    if (found == Gated().end()) {
-        throw Error(ErrorNumber::InvalidCall);
-    }
-    found->second.object = this;
+    gated.at(window).object = this;
     handle_ = window;
 }
 
 void SubclassedWindow::Detach() noexcept {
-    if (const auto found = Gated().find(std::exchange(handle_, nullptr)); found != Gated().end()) {
+    if (const auto found = gated.find(std::exchange(handle_, nullptr)); found != gated.end()) {
         found->second.object = nullptr;
     }
 }

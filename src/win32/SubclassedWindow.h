@@ -31,7 +31,7 @@ class SubclassedWindow : private Pinned {
     /// The window, if it lives longer, is itself again.
     ~SubclassedWindow() { Detach(); }
 
-    /// Takes over a window that has a gate. @throws Error "Invalid procedure call" for one that has none.
+    /// Takes over a window that has a gate. @throws std::out_of_range for one that has none.
     void Attach(HWND window);
     /// Gives it back. Harmless without one.
     void Detach() noexcept;

@@ -1,27 +1,10 @@
 #include "win32/Text.h"
 
 #include "core/Error.h"
-#include "core/SecretText.h"
 
 #include <algorithm>
 
 namespace vextrel {
-
-namespace {
-
-/// The system's own text for an error code, without the line break at its end.
-std::wstring SystemErrorText(DWORD code) {
-    wchar_t* buffer = nullptr;
-    const DWORD size =
-        ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-                         nullptr, code, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-    std::wstring text(buffer == nullptr ? L"" : buffer, size);
-    ::LocalFree(buffer);
-    text.erase(text.find_last_not_of(L"\r\n ") + 1);
-    return text;
-}
-
-} // namespace
 
 std::string Narrow(std::wstring_view text) {
     const int length = static_cast<int>(text.size());
@@ -58,7 +41,14 @@ std::optional<std::string> NarrowPath(const std::wstring& path) {
 
 void ThrowLastError() {
     const DWORD code = ::GetLastError();
-    throw Error(static_cast<std::int32_t>(code), SystemErrorText(code));
+    wchar_t* buffer = nullptr;
+    const DWORD size =
+        ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                         nullptr, code, 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+    std::wstring text(buffer == nullptr ? L"" : buffer, size);
+    ::LocalFree(buffer);
+    text.erase(text.find_last_not_of(L"\r\n ") + 1); // the line break at its end
+    throw Error(static_cast<std::int32_t>(code), text);
 }
 
 void ReadClipboardText(HWND owner, SecretText& text) {
@@ -66,13 +56,12 @@ void ReadClipboardText(HWND owner, SecretText& text) {
     if (::OpenClipboard(owner) == FALSE) {
         return;
     }
-    if (const HANDLE data = ::GetClipboardData(CF_UNICODETEXT); data != nullptr) {
-        if (const auto* characters = static_cast<const wchar_t*>(::GlobalLock(data)); characters != nullptr) {
-            const std::size_t room = std::min(SecretText::capacity, ::GlobalSize(data) / sizeof(wchar_t));
-            const std::wstring_view all(characters, room);
-            text.Assign(all.substr(0, all.find(L'\0')));
-            ::GlobalUnlock(data);
-        }
+    const HANDLE data = ::GetClipboardData(CF_UNICODETEXT);
+    if (const auto* characters = static_cast<const wchar_t*>(data != nullptr ? ::GlobalLock(data) : nullptr)) {
+        const std::size_t room = std::min(SecretText::capacity, ::GlobalSize(data) / sizeof(wchar_t));
+        const std::wstring_view all(characters, room);
+        text.Assign(all.substr(0, all.find(L'\0')));
+        ::GlobalUnlock(data);
     }
     ::CloseClipboard();
 }
@@ -88,10 +77,9 @@ AnsiCharacter::AnsiCharacter(std::wstring_view text) noexcept {
         return;
     }
     unitCount_ = text.size() > 1 && IS_SURROGATE_PAIR(text[0], text[1]) ? 2 : 1;
-    const int written = ::WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(unitCount_),
-                                              reinterpret_cast<char*>(bytes_.data()), static_cast<int>(bytes_.size()),
-                                              nullptr, nullptr);
-    byteCount_ = static_cast<std::size_t>(written);
+    byteCount_ = static_cast<std::size_t>(::WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(unitCount_),
+                                                                reinterpret_cast<char*>(bytes_.data()),
+                                                                static_cast<int>(bytes_.size()), nullptr, nullptr));
 }
 
 AnsiCharacter::~AnsiCharacter() {

@@ -4,14 +4,13 @@ namespace vextrel {
 
 namespace {
 
-void ChangeExStyle(HWND window, LONG_PTR add, LONG_PTR remove) noexcept {
+void ChangeExStyle(HWND window, LONG_PTR bit, bool on) noexcept {
     const LONG_PTR style = ::GetWindowLongPtrW(window, GWL_EXSTYLE);
-    ::SetWindowLongPtrW(window, GWL_EXSTYLE, (style | add) & ~remove);
+    ::SetWindowLongPtrW(window, GWL_EXSTYLE, on ? style | bit : style & ~bit);
 }
 
-void PutAlone(HWND window, HWND after) noexcept {
-    ::SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
-}
+constexpr UINT inPlace = SWP_NOSIZE | SWP_NOMOVE;
+constexpr UINT alone = inPlace | SWP_NOACTIVATE | SWP_NOOWNERZORDER;
 
 } // namespace
 
@@ -28,20 +27,19 @@ MONITORINFO MonitorOf(HWND window) noexcept {
 }
 
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept {
-    if (!alpha) {
-        return;
+    if (alpha) {
+        ChangeExStyle(window, WS_EX_LAYERED, true);
+        // The colour key is passed but has no effect without LWA_COLORKEY.
+        ::SetLayeredWindowAttributes(window, RGB(255, 255, 0), *alpha, LWA_ALPHA);
     }
-    ChangeExStyle(window, WS_EX_LAYERED, 0);
-    // The colour key is passed but has no effect without LWA_COLORKEY.
-    ::SetLayeredWindowAttributes(window, RGB(255, 255, 0), *alpha, LWA_ALPHA);
 }
 
 void SetClickThrough(HWND window, bool clickThrough) noexcept {
-    ChangeExStyle(window, clickThrough ? WS_EX_TRANSPARENT : 0, clickThrough ? 0 : WS_EX_TRANSPARENT);
+    ChangeExStyle(window, WS_EX_TRANSPARENT, clickThrough);
 }
 
 void SetTopmost(HWND window, bool topmost) noexcept {
-    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, inPlace);
 }
 
 bool IsTopmost(HWND window) noexcept {
@@ -49,21 +47,19 @@ bool IsTopmost(HWND window) noexcept {
 }
 
 bool IsAbove(HWND upper, HWND lower) noexcept {
-    for (HWND window = ::GetWindow(lower, GW_HWNDPREV); window != nullptr; window = ::GetWindow(window, GW_HWNDPREV)) {
-        if (window == upper) {
-            return true;
-        }
-    }
-    return false;
+    do {
+        lower = ::GetWindow(lower, GW_HWNDPREV);
+    } while (lower != nullptr && lower != upper);
+    return lower != nullptr;
 }
 
 void SetTopmostAlone(HWND window, bool topmost) noexcept {
-    PutAlone(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST);
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_NOTOPMOST, 0, 0, 0, 0, alone);
 }
 
 void RaiseAlone(HWND window, bool topmost) noexcept {
     // HWND_NOTOPMOST leaves a window where it is that is in no topmost band already.
-    PutAlone(window, topmost ? HWND_TOPMOST : HWND_TOP);
+    ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_TOP, 0, 0, 0, 0, alone);
 }
 
 } // namespace vextrel
