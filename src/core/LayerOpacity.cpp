@@ -30,8 +30,7 @@ LayerCommandOutcome RunLayerCommand(LayerCommandState state, std::int16_t coverT
     } else if (state.lastTyped >= smallestRememberedOpacity) {
         opacity = LayerOpacity(state).value_or(coverTransparency);
     }
-    const bool differs = opacity != state.firstSeen;
-    return {.state = state, .coverTransparency = opacity, .marked = differs, .ask = differs};
+    return {.state = state, .coverTransparency = opacity, .marked = opacity != state.firstSeen};
 }
 
 LayerCommandState TakeLayerAnswer(LayerCommandState state, std::optional<std::int32_t> answer) noexcept {

@@ -2,8 +2,6 @@
 
 #include "core/Error.h"
 
-#include <algorithm>
-
 namespace vextrel {
 
 void ReadPlainBox(std::wstring_view plainText, SecretText& password) {

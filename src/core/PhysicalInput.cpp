@@ -1,6 +1,5 @@
 #include "core/PhysicalInput.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace vextrel {

@@ -23,7 +23,6 @@ class DragData : private Pinned {
     void EndSoon() noexcept { ::SetEvent(over_.Get()); }
 
   private:
-    HRESULT Share() noexcept;
     static DWORD WINAPI Serve(void* self) noexcept;
 
     ComPtr<TextDataObject> object_;
