@@ -1,6 +1,6 @@
 #include "app/Keyboard.h"
 
-#include "core/PhysicalInput.h"
+#include "core/PasswordView.h"
 #include "core/SlotTable.h"
 #include "core/TextEdit.h"
 #include "win32/EventGuard.h"

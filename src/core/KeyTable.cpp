@@ -62,9 +62,4 @@ wchar_t ShiftCounterpart(wchar_t character) noexcept {
     return place == std::wstring_view::npos ? character : english[(place + characterKeyCount) % english.size()];
 }
 
-const ActionKeyCaptions& DefaultActionKeyCaptions() {
-    static const ActionKeyCaptions captions{L"bksp", L"tab", L"cap", L"ent", L"shft"};
-    return captions;
-}
-
 } // namespace vextrel

@@ -66,7 +66,7 @@ void ReadLayoutEntries(const LayoutReader& read, Layout& layout) {
 
 std::wstring ActionCaptionOrDefault(std::wstring_view stored, ActionKey key) {
     std::wstring caption = WithoutNuls(std::wstring(stored));
-    return TrimBlanks(caption).empty() ? DefaultActionKeyCaptions()[static_cast<std::size_t>(key)] : caption;
+    return TrimBlanks(caption).empty() ? defaultActionKeyCaptions[static_cast<std::size_t>(key)] : caption;
 }
 
 } // namespace vextrel

@@ -4,7 +4,6 @@
 #include "core/SecretText.h"
 
 #include <cstdint>
-#include <string_view>
 
 namespace vextrel {
 
@@ -12,7 +11,6 @@ namespace vextrel {
 struct BoxSelection {
     std::int16_t start = 0;
     std::int16_t length = 0;
-    friend constexpr bool operator==(BoxSelection, BoxSelection) = default;
 };
 
 enum class PasswordBoxView { Masked, Plain };
@@ -26,7 +24,6 @@ struct Splice {
     TextRange range;
     std::wstring text;
     ~Splice();
-    friend bool operator==(const Splice&, const Splice&) = default;
 };
 
 /// What one key does to the visible box and to the password. Splices rather than whole texts, so that no key press
@@ -36,7 +33,6 @@ struct TextEdit {
     std::optional<Splice> password;
     /// Where the caret stands afterwards; nothing is selected then.
     std::int16_t caret = 0;
-    friend bool operator==(const TextEdit&, const TextEdit&) = default;
 };
 
 /// The visible box before an edit.
@@ -77,7 +73,6 @@ struct KeyPressOutcome {
     std::optional<TextEdit> edit; ///< what the visible box and the password go through
     Modifiers modifiers;          ///< as they are afterwards
     bool showLeftover = false;    ///< the message box with the text "asdf"
-    friend bool operator==(const KeyPressOutcome&, const KeyPressOutcome&) = default;
 };
 
 /// The one rule that turns a press of an on-screen key into an edit.

@@ -17,13 +17,6 @@ UniqueKernelHandle NewEvent() {
     return event;
 }
 
-void ThrowIfFailed(HRESULT result) {
-    if (FAILED(result)) {
-        ::SetLastError(static_cast<DWORD>(result));
-        ThrowLastError();
-    }
-}
-
 } // namespace
 
 DragData::DragData()
@@ -45,9 +38,15 @@ DragData::~DragData() {
 }
 
 void DragData::GetForThisThread(ComPtr<IDataObject>& data) {
-    ThrowIfFailed(result_);
-    shared_->Seek({}, STREAM_SEEK_SET, nullptr);
-    ThrowIfFailed(::CoUnmarshalInterface(shared_.Get(), __uuidof(IDataObject), reinterpret_cast<void**>(data.Out())));
+    HRESULT result = result_;
+    if (SUCCEEDED(result)) {
+        shared_->Seek({}, STREAM_SEEK_SET, nullptr);
+        result = ::CoUnmarshalInterface(shared_.Get(), __uuidof(IDataObject), reinterpret_cast<void**>(data.Out()));
+    }
+    if (FAILED(result)) {
+        ::SetLastError(static_cast<DWORD>(result));
+        ThrowLastError();
+    }
 }
 
 DWORD WINAPI DragData::Serve(void* self) noexcept {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/Pinned.h"
 #include "transfer/TextDataObject.h"
 #include "win32/handles.h"
 

@@ -7,7 +7,6 @@
 #include <shlobj.h>
 
 #include <cstring>
-#include <memory>
 #include <new>
 #include <vector>
 
@@ -25,8 +24,8 @@ class HandedMemory final : public ComObject<IUnknown> {
         if (!memory_) {
             throw std::bad_alloc();
         }
-        const LockScope lock(All().lock);
-        All().living.push_back(this);
+        const LockScope lock(lock_);
+        living_.push_back(this);
         fill(::GlobalLock(memory_.get()));
         ::GlobalUnlock(memory_.get());
     }
@@ -34,26 +33,16 @@ class HandedMemory final : public ComObject<IUnknown> {
     [[nodiscard]] HGLOBAL Get() const noexcept { return memory_.get(); }
     /// Wipes all that receivers have not released yet.
     static void WipeAll() noexcept {
-        const LockScope lock(All().lock);
-        for (HandedMemory* memory : All().living) {
+        const LockScope lock(lock_);
+        for (HandedMemory* memory : living_) {
             memory->Wipe();
         }
     }
 
   private:
-    /// Receivers release it when they like, on any thread: it has no owner who could keep the list.
-    struct List {
-        SRWLOCK lock = SRWLOCK_INIT;
-        std::vector<HandedMemory*> living;
-    };
-    static List& All() noexcept {
-        static List list;
-        return list;
-    }
-
     ~HandedMemory() override {
-        const LockScope lock(All().lock);
-        std::erase(All().living, this);
+        const LockScope lock(lock_);
+        std::erase(living_, this);
         Wipe();
     }
     void Wipe() noexcept {
@@ -67,6 +56,10 @@ class HandedMemory final : public ComObject<IUnknown> {
         void operator()(HGLOBAL memory) const noexcept { ::GlobalFree(memory); }
     };
     std::unique_ptr<void, Free> memory_;
+
+    /// Receivers release it when they like, on any thread: it has no owner who could keep the list.
+    static inline std::vector<HandedMemory*> living_;
+    static inline SRWLOCK lock_ = SRWLOCK_INIT; ///< of the list
 };
 
 constexpr FORMATETC TextFormat(CLIPFORMAT format) noexcept {
@@ -74,11 +67,6 @@ constexpr FORMATETC TextFormat(CLIPFORMAT format) noexcept {
 }
 
 constexpr FORMATETC offeredFormats[] = {TextFormat(CF_UNICODETEXT), TextFormat(CF_TEXT)};
-
-bool IsOffered(const FORMATETC& format) noexcept {
-    return (format.cfFormat == CF_TEXT || format.cfFormat == CF_UNICODETEXT) && format.dwAspect == DVASPECT_CONTENT &&
-           (format.tymed & TYMED_HGLOBAL) != 0;
-}
 
 /// The process whose call is being handled. @return 0 for a call from within this process, or where the system does not
 /// tell.
@@ -123,11 +111,11 @@ void TextDataObject::Discard() noexcept {
 }
 
 HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
-    if (format == nullptr || medium == nullptr) {
+    if (medium == nullptr) {
         return E_POINTER;
     }
-    if (!IsOffered(*format)) {
-        return DV_E_FORMATETC;
+    if (const HRESULT offered = QueryGetData(format); offered != S_OK) {
+        return offered;
     }
     const LockScope lock(lock_);
     if (const DWORD caller = CallingProcess(); receiver_ != 0 && caller != 0 && caller != receiver_) {
@@ -155,7 +143,9 @@ HRESULT TextDataObject::QueryGetData(FORMATETC* format) noexcept {
     if (format == nullptr) {
         return E_POINTER;
     }
-    return IsOffered(*format) ? S_OK : DV_E_FORMATETC;
+    const bool isText = format->cfFormat == CF_TEXT || format->cfFormat == CF_UNICODETEXT;
+    const bool isOffered = isText && format->dwAspect == DVASPECT_CONTENT && (format->tymed & TYMED_HGLOBAL) != 0;
+    return isOffered ? S_OK : DV_E_FORMATETC;
 }
 
 HRESULT TextDataObject::GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) noexcept {

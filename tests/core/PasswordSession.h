@@ -5,7 +5,6 @@
 
 #include "core/KeyTable.h"
 #include "core/PasswordView.h"
-#include "core/PhysicalInput.h"
 #include "core/TextEdit.h"
 
 #include "HeapText.h"
