@@ -29,6 +29,7 @@ struct SendKeysStroke {
     std::uint8_t virtualKey = 0; ///< of a modifier or a named key
     std::int16_t count = 1;      ///< presses of a key; 0 plays nothing
     std::wstring_view text = {}; ///< KeyText: what KeyCode is asked for when it is played; lies in the parsed command
+    friend bool operator==(const SendKeysStroke&, const SendKeysStroke&) = default;
 };
 
 struct SendKeysProgram {
