@@ -1,8 +1,8 @@
 #include "app/Keyboard.h"
 
-#include "core/KeyPress.h"
-#include "core/PhysicalInput.h"
+#include "core/PasswordView.h"
 #include "core/SlotTable.h"
+#include "core/TextEdit.h"
 #include "win32/EventGuard.h"
 #include "win32/Gate.h"
 #include "win32/InputState.h"

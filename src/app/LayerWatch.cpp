@@ -51,7 +51,7 @@ bool LayerWatch::ToggleOpacity() noexcept {
     command_ = outcome.state;
     marked_ = outcome.marked;
     SetCoverTransparency(outcome.coverTransparency);
-    return outcome.ask;
+    return marked_;
 }
 
 void LayerWatch::AskOpacity() {

@@ -1,7 +1,6 @@
 #include "app/PasswordField.h"
 
 #include "core/PasswordView.h"
-#include "core/PhysicalInput.h"
 #include "win32/FreedMemory.h"
 
 namespace vextrel {

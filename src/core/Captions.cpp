@@ -1,21 +1,9 @@
 #include "core/Captions.h"
 
 #include "core/CaptionText.h"
-
-#include <iterator>
-#include <utility>
+#include "core/LayoutFile.h"
 
 namespace vextrel {
-
-namespace {
-
-std::wstring ActionKeyCaption(const ActionKeyCaptions& captions, ActionKey key) {
-    const auto index = static_cast<std::size_t>(key);
-    const std::wstring_view caption = TrimBlanks(captions[index]);
-    return caption.empty() ? DefaultActionKeyCaptions()[index] : std::wstring(caption);
-}
-
-} // namespace
 
 std::wstring CharacterKeyCaption(const KeyCaption& key, Modifiers modifiers) {
     const bool upper = modifiers.altGrIsDown || modifiers.shiftIsDown != modifiers.capsLockIsDown;
@@ -37,7 +25,8 @@ std::vector<ButtonCaption> RefreshedCaptions(const KeyCaptions& captions, const 
         refreshed.push_back({slots.ButtonOfSlot(slot), CharacterKeyCaption(captions.At(slot), modifiers)});
     }
     for (const auto& [button, key] : actionKeys) {
-        refreshed.push_back({button, ActionKeyCaption(actionCaptions, key)});
+        const std::wstring caption = ActionCaptionOrDefault(actionCaptions[static_cast<std::size_t>(key)], key);
+        refreshed.push_back({button, std::wstring(TrimBlanks(caption))});
     }
     refreshed.push_back({keys::space, L" "});
     return refreshed;

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "core/KeyTable.h"
 #include "core/SlotTable.h"
 
-#include <string>
 #include <vector>
 
 namespace vextrel {
@@ -11,7 +9,6 @@ namespace vextrel {
 struct ButtonCaption {
     int button = 0;
     std::wstring caption;
-    friend bool operator==(const ButtonCaption&, const ButtonCaption&) = default;
 };
 
 /// The caption of a character key as a button carries it: trimmed, a lone "&" doubled. With AltGr down the upper-case

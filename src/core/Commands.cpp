@@ -3,7 +3,6 @@
 #include "core/ids.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace vextrel {
 

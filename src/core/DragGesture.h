@@ -2,6 +2,9 @@
 
 #include "core/Geometry.h"
 
+#include <cstdlib>
+#include <utility>
+
 namespace vextrel {
 
 /// Tells a drag of the password from a selection of text, from press to release. In pixels of the box's client area.
@@ -19,9 +22,29 @@ class DragGesture {
     };
 
     /// @param box the client area of the box. @param threshold how far the system lets a click wander, to either side.
-    [[nodiscard]] Verdict Press(Point point, bool onSelection, Size box, Size threshold) noexcept;
-    [[nodiscard]] Verdict Move(Point point) noexcept;
-    [[nodiscard]] Verdict Release() noexcept;
+    [[nodiscard]] Verdict Press(Point point, bool onSelection, Size box, Size threshold) noexcept {
+        pressed_ = point;
+        box_ = box;
+        threshold_ = threshold;
+        phase_ = onSelection ? Phase::Held : Phase::Selecting;
+        return onSelection ? Verdict::Hold : Verdict::Box;
+    }
+    [[nodiscard]] Verdict Move(Point point) noexcept {
+        const int reach = box_.height;
+        const Rect around{-reach, -reach, box_.width + reach, box_.height + reach};
+        if (phase_ == Phase::Idle || (phase_ == Phase::Selecting && around.Contains(point))) {
+            return Verdict::Box;
+        }
+        if (phase_ == Phase::Held && std::abs(point.x - pressed_.x) <= threshold_.width &&
+            std::abs(point.y - pressed_.y) <= threshold_.height) {
+            return Verdict::Hold;
+        }
+        phase_ = Phase::Idle;
+        return Verdict::StartDrag;
+    }
+    [[nodiscard]] Verdict Release() noexcept {
+        return std::exchange(phase_, Phase::Idle) == Phase::Held ? Verdict::Click : Verdict::Box;
+    }
     void Cancel() noexcept { phase_ = Phase::Idle; }
 
   private:

@@ -18,12 +18,25 @@ enum class ErrorNumber : std::int32_t {
     SendKeys = 1000, ///< a send-keys command that cannot be read or played
 };
 
+[[nodiscard]] constexpr const wchar_t* CustomaryDescription(ErrorNumber number) noexcept {
+    switch (number) {
+    case ErrorNumber::InvalidCall: return L"Invalid procedure call or argument";
+    case ErrorNumber::Overflow: return L"Overflow";
+    case ErrorNumber::OutOfMemory: return L"Out of memory";
+    case ErrorNumber::SubscriptOutOfRange: return L"Subscript out of range";
+    case ErrorNumber::TypeMismatch: return L"Type mismatch";
+    case ErrorNumber::SendKeys: return L"Invalid sendkeys command";
+    }
+    return L"";
+}
+
 /// An unexpected condition that an event handler reports to the user and survives. The description never holds the
 /// password or a part of it.
 class Error : public std::exception {
   public:
-    /// An error of ours, with its customary description ("Overflow", "Type mismatch", ...).
-    explicit Error(ErrorNumber number);
+    /// An error of ours, with its customary description.
+    explicit Error(ErrorNumber number)
+        : Error(number, CustomaryDescription(number)) {}
     Error(ErrorNumber number, std::wstring description, std::wstring source = {})
         : Error(static_cast<std::int32_t>(number), std::move(description), std::move(source)) {}
     /// Of the operating system, with the system's own code.

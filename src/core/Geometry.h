@@ -5,13 +5,11 @@ namespace vextrel {
 struct Point {
     int x = 0;
     int y = 0;
-    friend constexpr bool operator==(Point, Point) = default;
 };
 
 struct Size {
     int width = 0;
     int height = 0;
-    friend constexpr bool operator==(Size, Size) = default;
 };
 
 /// Half-open: right and bottom are the first pixel that no longer belongs to it.

@@ -30,7 +30,20 @@ class HoverEntry {
     void ClearCurrentButton() noexcept { currentButton_.reset(); }
 
     /// The pointer moved over a key. @param captionOfCurrent the caption that CurrentButton shows now, empty if none.
-    [[nodiscard]] TimerOrder MoveOverKey(int button, std::wstring_view caption, std::wstring_view captionOfCurrent);
+    [[nodiscard]] TimerOrder MoveOverKey(int button, std::wstring_view caption, std::wstring_view captionOfCurrent) {
+        if (lastCaption_ && *lastCaption_ != caption) {
+            lastCaption_.reset();
+        }
+        const bool arrived = !currentButton_ || captionOfCurrent != caption;
+        if (arrived) {
+            currentButton_ = button;
+        }
+        if (!enabled_) {
+            return TimerOrder::Leave;
+        }
+        // Running on within a key is what lets a trembling hand enter it.
+        return arrived ? TimerOrder::Restart : TimerOrder::Run;
+    }
 
     /// The pointer moved over the background: hover entry pauses until the next move over a key, without being
     /// switched off.
@@ -38,7 +51,14 @@ class HoverEntry {
 
     /// A tick of the timer. @return the key to enter, if it has not been entered since the pointer came to it.
     /// @param captionOfCurrent the caption that CurrentButton shows now.
-    [[nodiscard]] std::optional<int> Tick(std::wstring_view captionOfCurrent) const;
+    [[nodiscard]] std::optional<int> Tick(std::wstring_view captionOfCurrent) const {
+        // With nothing entered yet, a key without a caption counts as entered: hover entry never enters such a key.
+        const std::wstring_view last = lastCaption_ ? std::wstring_view(*lastCaption_) : std::wstring_view();
+        if (!enabled_ || captionOfCurrent == last) {
+            return std::nullopt;
+        }
+        return currentButton_;
+    }
 
     /// After the tick's entry: remembers the caption of CurrentButton as it is then.
     void Entered(std::wstring_view captionOfCurrent) { lastCaption_ = captionOfCurrent; }
@@ -46,7 +66,11 @@ class HoverEntry {
     /// After any caption refresh that is no arrival (physical Shift under a resting pointer): if the current key was
     /// the one entered last, its new caption is remembered in place of the old one.
     /// @param before, after the caption of CurrentButton before and after the refresh.
-    void CaptionRefreshed(std::wstring_view before, std::wstring_view after);
+    void CaptionRefreshed(std::wstring_view before, std::wstring_view after) {
+        if (currentButton_ && lastCaption_ && *lastCaption_ == before) {
+            lastCaption_ = after;
+        }
+    }
 
   private:
     bool enabled_ = false;

@@ -41,11 +41,6 @@ std::optional<int> KeyInFramedRow(const KeyRow& row, double x, double width, dou
     return column ? std::optional(row.run.firstKey + *column) : std::nullopt;
 }
 
-std::optional<int> KeyInLastRow(const KeyRow& row, double x, double unit) noexcept {
-    const bool hit = x >= Edge(row.left.leftTenths, unit) && x <= Edge(row.left.rightTenths, unit);
-    return hit ? std::optional(row.left.key) : std::nullopt;
-}
-
 } // namespace
 
 double WholeTwips(double twips) noexcept {
@@ -62,11 +57,14 @@ std::optional<int> KeyUnderPoint(double xTwips, double yTwips, double widthTwips
     }
     const KeyRow& row = keyGrid[static_cast<std::size_t>(*rowNumber)];
     const double unit = WholeTwips(widthTwips / unitsPerRow);
-    switch (*rowNumber) {
-    case 0: return KeyInFirstRow(row, xTwips, widthTwips);
-    case keyRowCount - 1: return KeyInLastRow(row, xTwips, unit);
-    default: return KeyInFramedRow(row, xTwips, widthTwips, unit);
+    if (*rowNumber == 0) {
+        return KeyInFirstRow(row, xTwips, widthTwips);
     }
+    if (row.run.count > 0) {
+        return KeyInFramedRow(row, xTwips, widthTwips, unit);
+    }
+    const bool hit = xTwips >= Edge(row.left.leftTenths, unit) && xTwips <= Edge(row.left.rightTenths, unit);
+    return hit ? std::optional(row.left.key) : std::nullopt;
 }
 
 } // namespace vextrel

@@ -2,9 +2,6 @@
 
 #include "core/KeyTable.h"
 
-#include <array>
-#include <optional>
-
 namespace vextrel {
 
 // The keyboard's shape: a board of five rows, 15 units wide. The hit test of the protective layer, the places of the

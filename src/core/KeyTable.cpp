@@ -6,22 +6,15 @@
 #include <cassert>
 #include <iterator>
 #include <numeric>
-#include <string_view>
 
 namespace vextrel {
 
 namespace {
 
-// The US English arrangement, one character per slot.
-constexpr std::wstring_view englishLower = L"`1234567890-="
-                                           L"qwertyuiop[]\\"
-                                           L"asdfghjkl;'"
-                                           L"zxcvbnm,./";
-constexpr std::wstring_view englishUpper = L"~!@#$%^&*()_+"
-                                           L"QWERTYUIOP{}|"
-                                           L"ASDFGHJKL:\""
-                                           L"ZXCVBNM<>?";
-static_assert(englishLower.size() == characterKeyCount && englishUpper.size() == characterKeyCount);
+// The US English arrangement, a character per slot: all lower ones, then all upper ones.
+constexpr std::wstring_view english = L"`1234567890-=qwertyuiop[]\\asdfghjkl;'zxcvbnm,./"
+                                      L"~!@#$%^&*()_+QWERTYUIOP{}|ASDFGHJKL:\"ZXCVBNM<>?";
+static_assert(english.size() == std::size_t{2} * characterKeyCount);
 
 /// Slots that lie on consecutively numbered buttons.
 struct ButtonRun {
@@ -48,8 +41,8 @@ std::size_t SlotOf(int row, int key) noexcept {
 void LoadEnglishLayout(KeyCaptions& captions) {
     for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
         KeyCaption& key = captions.At(slot);
-        key.lower = englishLower[slot];
-        key.upper = englishUpper[slot];
+        key.lower = english[slot];
+        key.upper = english[slot + characterKeyCount];
     }
 }
 
@@ -60,25 +53,13 @@ int StandardButtonOfSlot(std::size_t slot) noexcept {
 }
 
 std::optional<std::size_t> StandardSlotOfCharacter(wchar_t character) noexcept {
-    for (const std::wstring_view characters : {englishLower, englishUpper}) {
-        if (const std::size_t slot = characters.find(character); slot != std::wstring_view::npos) {
-            return slot;
-        }
-    }
-    return std::nullopt;
+    const std::size_t place = english.find(character);
+    return place == std::wstring_view::npos ? std::nullopt : std::optional(place % characterKeyCount);
 }
 
 wchar_t ShiftCounterpart(wchar_t character) noexcept {
-    const std::optional<std::size_t> slot = StandardSlotOfCharacter(character);
-    if (!slot) {
-        return character;
-    }
-    return englishLower[*slot] == character ? englishUpper[*slot] : englishLower[*slot];
-}
-
-const ActionKeyCaptions& DefaultActionKeyCaptions() {
-    static const ActionKeyCaptions captions{L"bksp", L"tab", L"cap", L"ent", L"shft"};
-    return captions;
+    const std::size_t place = english.find(character);
+    return place == std::wstring_view::npos ? character : english[(place + characterKeyCount) % english.size()];
 }
 
 } // namespace vextrel

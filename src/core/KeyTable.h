@@ -89,7 +89,7 @@ class KeyCaptions {
 enum class ActionKey : std::size_t { Backspace, Tab, CapsLock, Enter, Shift };
 /// Captions of the action keys, indexed by ActionKey.
 using ActionKeyCaptions = std::array<std::wstring, 5>;
-[[nodiscard]] const ActionKeyCaptions& DefaultActionKeyCaptions();
+inline const ActionKeyCaptions defaultActionKeyCaptions{L"bksp", L"tab", L"cap", L"ent", L"shft"};
 
 /// The modifiers of the on-screen keyboard: which captions the keys show, and what becomes of Shift.
 struct Modifiers {

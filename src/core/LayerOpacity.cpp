@@ -4,13 +4,6 @@
 
 namespace vextrel {
 
-namespace {
-
-/// A typed opacity below this would leave the layer as good as invisible.
-constexpr std::int32_t smallestRememberedOpacity = 2;
-
-} // namespace
-
 std::optional<std::uint8_t> AlphaForLayer(std::int16_t transparency) noexcept {
     return Narrowed<std::uint8_t>(transparency);
 }
@@ -24,14 +17,15 @@ LayerCommandOutcome RunLayerCommand(LayerCommandState state, std::int16_t coverT
     if (state.firstSeen == 0) {
         state.firstSeen = coverTransparency;
     }
+    // A typed opacity below this would leave the layer as good as invisible.
+    constexpr std::int32_t smallestRememberedOpacity = 2;
     std::int16_t opacity = visibleCoverTransparency;
     if (coverTransparency != defaultCoverTransparency) {
         opacity = defaultCoverTransparency;
     } else if (state.lastTyped >= smallestRememberedOpacity) {
         opacity = LayerOpacity(state).value_or(coverTransparency);
     }
-    const bool differs = opacity != state.firstSeen;
-    return {.state = state, .coverTransparency = opacity, .marked = differs, .ask = differs};
+    return {.state = state, .coverTransparency = opacity, .marked = opacity != state.firstSeen};
 }
 
 LayerCommandState TakeLayerAnswer(LayerCommandState state, std::optional<std::int32_t> answer) noexcept {

@@ -30,8 +30,7 @@ struct LayerCommandState {
 struct LayerCommandOutcome {
     LayerCommandState state;
     std::int16_t coverTransparency = 0; ///< to be set at once
-    bool marked = false;                ///< the menu item's check mark
-    bool ask = false;                   ///< ask for a new value afterwards
+    bool marked = false;                ///< the menu item's check mark; a new value is asked for afterwards
     friend constexpr bool operator==(LayerCommandOutcome, LayerCommandOutcome) = default;
 };
 /// The command up to its question: from any other opacity to the default one, from the default one to the last typed

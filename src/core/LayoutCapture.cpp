@@ -108,18 +108,13 @@ CaptureResult Press(CaptureDevice& device, std::uint8_t virtualKey, bool withShi
 
 } // namespace
 
-CaptureOrder ChooseCaptureOrder(PhysicalModifiers held) noexcept {
-    // Shift and Caps Lock together cancel each other out.
-    return {.plainGivesLower = held.shift == held.capsLock, .focusTwice = !held.shift && !held.capsLock};
-}
-
 CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot,
                                        KeyCaptions& captions) {
     KeyCaption& caption = captions.At(slot);
-    const CaptureOrder order = ChooseCaptureOrder(device.Held());
+    const PhysicalModifiers held = device.Held();
     std::wstring plain;
     std::wstring shifted;
-    if (order.focusTwice) {
+    if (!held.shift && !held.capsLock) {
         device.GiveFocus();
     }
     CaptureResult result = Press(device, virtualKey, false, plain);
@@ -127,8 +122,9 @@ CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtu
         result = Press(device, virtualKey, true, shifted);
     }
     if (result == CaptureResult::Done) {
-        caption.lower = std::move(order.plainGivesLower ? plain : shifted);
-        caption.upper = std::move(order.plainGivesLower ? shifted : plain);
+        // Shift and Caps Lock together cancel each other out.
+        caption.lower = std::move(FoldedShift(held) ? shifted : plain);
+        caption.upper = std::move(FoldedShift(held) ? plain : shifted);
     }
     return result;
 }

@@ -17,15 +17,6 @@ inline constexpr std::array<std::uint8_t, characterKeyCount> captureKeyCodes{
     90,  88, 67, 86, 66, 78, 77, 188, 190, 191,                // Z to M, comma, period, slash
 };
 
-/// How the two presses of a captured key are read.
-struct CaptureOrder {
-    bool plainGivesLower = true; ///< false: a modifier already in effect inverts the result
-    bool focusTwice = false;     ///< the plain press gives the box the focus twice when no modifier is held
-    friend constexpr bool operator==(CaptureOrder, CaptureOrder) = default;
-};
-
-[[nodiscard]] CaptureOrder ChooseCaptureOrder(PhysicalModifiers held) noexcept;
-
 enum class CaptureResult {
     Done,
     LostFocus,    ///< the setup box, or its window, is not where keys would arrive
@@ -58,7 +49,8 @@ class CaptureDevice {
     ~CaptureDevice() = default;
 };
 
-/// Captures the two captions of one slot. Both change together, and only if the result is Done.
+/// Captures the two captions of one slot. Both change together, and only if the result is Done. A modifier already in
+/// effect inverts what the presses give. The plain press gives the box the focus twice when no modifier is held.
 /// @throws Error "Subscript out of range" for slot 49 and above, before any key is pressed.
 [[nodiscard]] CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtualKey, std::size_t slot,
                                                      KeyCaptions& captions);

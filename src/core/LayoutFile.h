@@ -3,7 +3,6 @@
 #include "core/KeyTable.h"
 
 #include <functional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -20,7 +19,7 @@ struct LayoutEntry {
 /// Everything a layout says.
 struct Layout {
     KeyCaptions captions;
-    ActionKeyCaptions actionCaptions = DefaultActionKeyCaptions();
+    ActionKeyCaptions actionCaptions = defaultActionKeyCaptions;
     friend bool operator==(const Layout&, const Layout&) = default;
 };
 

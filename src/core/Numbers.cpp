@@ -38,12 +38,6 @@ std::optional<NumberParts> SplitNumber(std::wstring_view text) noexcept {
     return parts;
 }
 
-/// Whether the fraction's digits round the whole part up: above a half always, exactly a half only to an even result.
-bool FractionRoundsUp(std::wstring_view fraction, bool wholeIsOdd) noexcept {
-    const std::wstring_view significant = fraction.substr(0, fraction.find_last_not_of(L'0') + 1);
-    return significant > L"5" || (significant == L"5" && wholeIsOdd);
-}
-
 } // namespace
 
 std::int64_t RoundHalfEven(double value) noexcept {
@@ -68,7 +62,7 @@ std::optional<std::int64_t> ParseNumber(std::wstring_view text) noexcept {
         return std::nullopt;
     }
     // Digits are gathered by hand rather than through a double, which would round 16-digit numbers a second time.
-    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+    constexpr std::int64_t largest = INT64_MAX;
     std::int64_t whole = 0;
     for (const wchar_t c : parts->whole) {
         const std::int64_t digit = c - L'0';
@@ -77,7 +71,9 @@ std::optional<std::int64_t> ParseNumber(std::wstring_view text) noexcept {
         }
         whole = whole * 10 + digit;
     }
-    if (FractionRoundsUp(parts->fraction, whole % 2 != 0)) {
+    // Above a half is rounded up always, exactly a half only to an even result.
+    const std::wstring_view fraction = parts->fraction.substr(0, parts->fraction.find_last_not_of(L'0') + 1);
+    if (fraction > L"5" || (fraction == L"5" && whole % 2 != 0)) {
         if (whole == largest) {
             return std::nullopt;
         }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace vextrel {
 
@@ -19,10 +19,7 @@ namespace vextrel {
 /// @return nothing when the value does not fit.
 template <class Integer>
 [[nodiscard]] constexpr std::optional<Integer> Narrowed(std::int64_t value) noexcept {
-    if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max()) {
-        return std::nullopt;
-    }
-    return static_cast<Integer>(value);
+    return std::in_range<Integer>(value) ? std::optional(static_cast<Integer>(value)) : std::nullopt;
 }
 
 /// Whether the text is a number as users write it into the settings file, of any size: optional blanks around, an

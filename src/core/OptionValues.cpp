@@ -16,13 +16,8 @@ constexpr std::int32_t shortIntervalReplacementMs = 2000;
 } // namespace
 
 std::optional<bool> ParseBoolean(std::wstring_view text) noexcept {
-    if (text == L"True") {
-        return true;
-    }
-    if (text == L"False") {
-        return false;
-    }
-    return std::nullopt;
+    const bool isTrue = text == BooleanText(true);
+    return isTrue || text == BooleanText(false) ? std::optional(isTrue) : std::nullopt;
 }
 
 const wchar_t* BooleanText(bool value) noexcept {

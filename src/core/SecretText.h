@@ -48,7 +48,6 @@ class SecretText : private Pinned {
     ~SecretText();
 
     [[nodiscard]] std::size_t Size() const noexcept { return size_; }
-    [[nodiscard]] bool IsEmpty() const noexcept { return size_ == 0; }
     /// Valid until the next change.
     [[nodiscard]] std::wstring_view View() const noexcept { return {characters_, size_}; }
     /// The same with a terminator behind it.

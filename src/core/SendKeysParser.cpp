@@ -47,13 +47,11 @@ class Parser {
         while (at_ < command_.size() && !program_.error) {
             ParseNext();
         }
-        ReleaseWaiting();
-        if (!program_.error && !groups_.empty()) {
+        if (!program_.error && groups_.size() > 1) {
             program_.error = L"Invalid sendkeys command: more open brackets than close brackets.";
         }
-        while (!groups_.empty()) {
-            CloseGroup();
-        }
+        groups_.resize(1);
+        ReleaseWaiting();
         return std::move(program_);
     }
 
@@ -74,24 +72,23 @@ class Parser {
 
     void ParseModifier(std::uint8_t virtualKey) {
         program_.strokes.push_back({SendKeysStroke::Kind::ModifierDown, virtualKey});
-        waiting_.push_back(virtualKey);
+        held_.push_back(virtualKey);
         ++at_;
         if (at_ < command_.size() && command_[at_] == L'(') {
             // Modifiers before this one wait for the group as for a key: they are held until it ends.
-            groups_.push_back(waiting_.size());
-            held_.insert(held_.end(), waiting_.begin(), waiting_.end());
-            waiting_.clear();
+            groups_.push_back(held_.size());
             ++at_;
         }
     }
 
     void ParseGroupEnd() {
         ReleaseWaiting();
-        if (groups_.empty()) {
+        if (groups_.size() == 1) {
             FailAt(L"Invalid sendkeys command: unmatched ) at position ");
             return;
         }
-        CloseGroup();
+        groups_.pop_back();
+        ReleaseWaiting();
         ++at_;
     }
 
@@ -143,27 +140,19 @@ class Parser {
         ReleaseWaiting();
     }
 
-    void ReleaseLast(std::size_t count, std::vector<std::uint8_t>& modifiers) {
-        for (; count > 0; --count) {
-            program_.strokes.push_back({SendKeysStroke::Kind::ModifierUp, modifiers.back()});
-            modifiers.pop_back();
+    /// Releases what no open group holds.
+    void ReleaseWaiting() {
+        for (; held_.size() > groups_.back(); held_.pop_back()) {
+            program_.strokes.push_back({SendKeysStroke::Kind::ModifierUp, held_.back()});
         }
-    }
-
-    void ReleaseWaiting() { ReleaseLast(waiting_.size(), waiting_); }
-
-    void CloseGroup() {
-        ReleaseLast(groups_.back(), held_);
-        groups_.pop_back();
     }
 
     void FailAt(std::wstring message) { program_.error = std::move(message) + std::to_wstring(at_ + 1); }
 
     std::wstring_view command_;
     std::size_t at_ = 0;
-    std::vector<std::uint8_t> waiting_; ///< pressed for the next key, in the order of pressing
-    std::vector<std::uint8_t> held_;    ///< pressed for open groups, innermost last
-    std::vector<std::size_t> groups_;   ///< how many of them each open group holds
+    std::vector<std::uint8_t> held_;     ///< modifiers in the order of pressing
+    std::vector<std::size_t> groups_{0}; ///< how many of them stay when a key comes: at first none, then per group
     SendKeysProgram program_;
 };
 

@@ -10,17 +10,17 @@ namespace vextrel {
 
 void KeySlotTable::Rebuild(bool shuffle, const std::function<double()>& draw) {
     for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
-        rows_[slot] = {.sortKey = shuffle ? std::to_wstring(RoundHalfEven(draw() * 1000 + 1)) : std::wstring(),
-                       .button = StandardButtonOfSlot(slot)};
+        buttons_[slot] = {shuffle ? std::to_wstring(RoundHalfEven(draw() * 1000 + 1)) : L"",
+                          StandardButtonOfSlot(slot)};
     }
     if (shuffle) {
-        std::ranges::sort(rows_, {}, &Row::sortKey);
+        std::ranges::sort(buttons_, {}, &std::pair<std::wstring, int>::first);
     }
 }
 
 int KeySlotTable::ButtonOfSlot(std::size_t slot) const noexcept {
     assert(slot < characterKeyCount);
-    return rows_[slot].button;
+    return buttons_[slot].second;
 }
 
 std::wstring ScrambledInput(wchar_t typed, const std::function<std::wstring(int)>& captionOfButton) {

@@ -2,9 +2,7 @@
 
 #include "core/KeyTable.h"
 
-#include <array>
 #include <functional>
-#include <string>
 
 namespace vextrel {
 
@@ -25,11 +23,8 @@ class KeySlotTable {
     [[nodiscard]] int ButtonOfSlot(std::size_t slot) const noexcept;
 
   private:
-    struct Row {
-        std::wstring sortKey; ///< a drawn number as text, in a shuffled arrangement
-        int button = 0;
-    };
-    std::array<Row, characterKeyCount> rows_;
+    /// Each with its sort key, which is empty in the standard arrangement.
+    std::array<std::pair<std::wstring, int>, characterKeyCount> buttons_;
 };
 
 /// KeyboardType of the standard arrangement.

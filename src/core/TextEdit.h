@@ -1,11 +1,9 @@
 #pragma once
 
+#include "core/KeyTable.h"
 #include "core/SecretText.h"
 
 #include <cstdint>
-#include <optional>
-#include <string>
-#include <string_view>
 
 namespace vextrel {
 
@@ -13,7 +11,6 @@ namespace vextrel {
 struct BoxSelection {
     std::int16_t start = 0;
     std::int16_t length = 0;
-    friend constexpr bool operator==(BoxSelection, BoxSelection) = default;
 };
 
 enum class PasswordBoxView { Masked, Plain };
@@ -27,7 +24,6 @@ struct Splice {
     TextRange range;
     std::wstring text;
     ~Splice();
-    friend bool operator==(const Splice&, const Splice&) = default;
 };
 
 /// What one key does to the visible box and to the password. Splices rather than whole texts, so that no key press
@@ -37,7 +33,6 @@ struct TextEdit {
     std::optional<Splice> password;
     /// Where the caret stands afterwards; nothing is selected then.
     std::int16_t caret = 0;
-    friend bool operator==(const TextEdit&, const TextEdit&) = default;
 };
 
 /// The visible box before an edit.
@@ -72,5 +67,17 @@ void CheckSelection(BoxSelection selection);
 
 /// Makes a password follow an edit. @throws Error "Overflow"; nothing is changed then.
 void ApplyToPassword(const TextEdit& edit, SecretText& password);
+
+/// What a key press leads to.
+struct KeyPressOutcome {
+    std::optional<TextEdit> edit; ///< what the visible box and the password go through
+    Modifiers modifiers;          ///< as they are afterwards
+    bool showLeftover = false;    ///< the message box with the text "asdf"
+};
+
+/// The one rule that turns a press of an on-screen key into an edit.
+/// @param button 1 to 65. @param caption as the button carries it.
+/// @throws Error "Overflow" when caret and selection do not add up in 16 bits.
+[[nodiscard]] KeyPressOutcome PressKey(int button, std::wstring_view caption, const BoxState& box, Modifiers modifiers);
 
 } // namespace vextrel

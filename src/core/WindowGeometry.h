@@ -3,8 +3,6 @@
 #include "core/Geometry.h"
 #include "core/KeyTable.h"
 
-#include <array>
-
 namespace vextrel {
 
 struct WindowGeometryInput {

@@ -17,13 +17,6 @@ UniqueKernelHandle NewEvent() {
     return event;
 }
 
-void ThrowIfFailed(HRESULT result) {
-    if (FAILED(result)) {
-        ::SetLastError(static_cast<DWORD>(result));
-        ThrowLastError();
-    }
-}
-
 } // namespace
 
 DragData::DragData()
@@ -45,24 +38,27 @@ DragData::~DragData() {
 }
 
 void DragData::GetForThisThread(ComPtr<IDataObject>& data) {
-    ThrowIfFailed(result_);
-    shared_->Seek({}, STREAM_SEEK_SET, nullptr);
-    ThrowIfFailed(::CoUnmarshalInterface(shared_.Get(), __uuidof(IDataObject), reinterpret_cast<void**>(data.Out())));
-}
-
-HRESULT DragData::Share() noexcept {
-    const HRESULT made = ::CreateStreamOnHGlobal(nullptr, TRUE, shared_.Out());
-    // As for another process, which it is for in the end: shared between threads of one, Wine would hand the numbers of
-    // memory blocks to the other.
-    return FAILED(made) ? made
-                        : ::CoMarshalInterface(shared_.Get(), __uuidof(IDataObject), object_.Get(), MSHCTX_LOCAL,
-                                               nullptr, MSHLFLAGS_NORMAL);
+    HRESULT result = result_;
+    if (SUCCEEDED(result)) {
+        shared_->Seek({}, STREAM_SEEK_SET, nullptr);
+        result = ::CoUnmarshalInterface(shared_.Get(), __uuidof(IDataObject), reinterpret_cast<void**>(data.Out()));
+    }
+    if (FAILED(result)) {
+        ::SetLastError(static_cast<DWORD>(result));
+        ThrowLastError();
+    }
 }
 
 DWORD WINAPI DragData::Serve(void* self) noexcept {
     auto& drag = *static_cast<DragData*>(self);
     const HRESULT apartment = ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    drag.result_ = SUCCEEDED(apartment) ? drag.Share() : apartment;
+    drag.result_ = SUCCEEDED(apartment) ? ::CreateStreamOnHGlobal(nullptr, TRUE, drag.shared_.Out()) : apartment;
+    if (SUCCEEDED(drag.result_)) {
+        // As for another process, which it is for in the end: shared between threads of one, Wine would hand the
+        // numbers of memory blocks to the other.
+        drag.result_ = ::CoMarshalInterface(drag.shared_.Get(), __uuidof(IDataObject), drag.object_.Get(), MSHCTX_LOCAL,
+                                            nullptr, MSHLFLAGS_NORMAL);
+    }
     ::SetEvent(drag.ready_.Get());
     ::WaitForSingleObject(drag.over_.Get(), INFINITE);
     ::WaitForSingleObject(drag.ended_.Get(), graceMs);

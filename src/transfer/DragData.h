@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/Pinned.h"
 #include "transfer/TextDataObject.h"
 #include "win32/handles.h"
 
@@ -23,7 +22,6 @@ class DragData : private Pinned {
     void EndSoon() noexcept { ::SetEvent(over_.Get()); }
 
   private:
-    HRESULT Share() noexcept;
     static DWORD WINAPI Serve(void* self) noexcept;
 
     ComPtr<TextDataObject> object_;

@@ -1,6 +1,5 @@
 #include "transfer/DropSource.h"
 
-#include "win32/InputState.h"
 #include "win32/TopLevelWindow.h"
 
 namespace vextrel {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "transfer/TextDataObject.h"
-#include "win32/Com.h"
 #include "win32/InputState.h"
 
 #include <oleidl.h>

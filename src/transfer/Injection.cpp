@@ -30,13 +30,6 @@ void ClickAt(POINT place) noexcept {
     ::mouse_event(swapped ? MOUSEEVENTF_RIGHTUP : MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
 }
 
-void WaitForReaction() noexcept {
-    PumpPendingMessages();
-    for (int round = 0; round < waitRounds; ++round) {
-        PumpPendingMessages();
-    }
-}
-
 /// Whether it is what Windows shows in place of a window that hangs. That takes what is posted and gives it to nobody.
 bool IsStandIn(HWND window) noexcept {
     wchar_t name[16]{};
@@ -44,31 +37,23 @@ bool IsStandIn(HWND window) noexcept {
     return std::wstring_view(name) == L"Ghost";
 }
 
-InjectionOutcome PostUnits(HWND window, std::wstring_view password) noexcept {
-    for (const wchar_t unit : password) {
-        if (::PostMessageW(window, WM_CHAR, unit, 0) == FALSE) {
-            return {InjectionOutcome::Kind::Refused, ::GetLastError()};
-        }
-    }
-    return {InjectionOutcome::Kind::Injected};
-}
-
-InjectionOutcome Post(HWND window, std::wstring_view password) noexcept {
+/// @return false when Windows refuses a character, with its last error.
+bool Post(HWND window, std::wstring_view password) noexcept {
     // Of the system's code pages this is the one of whose bytes no window puts characters together.
     if (::GetACP() == CP_UTF8) {
-        return PostUnits(window, password);
+        return std::ranges::all_of(
+            password, [window](wchar_t unit) { return ::PostMessageW(window, WM_CHAR, unit, 0) != FALSE; });
     }
+    // The ANSI call: only it takes codes of the code page and brings them to either kind of window.
+    const auto post = [window](std::uint8_t byte) { return ::PostMessageA(window, WM_CHAR, byte, 0) != FALSE; };
     while (!password.empty()) {
         const AnsiCharacter character(password);
-        for (const std::uint8_t byte : character) {
-            // The ANSI call: only it takes codes of the code page and brings them to either kind of window.
-            if (::PostMessageA(window, WM_CHAR, byte, 0) == FALSE) {
-                return {InjectionOutcome::Kind::Refused, ::GetLastError()};
-            }
+        if (!std::ranges::all_of(character, post)) {
+            return false;
         }
         password.remove_prefix(character.UnitCount());
     }
-    return {InjectionOutcome::Kind::Injected};
+    return true;
 }
 
 } // namespace
@@ -89,12 +74,17 @@ InjectionOutcome Inject(const SecretText& password) {
     }
     BringForward(window);
     ClickAt(place);
-    WaitForReaction();
+    for (int round = 0; round <= waitRounds; ++round) {
+        PumpPendingMessages();
+    }
     if (window == nullptr) {
         // A message to no window would land in our own queue, password and all.
         return {InjectionOutcome::Kind::NoWindow};
     }
-    return Post(window, password.View());
+    if (!Post(window, password.View())) {
+        return {InjectionOutcome::Kind::Refused, ::GetLastError()};
+    }
+    return {InjectionOutcome::Kind::Injected};
 }
 
 } // namespace vextrel

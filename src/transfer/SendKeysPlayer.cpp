@@ -54,7 +54,7 @@ void SendKeysPlayer::Play(std::wstring_view command, std::vector<std::uint8_t>& 
         }
     }
     if (program.error) {
-        throw Error(ErrorNumber::SendKeys, *program.error, errorSource);
+        throw Error(ErrorNumber::SendKeys, *program.error);
     }
 }
 

@@ -37,18 +37,12 @@ class SystemKeyboard final : public CaptureDevice, private SubclassedWindow {
         if (!HasFocus()) {
             return CaptureResult::LostFocus;
         }
-        for (const int modifier : {VK_CONTROL, VK_MENU, VK_LWIN, VK_RWIN}) {
-            if (IsDownNow(modifier)) {
-                return CaptureResult::ModifierHeld;
-            }
-        }
-        return CaptureResult::Done;
+        return IsDownNow(VK_CONTROL, VK_MENU, VK_LWIN, VK_RWIN) ? CaptureResult::ModifierHeld : CaptureResult::Done;
     }
 
     void PressDown(std::uint8_t virtualKey) noexcept override { ::keybd_event(virtualKey, 0, 0, 0); }
     void LetGo(std::uint8_t virtualKey) noexcept override {
         awaitedKey_ = virtualKey;
-        released_ = false;
         ::keybd_event(virtualKey, 0, KEYEVENTF_KEYUP, 0);
     }
 
@@ -57,7 +51,7 @@ class SystemKeyboard final : public CaptureDevice, private SubclassedWindow {
         for (;;) {
             // The characters of a press are posted, and posted messages come before the key's release.
             const bool programEnds = !PumpPendingMessages();
-            if (released_ && awaitedKey_ == virtualKey) {
+            if (awaitedKey_ != virtualKey) {
                 return CaptureResult::Done;
             }
             if (programEnds || !HasFocus()) {
@@ -95,9 +89,9 @@ class SystemKeyboard final : public CaptureDevice, private SubclassedWindow {
 
   private:
     LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override {
-        if (message == WM_KEYUP || message == WM_SYSKEYUP) {
-            // The user's own keys come and go in between.
-            released_ = released_ || wParam == awaitedKey_;
+        // The user's own keys come and go in between.
+        if ((message == WM_KEYUP || message == WM_SYSKEYUP) && wParam == awaitedKey_) {
+            awaitedKey_ = 0;
         }
         return ToWindow(message, wParam, lParam);
     }
@@ -106,8 +100,7 @@ class SystemKeyboard final : public CaptureDevice, private SubclassedWindow {
         return ::GetFocus() == Handle() && ::GetForegroundWindow() == ::GetAncestor(Handle(), GA_ROOT);
     }
 
-    WPARAM awaitedKey_ = 0; ///< the key let go last
-    bool released_ = false; ///< whether its release has come
+    WPARAM awaitedKey_ = 0; ///< the key let go last, until its release has come
 };
 
 } // namespace

@@ -7,7 +7,7 @@
 #include <shlobj.h>
 
 #include <cstring>
-#include <iterator>
+#include <new>
 #include <vector>
 
 namespace vextrel {
@@ -18,63 +18,48 @@ namespace {
 /// instead of freeing the memory; with the last reference the memory is wiped and freed.
 class HandedMemory final : public ComObject<IUnknown> {
   public:
-    /// @param fill gets the memory, which is zeroed, so that the terminator is there. @return null when there is none.
-    [[nodiscard]] static HandedMemory* Create(std::size_t byteCount, auto&& fill) noexcept {
-        const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount);
-        if (memory == nullptr) {
-            return nullptr;
+    /// @param fill gets the memory, which is zeroed, so that the terminator is there. @throws std::bad_alloc
+    HandedMemory(std::size_t byteCount, auto&& fill)
+        : memory_(::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, byteCount)) {
+        if (!memory_) {
+            throw std::bad_alloc();
         }
-        HandedMemory* handed = nullptr;
-        try {
-            handed = new HandedMemory(memory);
-        } catch (...) {
-            ::GlobalFree(memory);
-            return nullptr;
-        }
-        fill(::GlobalLock(memory));
-        ::GlobalUnlock(memory);
-        return handed;
+        const LockScope lock(lock_);
+        living_.push_back(this);
+        fill(::GlobalLock(memory_.get()));
+        ::GlobalUnlock(memory_.get());
     }
 
-    [[nodiscard]] HGLOBAL Get() const noexcept { return memory_; }
+    [[nodiscard]] HGLOBAL Get() const noexcept { return memory_.get(); }
     /// Wipes all that receivers have not released yet.
     static void WipeAll() noexcept {
-        const LockScope lock(All().lock);
-        for (HandedMemory* memory : All().living) {
+        const LockScope lock(lock_);
+        for (HandedMemory* memory : living_) {
             memory->Wipe();
         }
     }
 
   private:
-    /// Receivers release it when they like, on any thread: it has no owner who could keep the list.
-    struct List {
-        SRWLOCK lock = SRWLOCK_INIT;
-        std::vector<HandedMemory*> living;
-    };
-    static List& All() noexcept {
-        static List list;
-        return list;
-    }
-
-    explicit HandedMemory(HGLOBAL memory)
-        : memory_(memory) {
-        const LockScope lock(All().lock);
-        All().living.push_back(this);
-    }
     ~HandedMemory() override {
-        const LockScope lock(All().lock);
-        std::erase(All().living, this);
+        const LockScope lock(lock_);
+        std::erase(living_, this);
         Wipe();
-        ::GlobalFree(memory_);
     }
     void Wipe() noexcept {
-        if (void* bytes = ::GlobalLock(memory_); bytes != nullptr) {
-            WipeMemory(bytes, ::GlobalSize(memory_));
-            ::GlobalUnlock(memory_);
+        if (void* bytes = ::GlobalLock(memory_.get()); bytes != nullptr) {
+            WipeMemory(bytes, ::GlobalSize(memory_.get()));
+            ::GlobalUnlock(memory_.get());
         }
     }
 
-    HGLOBAL memory_;
+    struct Free {
+        void operator()(HGLOBAL memory) const noexcept { ::GlobalFree(memory); }
+    };
+    std::unique_ptr<void, Free> memory_;
+
+    /// Receivers release it when they like, on any thread: it has no owner who could keep the list.
+    static inline std::vector<HandedMemory*> living_;
+    static inline SRWLOCK lock_ = SRWLOCK_INIT; ///< of the list
 };
 
 constexpr FORMATETC TextFormat(CLIPFORMAT format) noexcept {
@@ -82,11 +67,6 @@ constexpr FORMATETC TextFormat(CLIPFORMAT format) noexcept {
 }
 
 constexpr FORMATETC offeredFormats[] = {TextFormat(CF_UNICODETEXT), TextFormat(CF_TEXT)};
-
-bool IsOffered(const FORMATETC& format) noexcept {
-    return (format.cfFormat == CF_TEXT || format.cfFormat == CF_UNICODETEXT) && format.dwAspect == DVASPECT_CONTENT &&
-           (format.tymed & TYMED_HGLOBAL) != 0;
-}
 
 /// The process whose call is being handled. @return 0 for a call from within this process, or where the system does not
 /// tell.
@@ -98,16 +78,16 @@ DWORD CallingProcess() noexcept {
     return inquire != nullptr && inquire(nullptr, &process) == RPC_S_OK ? process : 0;
 }
 
-HandedMemory* CopyWide(std::wstring_view text) noexcept {
-    return HandedMemory::Create((text.size() + 1) * sizeof(wchar_t),
-                                [text](void* to) { std::memcpy(to, text.data(), text.size() * sizeof(wchar_t)); });
+HandedMemory* CopyWide(std::wstring_view text) {
+    return new HandedMemory((text.size() + 1) * sizeof(wchar_t),
+                            [text](void* to) { std::memcpy(to, text.data(), text.size() * sizeof(wchar_t)); });
 }
 
-HandedMemory* CopyNarrow(std::wstring_view text) noexcept {
+HandedMemory* CopyNarrow(std::wstring_view text) {
     const int length = static_cast<int>(text.size());
     const int size =
         length == 0 ? 0 : ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-    return HandedMemory::Create(static_cast<std::size_t>(size) + 1, [&](void* to) {
+    return new HandedMemory(static_cast<std::size_t>(size) + 1, [&](void* to) {
         ::WideCharToMultiByte(CP_ACP, 0, text.data(), length, static_cast<char*>(to), size, nullptr, nullptr);
     });
 }
@@ -131,11 +111,11 @@ void TextDataObject::Discard() noexcept {
 }
 
 HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
-    if (format == nullptr || medium == nullptr) {
+    if (medium == nullptr) {
         return E_POINTER;
     }
-    if (!IsOffered(*format)) {
-        return DV_E_FORMATETC;
+    if (const HRESULT offered = QueryGetData(format); offered != S_OK) {
+        return offered;
     }
     const LockScope lock(lock_);
     if (const DWORD caller = CallingProcess(); receiver_ != 0 && caller != 0 && caller != receiver_) {
@@ -148,22 +128,24 @@ HRESULT TextDataObject::GetData(FORMATETC* format, STGMEDIUM* medium) noexcept {
         medium->hGlobal = ::GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(wchar_t));
         return medium->hGlobal != nullptr ? S_OK : E_OUTOFMEMORY;
     }
-    const std::wstring_view text = text_.View();
-    HandedMemory* const memory = format->cfFormat == CF_UNICODETEXT ? CopyWide(text) : CopyNarrow(text);
-    if (memory == nullptr) {
+    try {
+        const bool isWide = format->cfFormat == CF_UNICODETEXT;
+        HandedMemory* const memory = isWide ? CopyWide(text_.View()) : CopyNarrow(text_.View());
+        medium->hGlobal = memory->Get();
+        medium->pUnkForRelease = memory; // our reference goes along
+        return S_OK;
+    } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }
-    medium->hGlobal = memory->Get();
-    // Our reference goes along.
-    medium->pUnkForRelease = memory;
-    return S_OK;
 }
 
 HRESULT TextDataObject::QueryGetData(FORMATETC* format) noexcept {
     if (format == nullptr) {
         return E_POINTER;
     }
-    return IsOffered(*format) ? S_OK : DV_E_FORMATETC;
+    const bool isText = format->cfFormat == CF_TEXT || format->cfFormat == CF_UNICODETEXT;
+    const bool isOffered = isText && format->dwAspect == DVASPECT_CONTENT && (format->tymed & TYMED_HGLOBAL) != 0;
+    return isOffered ? S_OK : DV_E_FORMATETC;
 }
 
 HRESULT TextDataObject::GetCanonicalFormatEtc(FORMATETC*, FORMATETC* out) noexcept {

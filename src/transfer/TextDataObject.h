@@ -5,8 +5,6 @@
 
 #include <objidl.h>
 
-#include <string_view>
-
 namespace vextrel {
 
 /// The data of a drag: text as CF_TEXT and CF_UNICODETEXT. It says all along that it has text, but gives the characters

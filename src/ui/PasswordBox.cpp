@@ -1,7 +1,7 @@
 #include "ui/PasswordBox.h"
 
 #include "core/Numbers.h"
-#include "core/PhysicalInput.h"
+#include "core/PasswordView.h"
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"

@@ -1,4 +1,4 @@
-#include "core/KeyPress.h"
+#include "core/TextEdit.h"
 
 #include "Throws.h"
 #include "core/KeyTable.h"

@@ -67,5 +67,11 @@ TEST(KeyTable, TheShiftCounterpartOfACharacterIsTheOtherOneOnItsKey) {
     EXPECT_EQ(paired, 2 * characterKeyCount) << "the blank, for one, is its own counterpart";
 }
 
+TEST(KeyTable, ShiftIsInEffectWhenExactlyOneOfCapsLockAndShiftIs) {
+    for (unsigned bits = 0; bits < 4; ++bits) {
+        EXPECT_EQ(FoldedShift({(bits & 1) != 0, (bits & 2) != 0}), bits == 1 || bits == 2) << bits;
+    }
+}
+
 } // namespace
 } // namespace vextrel

@@ -27,8 +27,9 @@ class FakeKeyboard final : public CaptureDevice {
     std::set<std::uint8_t> down;
     int pressedWithoutFocus = 0;
     int presses = 0;
+    int timesGivenFocus = 0;
 
-    void GiveFocus() noexcept override {}
+    void GiveFocus() noexcept override { ++timesGivenFocus; }
     void ProcessMessages() noexcept override {}
     CaptureResult Readiness() noexcept override {
         if (ctrlIsHeld) {
@@ -172,8 +173,14 @@ TEST(LayoutCapture, EachSlotHasTheKeyThatCarriesItsEnglishCharacter) {
 TEST(LayoutCapture, OneModifierInvertsWhatAPressGives) {
     for (unsigned bits = 0; bits < 4; ++bits) {
         const PhysicalModifiers held{(bits & 1) != 0, (bits & 2) != 0};
-        const CaptureOrder expected{.plainGivesLower = held.capsLock == held.shift, .focusTwice = bits == 0};
-        EXPECT_EQ(ChooseCaptureOrder(held), expected) << bits;
+        FakeKeyboard keyboard;
+        keyboard.held = held;
+        KeyCaptions captions;
+        ASSERT_EQ(GetCommandButtonCaptions(keyboard, 81, slotOfQ, captions), CaptureResult::Done);
+        const bool inverts = held.capsLock != held.shift;
+        EXPECT_EQ(captions.At(slotOfQ).lower, inverts ? L"^81" : L"81") << bits;
+        EXPECT_EQ(captions.At(slotOfQ).upper, inverts ? L"81" : L"^81") << bits;
+        EXPECT_EQ(keyboard.timesGivenFocus, bits == 0 ? 3 : 2) << "once a press, and once more with nothing held";
     }
 }
 

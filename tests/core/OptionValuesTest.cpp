@@ -108,7 +108,7 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
     constexpr std::optional<std::int32_t> cancel;
     const struct {
         std::int16_t atOnce;
-        bool asks; // and marks
+        bool marked; // and asked for a new value
         std::optional<std::int32_t> answer;
         std::int16_t after;
     } uses[] = {{100, true, cancel, 0}, {5, false, {}, 5}, // nothing was ever typed
@@ -123,11 +123,10 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
         SCOPED_TRACE(&use - uses);
         const LayerCommandOutcome outcome = RunLayerCommand(state, opacity);
         EXPECT_EQ(outcome.coverTransparency, use.atOnce);
-        EXPECT_EQ(outcome.ask, use.asks);
-        EXPECT_EQ(outcome.marked, use.asks);
+        EXPECT_EQ(outcome.marked, use.marked);
         state = outcome.state;
         opacity = outcome.coverTransparency;
-        if (outcome.ask) {
+        if (outcome.marked) {
             state = TakeLayerAnswer(state, use.answer);
             opacity = LayerOpacity(state).value_or(opacity);
         }
@@ -136,7 +135,7 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
     EXPECT_EQ(state.firstSeen, 5);
 
     const LayerCommandOutcome fromVisible = RunLayerCommand({}, 100);
-    EXPECT_EQ(fromVisible, (LayerCommandOutcome{{100, 0}, 5, true, true})) << "the first opacity seen decides the mark";
+    EXPECT_EQ(fromVisible, (LayerCommandOutcome{{100, 0}, 5, true})) << "the first opacity seen decides the mark";
 }
 
 } // namespace

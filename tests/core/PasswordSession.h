@@ -3,10 +3,9 @@
 // A session with the password box, played twice: through the rules, and through a plain model that handles whole texts,
 // written from what the user is told. Shared by the random walk and the fuzzer.
 
-#include "core/KeyPress.h"
 #include "core/KeyTable.h"
 #include "core/PasswordView.h"
-#include "core/PhysicalInput.h"
+#include "core/TextEdit.h"
 
 #include "HeapText.h"
 

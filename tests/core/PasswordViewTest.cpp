@@ -11,6 +11,23 @@
 namespace vextrel {
 namespace {
 
+TEST(PasswordView, ForwardedCodesAreBackspaceThePrintableOnesAndOneMore) {
+    for (int code = 0; code <= 0x200; ++code) {
+        const bool isOutside = (code < 32 && code != 8) || code == 127 || code > 128;
+        EXPECT_NE(IsForwardedCharacter(static_cast<wchar_t>(code)), isOutside) << code;
+    }
+}
+
+TEST(PasswordView, ControlCharactersDoNotComeInFromOutside) {
+    HeapText text;
+    text.Assign(L"\ta\r\nb\x1F \x7F~\x80\x9F\xA0\x20AC\xD83D\xDE00");
+    DropControlCharacters(text);
+    EXPECT_EQ(text.View(), L"ab ~\xA0\x20AC\xD83D\xDE00");
+    text.Assign(L"\r\n");
+    DropControlCharacters(text);
+    EXPECT_EQ(text.Size(), 0U);
+}
+
 TEST(PasswordView, MaskingReadsThePlainBoxUpToTheFirstLineBreak) {
     const struct {
         const wchar_t* plain;

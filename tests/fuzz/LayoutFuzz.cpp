@@ -4,8 +4,8 @@
 
 #include "core/CaptionText.h"
 #include "core/Captions.h"
-#include "core/KeyPress.h"
 #include "core/LayoutFile.h"
+#include "core/TextEdit.h"
 
 #include <algorithm>
 #include <map>

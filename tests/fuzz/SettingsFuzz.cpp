@@ -97,12 +97,11 @@ void RequireLayerCommandsWell(Bytes& input) {
         Require(outcome.coverTransparency == wanted, "away from the standard opacity, or back to it");
         Require(first == 0 || outcome.state.firstSeen == first, "the first opacity is remembered for good");
         const bool differs = outcome.coverTransparency != outcome.state.firstSeen;
-        Require(outcome.marked == differs && outcome.ask == differs,
-                "marked and asked while it differs from the first");
+        Require(outcome.marked == differs, "marked and asked while it differs from the first");
         Require(outcome.state.lastTyped == state.lastTyped, "only an answer changes what was typed");
         state = outcome.state;
         cover = outcome.coverTransparency;
-        if (outcome.ask) {
+        if (outcome.marked) {
             const auto answer = ParseLayerAnswer(input.TextUpTo(L'\n'));
             const LayerCommandState answered = TakeLayerAnswer(state, answer);
             Require(answered.lastTyped == answer.value_or(state.lastTyped), "no answer changes nothing");

@@ -2,10 +2,10 @@
 
 #include "core/Captions.h"
 #include "core/KeyGrid.h"
-#include "core/KeyPress.h"
 #include "core/LayoutFile.h"
 #include "core/RandomPlacement.h"
 #include "core/SendKeysParser.h"
+#include "core/TextEdit.h"
 #include "core/WindowGeometry.h"
 
 #include "HeapText.h"
