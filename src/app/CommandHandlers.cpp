@@ -1,13 +1,9 @@
 #include "app/CommandHandlers.h"
 
-#include "core/Commands.h"
 #include "core/ids.h"
 #include "ui/AboutDialog.h"
 #include "win32/EventGuard.h"
 #include "win32/WebLinks.h"
-
-#include <algorithm>
-#include <iterator>
 
 namespace vextrel {
 
@@ -15,14 +11,9 @@ namespace {
 
 using Parts = CommandParts;
 
-template <InputMode mode>
-void ChooseInputMode(const Parts& parts) {
-    parts.options.SetInputMode(mode);
-}
-
-template <DragDropMode mode>
-void ChooseDragDropMode(const Parts& parts) {
-    parts.options.SetDragDropMode(mode);
+template <auto set, auto value>
+void Choose(const Parts& parts) {
+    (parts.options.*set)(value);
 }
 
 void ToggleInjection(const Parts& parts) {
@@ -46,12 +37,6 @@ void Open(const Parts& parts) {
     OpenWebPage(parts.form.Handle(), page);
 }
 
-void ToggleMask(const Parts& parts) {
-    if (!parts.operations.IsTransferring()) {
-        Toggle<&CommandSnapshot::textIsMasked, &Options::SetTextIsMasked>(parts);
-    }
-}
-
 void ToggleLayer(const Parts& parts) {
     const bool asks = parts.layer.ToggleOpacity();
     parts.options.RefreshToolbar();
@@ -72,17 +57,13 @@ void ShowAbout(const Parts& parts) {
 }
 
 void Rearrange(const Parts& parts) {
-    if (!parts.operations.IsTransferring()) {
-        parts.placement.RandomiseFormSizeAndPlacement();
-        parts.layer.ResetFormCover();
-    }
+    parts.placement.RandomiseFormSizeAndPlacement();
+    parts.layer.ResetFormCover();
 }
 
 void Clear(const Parts& parts) {
-    if (!parts.operations.IsTransferring()) {
-        parts.password.ClearText();
-        parts.transfer.DiscardHanded();
-    }
+    parts.password.ClearText();
+    parts.transfer.DiscardHanded();
 }
 
 struct Handler {
@@ -98,19 +79,20 @@ constexpr Handler handlers[] = {
     {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click", Toggle<&CommandSnapshot::keepOnTop, &Options::SetKeepOnTop>},
     {ids::mnuFileExit, L"mnuFileExit_Click",
      [](const Parts& parts) { ::PostMessageW(parts.form.Handle(), WM_CLOSE, 0, 0); }},
-    {ids::mnuModeStandard, L"mnuModeStandard_Click", ChooseInputMode<InputMode::Standard>},
-    {ids::mnuModeHover, L"mnuModeHover_Click", ChooseInputMode<InputMode::Hover>},
+    {ids::mnuModeStandard, L"mnuModeStandard_Click", Choose<&Options::SetInputMode, InputMode::Standard>},
+    {ids::mnuModeHover, L"mnuModeHover_Click", Choose<&Options::SetInputMode, InputMode::Hover>},
     {ids::mnuModeHiddenMouseAndHover, L"mnuModeHiddenMouseAndHover_Click",
-     ChooseInputMode<InputMode::HiddenMouseAndHover>},
+     Choose<&Options::SetInputMode, InputMode::HiddenMouseAndHover>},
     {ids::mnuViewToolbar, L"mnuViewToolbar_Click", Toggle<&CommandSnapshot::toolbarShown, &Options::ShowToolbar>},
     {ids::mnuViewProtectiveLayer, L"mnuViewProtectiveLayer_Click", ToggleLayer},
-    {ids::mnuViewPasswordMask, L"mnuViewPasswordMask_Click", ToggleMask},
+    {ids::mnuViewPasswordMask, L"mnuViewPasswordMask_Click",
+     Toggle<&CommandSnapshot::textIsMasked, &Options::SetTextIsMasked>},
     {ids::mnuOptionsBeepOnHover, L"mnuOptionsBeepOnHover_Click",
      Toggle<&CommandSnapshot::beepOnHover, &Options::SetBeepOnHover>},
     {ids::mnuOptionsKeepPasswordAfterDragDrop, L"mnuOptionsKeepPasswordAfterDragDrop_Click",
      Toggle<&CommandSnapshot::keepPassword, &Options::SetKeepPasswordAfterDragDrop>},
-    {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click", ChooseDragDropMode<DragDropMode::DragDrop>},
-    {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click", ChooseDragDropMode<DragDropMode::Inject>},
+    {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click", Choose<&Options::SetDragDropMode, DragDropMode::DragDrop>},
+    {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click", Choose<&Options::SetDragDropMode, DragDropMode::Inject>},
     {ids::mnuOptionsSaveSettingsInINI, L"mnuOptionsSaveSettingsInINI_Click",
      Toggle<&CommandSnapshot::saveSettings, &Options::SetSaveSettingsInINI>},
     {ids::mnuKeyboardLayoutDefault, L"mnuKeyboardLayoutDefault_Click", ChooseLayout<LayoutId::Default>},
@@ -147,7 +129,7 @@ void RunCommand(int id, const CommandParts& parts) noexcept {
         return;
     }
     GuardEvent(form, isTool ? toolbarHandler : handler->name, [&] {
-        if (handler != std::end(handlers)) {
+        if (handler != std::end(handlers) && StateOfCommand(id, parts.options.Snapshot()).enabled) {
             handler->run(parts);
         }
         // The buttons that are there to be seen have nothing but this.

@@ -4,7 +4,6 @@
 #include "win32/EventGuard.h"
 
 #include <deque>
-#include <set>
 #include <string>
 
 namespace vextrel {
@@ -31,8 +30,7 @@ class ErrorReport final : public ErrorSink {
     };
 
     Operations& operations_;
-    std::deque<Pending> waiting_;
-    std::set<std::wstring, std::less<>> sources_; ///< of the dialog that is open and of those that wait
+    std::deque<Pending> waiting_; ///< the first of them in the dialog that is open
     bool showing_ = false;
 };
 

@@ -3,7 +3,6 @@
 #include "ui/InputBox.h"
 #include "win32/InputState.h"
 #include "win32/LockedText.h"
-#include "win32/SubclassedWindow.h"
 #include "win32/TopLevelWindow.h"
 
 namespace vextrel {

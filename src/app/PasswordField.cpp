@@ -21,16 +21,11 @@ void PasswordField::SetTextIsMasked(bool masked) {
         form_.txtText().OverwriteAndEmpty();
         OverwriteFreedMemory();
     }
-    PasswordBox& box = form_.VisibleBox();
-    if (masked) {
-        box.SetMask(currentPassword_.Size());
-    } else {
-        box.SetText(currentPassword_.CString());
-    }
+    FillVisibleBox();
     if (form_.IsVisible()) {
-        ::SetFocus(box.Handle());
+        form_.FocusVisibleBox();
     }
-    box.Select(selection);
+    form_.VisibleBox().Select(selection);
     for (const int key : {keys::tab, keys::enter}) { // they enter nothing into a masked box
         ::EnableWindow(form_.Key(key).Handle(), masked ? FALSE : TRUE);
     }
@@ -88,15 +83,19 @@ void PasswordField::Enter(std::wstring_view text) {
     }
 }
 
-void PasswordField::ShowPassword(std::int16_t caret) {
+void PasswordField::FillVisibleBox() noexcept {
     PasswordBox& box = form_.VisibleBox();
-    if (box.View() == PasswordBoxView::Masked) {
+    if (TextIsMasked()) {
         box.SetMask(currentPassword_.Size());
     } else {
         box.OverwriteAndEmpty();
         box.SetText(currentPassword_.CString());
     }
-    box.Select({caret, 0});
+}
+
+void PasswordField::ShowPassword(std::int16_t caret) {
+    FillVisibleBox();
+    form_.VisibleBox().Select({caret, 0});
 }
 
 void PasswordField::PlainBoxHasChanged() {

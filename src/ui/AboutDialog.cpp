@@ -6,8 +6,6 @@
 #include "win32/resources.h"
 #include "win32/version.h"
 
-#include <algorithm>
-
 namespace vextrel {
 
 namespace {

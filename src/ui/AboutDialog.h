@@ -20,10 +20,10 @@ struct ProtectionFacts {
 class AboutDialog final : public Dialog {
   public:
     explicit AboutDialog(const ProtectionFacts& facts)
-        : facts_(facts) {}
+        : Dialog(L"About Vextrel", {440, 344})
+        , facts_(facts) {}
 
   private:
-    [[nodiscard]] Look LookOf() const override { return {L"About Vextrel", {440, 344}}; }
     void CreateControls() override;
     void FitControls() override;
     void OnNotify(const NMHDR& header) override;

@@ -2,9 +2,6 @@
 
 #include "ui/Dialog.h"
 
-#include <optional>
-#include <string>
-
 namespace vextrel {
 
 /// Asks for one line of text.
@@ -12,7 +9,7 @@ class InputBox final : public Dialog {
   public:
     /// @param answer what stands in the field at first, selected.
     InputBox(std::wstring title, std::wstring prompt, std::wstring answer)
-        : title_(std::move(title))
+        : Dialog(std::move(title), {380, 120})
         , prompt_(std::move(prompt))
         , answer_(std::move(answer)) {}
 
@@ -20,11 +17,9 @@ class InputBox final : public Dialog {
     [[nodiscard]] std::optional<std::wstring> Ask(Operations& operations, HWND owner);
 
   private:
-    [[nodiscard]] Look LookOf() const override { return {title_.c_str(), {380, 120}}; }
     void CreateControls() override;
     void OnCommand(int id) override;
 
-    std::wstring title_;
     std::wstring prompt_;
     std::wstring answer_;
     HWND field_ = nullptr;

@@ -1,7 +1,5 @@
 #include "ui/KeyPainter.h"
 
-#include <algorithm>
-
 namespace vextrel {
 
 namespace {

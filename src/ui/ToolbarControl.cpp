@@ -7,28 +7,22 @@
 #include "win32/resources.h"
 
 #include <algorithm>
-#include <span>
 
 namespace vextrel {
 
 namespace {
 
-struct PictureSet {
+/// Largest first. The largest whose DPI the screen's reaches is used: pictures are never stretched.
+constexpr struct {
+    int dpi;
     int sizePx;
     int strip;
     int disabledStrip;
+} pictureSets[] = {
+    {192, 32, IDB_TOOLBAR_200, IDB_TOOLBAR_DISABLED_200},
+    {144, 24, IDB_TOOLBAR_150, IDB_TOOLBAR_DISABLED_150},
+    {0, 16, IDB_TOOLBAR_100, IDB_TOOLBAR_DISABLED_100},
 };
-
-/// The largest drawn size that the DPI's own would not exceed: pictures are never stretched.
-PictureSet PicturesFor(int dpi) noexcept {
-    if (dpi >= 192) {
-        return {32, IDB_TOOLBAR_200, IDB_TOOLBAR_DISABLED_200};
-    }
-    if (dpi >= 144) {
-        return {24, IDB_TOOLBAR_150, IDB_TOOLBAR_DISABLED_150};
-    }
-    return {16, IDB_TOOLBAR_100, IDB_TOOLBAR_DISABLED_100};
-}
 
 /// Gives every pixel one colour; what is drawn stays in how opaque each is.
 void Recolour(HBITMAP bitmap, COLORREF colour) noexcept {
@@ -76,7 +70,7 @@ constexpr int firstGapId = 2190;
 
 } // namespace
 
-void ToolbarControl::Create(HWND parent, ToolbarEvents& events) {
+void ToolbarControl::Create(HWND parent, WindowEvents& events) {
     events_ = &events;
     Attach(CreateControl(parent, {.windowClass = TOOLBARCLASSNAMEW,
                                   .style = WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
@@ -110,7 +104,7 @@ void ToolbarControl::AddButtons() {
 }
 
 void ToolbarControl::SetDpi(int dpi) {
-    const PictureSet pictures = PicturesFor(dpi);
+    const auto& pictures = *std::ranges::find_if(pictureSets, [dpi](const auto& set) { return dpi >= set.dpi; });
     UniqueImageList images = LoadStrip(pictures.strip, pictures.sizePx, COLOR_BTNTEXT);
     UniqueImageList disabledImages = LoadStrip(pictures.disabledStrip, pictures.sizePx, COLOR_GRAYTEXT);
     if (!images || !disabledImages) {
