@@ -46,13 +46,11 @@ void ToggleLayer(const Parts& parts) {
 }
 
 void ShowAbout(const Parts& parts) {
-    AboutDialog({.printScreenBlocked = parts.program.printScreenBlocked,
+    AboutDialog({.program = parts.program,
                  .layerTakesClicks = parts.layer.TakesClicks(),
                  .textIsMasked = parts.password.TextIsMasked(),
                  .mouseHidden = parts.pointer.MouseHidden(),
-                 .answersOthers = parts.program.answersOthers,
-                 .capture = CaptureStateOf(parts.form.Handle()),
-                 .hardening = parts.program.hardening})
+                 .capture = CaptureStateOf(parts.form.Handle())})
         .RunModal(parts.operations, parts.form.Handle());
 }
 
@@ -71,9 +69,6 @@ struct Handler {
     const wchar_t* name; ///< of its menu item, as an error report gives it
     void (*run)(const Parts& parts);
 };
-
-constexpr const wchar_t* toolbarHandler = L"tbToolbar_ButtonClick";
-constexpr const wchar_t* delayHandler = L"tbToolbar_ButtonMenuClick";
 
 constexpr Handler handlers[] = {
     {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click", Toggle<&CommandSnapshot::keepOnTop, &Options::SetKeepOnTop>},
@@ -116,7 +111,7 @@ void RunCommand(int id, const CommandParts& parts) noexcept {
     const std::span<const HoverDelayItem> delays = HoverDelayMenu();
     if (const auto delay = std::ranges::find(delays, id, &HoverDelayItem::id); delay != delays.end()) {
         // A delay switches to hover entry as well.
-        GuardEvent(form, delayHandler, [&] {
+        GuardEvent(form, L"tbToolbar_ButtonMenuClick", [&] {
             parts.options.SetInputMode(InputMode::Hover);
             parts.options.SetTimerInterval(delay->delayMs);
         });
@@ -128,7 +123,7 @@ void RunCommand(int id, const CommandParts& parts) noexcept {
     if (handler == std::end(handlers) && !isTool) {
         return;
     }
-    GuardEvent(form, isTool ? toolbarHandler : handler->name, [&] {
+    GuardEvent(form, isTool ? L"tbToolbar_ButtonClick" : handler->name, [&] {
         if (handler != std::end(handlers) && StateOfCommand(id, parts.options.Snapshot()).enabled) {
             handler->run(parts);
         }

@@ -5,11 +5,6 @@
 
 namespace vextrel {
 
-ErrorReport::ErrorReport(Operations& operations)
-    : operations_(operations) {
-    operations_.SetAfterTransfer([this] { ShowWaiting(); });
-}
-
 void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                          HWND owner) noexcept {
     try {

@@ -13,7 +13,10 @@ namespace vextrel {
 /// error waits: a dialog would take the focus or the button's release.
 class ErrorReport final : public ErrorSink {
   public:
-    explicit ErrorReport(Operations& operations);
+    explicit ErrorReport(Operations& operations)
+        : operations_(operations) {
+        operations_.SetAfterTransfer([this] { ShowWaiting(); });
+    }
     ~ErrorReport() { operations_.SetAfterTransfer({}); }
 
     void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,

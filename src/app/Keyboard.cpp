@@ -91,11 +91,10 @@ void Keyboard::ButtonClick(int button) {
 }
 
 void Keyboard::ButtonMouseMove(int button) {
-    if (operations_.IsResting()) {
-        return;
+    if (!operations_.IsResting()) {
+        pointer_.SetOverKeys(true);
+        hover_.MoveOverKey(button);
     }
-    pointer_.SetOverKeys(true);
-    hover_.MoveOverKey(button);
 }
 
 void Keyboard::MouseMoveInTextBox() {
@@ -168,13 +167,12 @@ bool Keyboard::KeyDown(unsigned virtualKey) {
 }
 
 void Keyboard::PasteIntoMaskedBox() {
-    if (operations_.IsTransferring()) {
-        return;
+    if (!operations_.IsTransferring()) {
+        LockedText pasted;
+        ReadClipboardText(form_.Handle(), pasted);
+        DropControlCharacters(pasted);
+        password_.Enter(pasted.View());
     }
-    LockedText pasted;
-    ReadClipboardText(form_.Handle(), pasted);
-    DropControlCharacters(pasted);
-    password_.Enter(pasted.View());
 }
 
 void Keyboard::DragPassword() {

@@ -35,7 +35,15 @@ void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
         ReadLayout(parts_.program.SettingsFilePath);
         Loaded(LayoutMark::LastSaved, L"Config", dontRecord);
         break;
-    case LayoutId::Import: Import(dontRecord); break;
+    case LayoutId::Import:
+        if (const std::optional<std::wstring> file = AskForFile(L"Open", false)) {
+            ReadLayout(*file);
+            if (!dontRecord) {
+                WriteLayout(parts_.program.SettingsFilePath);
+            }
+            Loaded(LayoutMark::Imported, L"Config", dontRecord);
+        }
+        break;
     default: break;
     }
     RefreshCaptions();
@@ -63,16 +71,6 @@ void Layouts::LoadDefault(bool dontRecord) {
         parts_.form.ShowNotice(L"System's layout not read"); // at start-up nothing asks or interrupts
     } else {
         ShowMessageBox(parts_.operations, ReasonOf(result), L"Vextrel", MB_OK | MB_ICONINFORMATION);
-    }
-}
-
-void Layouts::Import(bool dontRecord) {
-    if (const std::optional<std::wstring> file = AskForFile(L"Open", false)) {
-        ReadLayout(*file);
-        if (!dontRecord) {
-            WriteLayout(parts_.program.SettingsFilePath);
-        }
-        Loaded(LayoutMark::Imported, L"Config", dontRecord);
     }
 }
 

@@ -49,7 +49,6 @@ class Layouts {
   private:
     void WriteLayout(const std::wstring& file);
     void LoadDefault(bool dontRecord);
-    void Import(bool dontRecord);
     /// Marks what has been loaded, and records it under its name.
     void Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord);
     /// @return nothing when the user gave no file.

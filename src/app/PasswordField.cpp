@@ -39,16 +39,13 @@ void PasswordField::ClearText() noexcept {
 }
 
 void PasswordField::HighlightText() {
-    PasswordBox& masked = form_.txtPassword();
-    const auto maskedLength = static_cast<std::int16_t>(masked.Length());
+    const auto maskedLength = static_cast<std::int16_t>(form_.txtPassword().Length());
+    form_.FocusVisibleBox();
     if (TextIsMasked()) {
-        ::SetFocus(masked.Handle());
-        masked.Select({0, maskedLength});
+        form_.txtPassword().Select({0, maskedLength});
     } else {
-        PasswordBox& plain = form_.txtText();
-        ::SetFocus(plain.Handle());
         // The other, hidden box is measured: its asterisks from the last time it was shown. Deliberate.
-        plain.Select({maskedLength, plain.Selection().length});
+        form_.txtText().Select({maskedLength, form_.txtText().Selection().length});
     }
 }
 

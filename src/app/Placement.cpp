@@ -51,11 +51,11 @@ void Placement::FitHeight() {
 }
 
 void Placement::ReturnToVisiblePlace() noexcept {
-    if (::MonitorFromWindow(form_.Handle(), MONITOR_DEFAULTTONULL) != nullptr || ::IsIconic(form_.Handle())) {
-        return;
+    const HWND window = form_.Handle();
+    if (::MonitorFromWindow(window, MONITOR_DEFAULTTONULL) == nullptr && !::IsIconic(window)) {
+        const RECT work = MonitorOf(window).rcWork;
+        ::SetWindowPos(window, nullptr, work.left, work.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    const RECT work = MonitorOf(form_.Handle()).rcWork;
-    ::SetWindowPos(form_.Handle(), nullptr, work.left, work.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 } // namespace vextrel

@@ -20,9 +20,7 @@ class OleScope : private Pinned {
 };
 
 void RegisterControls() noexcept {
-    INITCOMMONCONTROLSEX classes{};
-    classes.dwSize = sizeof classes;
-    classes.dwICC = ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS;
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS};
     ::InitCommonControlsEx(&classes);
 }
 

@@ -13,7 +13,7 @@ namespace {
 /// A few words for the status bar. That something arrived is never claimed: nobody can know it.
 std::wstring NoticeOf(const InjectionOutcome& outcome) {
     switch (outcome.kind) {
-    case InjectionOutcome::Kind::Injected: return {};
+    case InjectionOutcome::Kind::Injected: break;
     case InjectionOutcome::Kind::NoWindow: return L"No window to inject into";
     case InjectionOutcome::Kind::OwnWindow: return L"Nothing injected here";
     case InjectionOutcome::Kind::Refused:

@@ -1,19 +1,17 @@
 #pragma once
 
 #include "ui/Dialog.h"
-#include "win32/Hardening.h"
+#include "win32/ProgramState.h"
 
 namespace vextrel {
 
 /// What protects the password at the moment.
 struct ProtectionFacts {
-    bool printScreenBlocked = false;
+    ProgramState program;
     bool layerTakesClicks = false;
     bool textIsMasked = false;
     bool mouseHidden = false;
-    bool answersOthers = false;
     CaptureState capture = CaptureState::Shown;
-    Hardening hardening;
 };
 
 /// What the program is, where its maker's pages are, and which protections are in force at the moment.

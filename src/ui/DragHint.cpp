@@ -68,15 +68,6 @@ void DragHint::ShowFor(DragDropMode mode, HWND owner) {
           .leftPx = static_cast<int>(pointer.x),
           .topPx = static_cast<int>(pointer.y)});
     SetLayeredTransparency(Handle(), noteAlpha);
-    CreateControls();
-    Arrange();
-    FollowPointer();
-    ::ShowWindow(Handle(), SW_SHOWNOACTIVATE);
-    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    ::SetTimer(Handle(), Timer1, followIntervalMs, nullptr);
-}
-
-void DragHint::CreateControls() {
     const auto label = [this](const wchar_t* text, int id) {
         return CreateControl(Handle(), {.windowClass = WC_STATICW,
                                         .text = text,
@@ -86,6 +77,11 @@ void DragHint::CreateControls() {
     };
     header_ = label(NoteFor(mode_).header, ids::dragNoteHeader);
     text_ = label(NoteFor(mode_).text, ids::dragNoteText);
+    Arrange();
+    FollowPointer();
+    ::ShowWindow(Handle(), SW_SHOWNOACTIVATE);
+    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ::SetTimer(Handle(), Timer1, followIntervalMs, nullptr);
 }
 
 void DragHint::Arrange() {
@@ -106,28 +102,11 @@ void DragHint::Arrange() {
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void DragHint::OnDpiChanged() {
-    // The new size may put most of it onto the other screen again; answering that would never end.
-    if (!std::exchange(changingDpi_, true)) {
-        Arrange();
-        ::InvalidateRect(Handle(), nullptr, TRUE);
-        changingDpi_ = false;
-    }
-}
-
 void DragHint::FollowPointer() noexcept {
     if (POINT pointer{}; ::GetCursorPos(&pointer) != FALSE) {
         const int distance = PixelsFromTwips(pointerDistanceTwips, Dpi());
         ::SetWindowPos(Handle(), HWND_TOPMOST, pointer.x + distance, pointer.y + distance, 0, 0,
                        SWP_NOSIZE | SWP_NOACTIVATE);
-    }
-}
-
-void DragHint::WakeFinishedDrag() noexcept {
-    // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag would go
-    // on without an end. Any message of the mouse makes it look at the buttons again.
-    if (!IsDownNow(VK_LBUTTON) && !IsDownNow(VK_RBUTTON)) {
-        ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
     }
 }
 
@@ -138,10 +117,21 @@ LRESULT DragHint::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         // Reported over the main window: the hint is gone by then.
         GuardEvent(::GetWindow(Handle(), GW_OWNER), L"Timer1_Timer", [&] {
             FollowPointer();
-            WakeFinishedDrag();
+            // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag
+            // would go on without an end. Any message of the mouse makes it look at the buttons again.
+            if (!IsDownNow(VK_LBUTTON, VK_RBUTTON)) {
+                ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
+            }
         });
         return 0;
-    case WM_DPICHANGED: OnDpiChanged(); return 0;
+    case WM_DPICHANGED:
+        // The new size may put most of it onto the other screen again; answering that would never end.
+        if (!std::exchange(changingDpi_, true)) {
+            Arrange();
+            ::InvalidateRect(Handle(), nullptr, TRUE);
+            changingDpi_ = false;
+        }
+        return 0;
     case WM_NCHITTEST: return HTTRANSPARENT;
     case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
     case WM_ERASEBKGND: {

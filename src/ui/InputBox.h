@@ -14,7 +14,9 @@ class InputBox final : public Dialog {
         , answer_(std::move(answer)) {}
 
     /// @return the text, an empty one too; nothing when the user cancelled.
-    [[nodiscard]] std::optional<std::wstring> Ask(Operations& operations, HWND owner);
+    [[nodiscard]] std::optional<std::wstring> Ask(Operations& operations, HWND owner) {
+        return RunModal(operations, owner) == IDOK ? std::optional(answer_) : std::nullopt;
+    }
 
   private:
     void CreateControls() override;

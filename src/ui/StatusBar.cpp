@@ -96,10 +96,8 @@ void StatusBar::Show() {
         widths[longest] = std::max(0, widths[longest] - missing);
         texts[longest] = EndedInDots(texts[longest], font_, widths[longest]);
     }
-    // Where each pane ends.
     const int around = padding + (roomPx - Sum(widths)) / panes;
-    std::vector<int> edges;
-    edges.reserve(widths.size());
+    std::vector<int> edges; // where each pane ends
     for (const int width : widths) {
         edges.push_back((edges.empty() ? 0 : edges.back()) + width + around);
     }

@@ -137,7 +137,7 @@ void ToolbarControl::ShowGaps(bool show) noexcept {
 
 int ToolbarControl::BreakRows(int widthPx) noexcept {
     int rowLeft = 0;
-    int previous = -1;
+    TBBUTTON previous{};
     for (int index = 0; index < ButtonCount(); ++index) {
         TBBUTTON button{};
         ToWindow(TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
@@ -145,17 +145,16 @@ int ToolbarControl::BreakRows(int widthPx) noexcept {
             continue;
         }
         const RECT area = ButtonRect(index);
-        if (previous >= 0 && area.right - rowLeft > widthPx) {
-            TBBUTTON last{};
-            ToWindow(TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
-            ToWindow(TB_SETSTATE, static_cast<WPARAM>(last.idCommand), MAKELPARAM(last.fsState | TBSTATE_WRAP, 0));
+        if (previous.idCommand != 0 && area.right - rowLeft > widthPx) {
+            ToWindow(TB_SETSTATE, static_cast<WPARAM>(previous.idCommand),
+                     MAKELPARAM(previous.fsState | TBSTATE_WRAP, 0));
             // The control arranges its buttons anew when one comes or goes, not when one's state changes. Positions
             // behind the break count from the new row's start then.
             ShowGaps(true);
             ShowGaps(false);
             rowLeft = ButtonRect(index).left;
         }
-        previous = index;
+        previous = button;
     }
     return ButtonRect(ButtonCount() - 1).bottom;
 }
