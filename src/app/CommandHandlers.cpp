@@ -1,13 +1,9 @@
 #include "app/CommandHandlers.h"
 
-#include "core/Commands.h"
 #include "core/ids.h"
 #include "ui/AboutDialog.h"
 #include "win32/EventGuard.h"
 #include "win32/WebLinks.h"
-
-#include <algorithm>
-#include <iterator>
 
 namespace vextrel {
 
@@ -15,14 +11,9 @@ namespace {
 
 using Parts = CommandParts;
 
-template <InputMode mode>
-void ChooseInputMode(const Parts& parts) {
-    parts.options.SetInputMode(mode);
-}
-
-template <DragDropMode mode>
-void ChooseDragDropMode(const Parts& parts) {
-    parts.options.SetDragDropMode(mode);
+template <auto set, auto value>
+void Choose(const Parts& parts) {
+    (parts.options.*set)(value);
 }
 
 void ToggleInjection(const Parts& parts) {
@@ -46,12 +37,6 @@ void Open(const Parts& parts) {
     OpenWebPage(parts.form.Handle(), page);
 }
 
-void ToggleMask(const Parts& parts) {
-    if (!parts.operations.IsTransferring()) {
-        Toggle<&CommandSnapshot::textIsMasked, &Options::SetTextIsMasked>(parts);
-    }
-}
-
 void ToggleLayer(const Parts& parts) {
     const bool asks = parts.layer.ToggleOpacity();
     parts.options.RefreshToolbar();
@@ -61,28 +46,22 @@ void ToggleLayer(const Parts& parts) {
 }
 
 void ShowAbout(const Parts& parts) {
-    AboutDialog({.printScreenBlocked = parts.program.printScreenBlocked,
+    AboutDialog({.program = parts.program,
                  .layerTakesClicks = parts.layer.TakesClicks(),
                  .textIsMasked = parts.password.TextIsMasked(),
                  .mouseHidden = parts.pointer.MouseHidden(),
-                 .answersOthers = parts.program.answersOthers,
-                 .capture = CaptureStateOf(parts.form.Handle()),
-                 .hardening = parts.program.hardening})
+                 .capture = CaptureStateOf(parts.form.Handle())})
         .RunModal(parts.operations, parts.form.Handle());
 }
 
 void Rearrange(const Parts& parts) {
-    if (!parts.operations.IsTransferring()) {
-        parts.placement.RandomiseFormSizeAndPlacement();
-        parts.layer.ResetFormCover();
-    }
+    parts.placement.RandomiseFormSizeAndPlacement();
+    parts.layer.ResetFormCover();
 }
 
 void Clear(const Parts& parts) {
-    if (!parts.operations.IsTransferring()) {
-        parts.password.ClearText();
-        parts.transfer.DiscardHanded();
-    }
+    parts.password.ClearText();
+    parts.transfer.DiscardHanded();
 }
 
 struct Handler {
@@ -91,26 +70,24 @@ struct Handler {
     void (*run)(const Parts& parts);
 };
 
-constexpr const wchar_t* toolbarHandler = L"tbToolbar_ButtonClick";
-constexpr const wchar_t* delayHandler = L"tbToolbar_ButtonMenuClick";
-
 constexpr Handler handlers[] = {
     {ids::mnuFileKeepOnTop, L"mnuFileKeepOnTop_Click", Toggle<&CommandSnapshot::keepOnTop, &Options::SetKeepOnTop>},
     {ids::mnuFileExit, L"mnuFileExit_Click",
      [](const Parts& parts) { ::PostMessageW(parts.form.Handle(), WM_CLOSE, 0, 0); }},
-    {ids::mnuModeStandard, L"mnuModeStandard_Click", ChooseInputMode<InputMode::Standard>},
-    {ids::mnuModeHover, L"mnuModeHover_Click", ChooseInputMode<InputMode::Hover>},
+    {ids::mnuModeStandard, L"mnuModeStandard_Click", Choose<&Options::SetInputMode, InputMode::Standard>},
+    {ids::mnuModeHover, L"mnuModeHover_Click", Choose<&Options::SetInputMode, InputMode::Hover>},
     {ids::mnuModeHiddenMouseAndHover, L"mnuModeHiddenMouseAndHover_Click",
-     ChooseInputMode<InputMode::HiddenMouseAndHover>},
+     Choose<&Options::SetInputMode, InputMode::HiddenMouseAndHover>},
     {ids::mnuViewToolbar, L"mnuViewToolbar_Click", Toggle<&CommandSnapshot::toolbarShown, &Options::ShowToolbar>},
     {ids::mnuViewProtectiveLayer, L"mnuViewProtectiveLayer_Click", ToggleLayer},
-    {ids::mnuViewPasswordMask, L"mnuViewPasswordMask_Click", ToggleMask},
+    {ids::mnuViewPasswordMask, L"mnuViewPasswordMask_Click",
+     Toggle<&CommandSnapshot::textIsMasked, &Options::SetTextIsMasked>},
     {ids::mnuOptionsBeepOnHover, L"mnuOptionsBeepOnHover_Click",
      Toggle<&CommandSnapshot::beepOnHover, &Options::SetBeepOnHover>},
     {ids::mnuOptionsKeepPasswordAfterDragDrop, L"mnuOptionsKeepPasswordAfterDragDrop_Click",
      Toggle<&CommandSnapshot::keepPassword, &Options::SetKeepPasswordAfterDragDrop>},
-    {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click", ChooseDragDropMode<DragDropMode::DragDrop>},
-    {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click", ChooseDragDropMode<DragDropMode::Inject>},
+    {ids::mnuOptionsDragDrop, L"mnuOptionsDragDrop_Click", Choose<&Options::SetDragDropMode, DragDropMode::DragDrop>},
+    {ids::mnuOptionsInjectMode, L"mnuOptionsInjectMode_Click", Choose<&Options::SetDragDropMode, DragDropMode::Inject>},
     {ids::mnuOptionsSaveSettingsInINI, L"mnuOptionsSaveSettingsInINI_Click",
      Toggle<&CommandSnapshot::saveSettings, &Options::SetSaveSettingsInINI>},
     {ids::mnuKeyboardLayoutDefault, L"mnuKeyboardLayoutDefault_Click", ChooseLayout<LayoutId::Default>},
@@ -134,7 +111,7 @@ void RunCommand(int id, const CommandParts& parts) noexcept {
     const std::span<const HoverDelayItem> delays = HoverDelayMenu();
     if (const auto delay = std::ranges::find(delays, id, &HoverDelayItem::id); delay != delays.end()) {
         // A delay switches to hover entry as well.
-        GuardEvent(form, delayHandler, [&] {
+        GuardEvent(form, L"tbToolbar_ButtonMenuClick", [&] {
             parts.options.SetInputMode(InputMode::Hover);
             parts.options.SetTimerInterval(delay->delayMs);
         });
@@ -146,8 +123,8 @@ void RunCommand(int id, const CommandParts& parts) noexcept {
     if (handler == std::end(handlers) && !isTool) {
         return;
     }
-    GuardEvent(form, isTool ? toolbarHandler : handler->name, [&] {
-        if (handler != std::end(handlers)) {
+    GuardEvent(form, isTool ? L"tbToolbar_ButtonClick" : handler->name, [&] {
+        if (handler != std::end(handlers) && StateOfCommand(id, parts.options.Snapshot()).enabled) {
             handler->run(parts);
         }
         // The buttons that are there to be seen have nothing but this.

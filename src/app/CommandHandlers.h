@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Layouts.h"
-#include "app/Options.h"
 #include "app/Placement.h"
+#include "app/Transfer.h"
 
 namespace vextrel {
 

@@ -2,19 +2,13 @@
 
 #include "ui/ErrorDialog.h"
 #include "win32/Gate.h"
-#include "win32/handles.h"
 
 namespace vextrel {
-
-ErrorReport::ErrorReport(Operations& operations)
-    : operations_(operations) {
-    operations_.SetAfterTransfer([this] { ShowWaiting(); });
-}
 
 void ErrorReport::Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                          HWND owner) noexcept {
     try {
-        if (!sources_.emplace(source).second) {
+        if (std::ranges::find(waiting_, source, &Pending::source) != waiting_.end()) {
             return;
         }
         const std::wstring name(source);
@@ -33,14 +27,11 @@ void ErrorReport::ShowWaiting() noexcept {
     try {
         const FlagScope showing(showing_);
         while (!waiting_.empty()) {
-            const Pending next = waiting_.front();
+            ErrorDialog(waiting_.front().text).RunModal(operations_, waiting_.front().owner);
             waiting_.pop_front();
-            ErrorDialog(next.text).RunModal(operations_, next.owner);
-            sources_.erase(next.source);
         }
     } catch (...) {
         waiting_.clear();
-        sources_.clear();
     }
 }
 

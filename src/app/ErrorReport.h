@@ -4,7 +4,6 @@
 #include "win32/EventGuard.h"
 
 #include <deque>
-#include <set>
 #include <string>
 
 namespace vextrel {
@@ -14,7 +13,10 @@ namespace vextrel {
 /// error waits: a dialog would take the focus or the button's release.
 class ErrorReport final : public ErrorSink {
   public:
-    explicit ErrorReport(Operations& operations);
+    explicit ErrorReport(Operations& operations)
+        : operations_(operations) {
+        operations_.SetAfterTransfer([this] { ShowWaiting(); });
+    }
     ~ErrorReport() { operations_.SetAfterTransfer({}); }
 
     void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
@@ -31,8 +33,7 @@ class ErrorReport final : public ErrorSink {
     };
 
     Operations& operations_;
-    std::deque<Pending> waiting_;
-    std::set<std::wstring, std::less<>> sources_; ///< of the dialog that is open and of those that wait
+    std::deque<Pending> waiting_; ///< the first of them in the dialog that is open
     bool showing_ = false;
 };
 

@@ -1,6 +1,6 @@
 #include "app/HiddenPointer.h"
 
-#include "ui/DotPointer.h"
+#include "win32/TopLevelWindow.h"
 
 namespace vextrel {
 
@@ -13,6 +13,19 @@ constexpr const wchar_t* hideMouseQuestion =
     L"mode.)\r\n\r\n"
     L"This will not affect any other programs, and can be undone by going to Mouse Mode - Standard.";
 
+/// Has the window under the pointer set the pointer anew, if it is one of ours, without waiting for the next move.
+void RenewPointer() noexcept {
+    POINT pointer{};
+    if (::GetCursorPos(&pointer) == FALSE) {
+        return;
+    }
+    // The pointer over another program's window is never touched.
+    if (const HWND window = ::WindowFromPoint(pointer); IsOurs(window)) {
+        const LRESULT part = ::SendMessageW(window, WM_NCHITTEST, 0, MAKELPARAM(pointer.x, pointer.y));
+        ::SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(part, WM_MOUSEMOVE));
+    }
+}
+
 } // namespace
 
 void HiddenPointer::SetHidden(bool hidden) noexcept {
@@ -22,19 +35,13 @@ void HiddenPointer::SetHidden(bool hidden) noexcept {
 }
 
 bool HiddenPointer::HideMouse() {
-    if (!mayAsk_ || !form_.IsVisible()) {
-        SetHidden(true);
-        return true;
-    }
-    const int answer = ShowMessageBox(operations_, hideMouseQuestion, hideMouseTitle, MB_OKCANCEL | MB_ICONQUESTION);
-    SetHidden(answer == IDOK);
-    return answer == IDOK;
+    SetHidden(!mayAsk_ || !form_.IsVisible() ||
+              ShowMessageBox(operations_, hideMouseQuestion, hideMouseTitle, MB_OKCANCEL | MB_ICONQUESTION) == IDOK);
+    return mouseHidden_;
 }
 
 void HiddenPointer::SetOverKeys(bool over) noexcept {
-    const bool changes = mouseHidden_ && over != overKeys_;
-    overKeys_ = over;
-    if (changes) {
+    if (std::exchange(overKeys_, over) != over && mouseHidden_) {
         RenewPointer();
     }
 }

@@ -5,14 +5,9 @@
 
 #include <mmsystem.h>
 
-#include <algorithm>
-
 namespace vextrel {
 
-void Hover::Beep(const std::wstring& folder) const {
-    if (!beep_) {
-        return;
-    }
+void Hover::Beep(const std::wstring& folder) {
     const std::wstring file = folder + L"\\beep.wav";
     if (!FileExists(file)) {
         ::MessageBeep(MB_OK);
@@ -34,16 +29,6 @@ void Hover::Ticked() {
 std::wstring Hover::CaptionOfCurrent() const {
     const std::optional<int> current = entry_.CurrentButton();
     return current ? form_.Key(*current).Caption() : std::wstring();
-}
-
-void Hover::Obey(HoverEntry::TimerOrder order) {
-    const auto interval = static_cast<UINT>(std::max(1, intervalMs_));
-    switch (order) {
-    case HoverEntry::TimerOrder::Leave: return;
-    case HoverEntry::TimerOrder::Run: cover_.RunHoverTimer(interval); return;
-    case HoverEntry::TimerOrder::Restart: cover_.RestartHoverTimer(interval); return;
-    case HoverEntry::TimerOrder::Stop: cover_.StopHoverTimer(); return;
-    }
 }
 
 } // namespace vextrel

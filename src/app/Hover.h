@@ -1,10 +1,7 @@
 #pragma once
 
-#include "core/HoverEntry.h"
 #include "ui/MainWindow.h"
 #include "ui/ProtectiveLayer.h"
-
-#include <cstdint>
 
 namespace vextrel {
 
@@ -22,11 +19,9 @@ class Hover {
     /// In milliseconds. Holds from the next key on.
     void SetTimerInterval(std::int32_t intervalMs) noexcept { intervalMs_ = intervalMs; }
 
-    [[nodiscard]] bool BeepOnHover() const noexcept { return beep_; }
-    void SetBeepOnHover(bool beep) noexcept { beep_ = beep; }
-    /// Sounds an entry, if that is wanted: "beep.wav" in the folder if it is there, and returns when it has been
-    /// played; else the system's beep. A machine without a sound device stays silent.
-    void Beep(const std::wstring& folder) const;
+    /// Sounds an entry: "beep.wav" in the folder if it is there, and returns when it has been played; else the system's
+    /// beep. A machine without a sound device stays silent.
+    static void Beep(const std::wstring& folder);
 
     void MoveOverKey(int button) { Obey(entry_.MoveOverKey(button, form_.Key(button).Caption(), CaptionOfCurrent())); }
     void LeaveKeys() { Obey(entry_.LeaveKeys()); }
@@ -41,13 +36,14 @@ class Hover {
     [[nodiscard]] std::wstring CaptionOfCurrent() const;
 
   private:
-    void Obey(HoverEntry::TimerOrder order);
+    void Obey(HoverEntry::TimerOrder order) noexcept {
+        cover_.Obey(order, static_cast<UINT>(std::max(1, intervalMs_)));
+    }
 
     MainWindow& form_;
     ProtectiveLayer& cover_;
     HoverEntry entry_;
     std::int32_t intervalMs_ = 1000;
-    bool beep_ = false;
 };
 
 } // namespace vextrel

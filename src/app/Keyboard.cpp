@@ -1,15 +1,12 @@
 #include "app/Keyboard.h"
 
 #include "core/PasswordView.h"
-#include "core/SlotTable.h"
 #include "core/TextEdit.h"
 #include "win32/EventGuard.h"
 #include "win32/Gate.h"
 #include "win32/InputState.h"
 #include "win32/Text.h"
 #include "win32/TopLevelWindow.h"
-
-#include <utility>
 
 namespace vextrel {
 
@@ -18,14 +15,13 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     , store_(store)
     , operations_(operations)
     , hover_(form_, formCover_)
-    , captions_(form_, hover_)
     , password_(form_)
-    , transfer_(form_, password_, operations)
     , pointer_(form_, operations)
     , placement_(form_)
     , layer_(form_, formCover_, operations)
-    , options_({form_, program, store, operations, password_, transfer_, hover_, pointer_, layer_})
-    , layouts_({form_, formCover_, captions_, options_, store, program, operations})
+    , options_({form_, program, store, operations, password_, hover_, pointer_, layer_})
+    , transfer_(form_, password_, operations, options_)
+    , layouts_({form_, formCover_, hover_, options_, store, program, operations})
     , commands_{form_, operations, program, options_, password_, transfer_, pointer_, layer_, placement_, layouts_} {
     try {
         Start();
@@ -39,28 +35,6 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
 // settings while nothing is visible, the random place, the shown window, the remaining settings through their setters.
 void Keyboard::Start() {
     program_.SettingsFilePath = store_.GetSettingsPath(false);
-    LoadWindows();
-    placement_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
-    options_.ApplyEarlySettings();
-    password_.SetTextIsMasked(true);
-    hover_.SetTimerEnabled(false);
-    placement_.RandomiseFormSizeAndPlacement();
-    ::ShowWindow(form_.Handle(), SW_SHOW);
-    layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
-    layer_.ResetFormCover();
-    layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
-    layouts_.ReadActionCaptions();
-    captions_.Refresh();
-    options_.ApplyRemainingSettings();
-    ::ShowWindow(form_.Handle(), SW_SHOW);
-    if (!layer_.AreTopmost(true)) { // as both windows are created; what takes a moment is left out
-        layer_.KeepTogether(true);
-    }
-    options_.RefreshToolbar();
-    pointer_.AllowQuestions();
-}
-
-void Keyboard::LoadWindows() {
     form_.Load(*this, *this, *this);
     if (!program_.HooksDisabled) {
         form_.InstallMoveHook();
@@ -71,6 +45,24 @@ void Keyboard::LoadWindows() {
     operations_.SetWindows(form_.Handle(), formCover_.Handle());
     form_.Sliders().SetHoverPosition(HoverSliderPosition(hover_.TimerInterval()));
     form_.Sliders().SetTransparencyPercent(TransparencySliderPercent(options_.KeyboardTransparency()));
+    placement_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
+    options_.ApplyEarlySettings();
+    password_.SetTextIsMasked(true);
+    hover_.SetTimerEnabled(false);
+    placement_.RandomiseFormSizeAndPlacement();
+    ::ShowWindow(form_.Handle(), SW_SHOW);
+    layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
+    layer_.ResetFormCover();
+    layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
+    layouts_.ReadActionCaptions();
+    layouts_.RefreshCaptions();
+    options_.ApplyRemainingSettings();
+    ::ShowWindow(form_.Handle(), SW_SHOW);
+    if (!layer_.AreTopmost(true)) { // as both windows are created; what takes a moment is left out
+        layer_.KeepTogether(true);
+    }
+    options_.RefreshToolbar();
+    pointer_.AllowQuestions();
 }
 
 void Keyboard::UnloadWindows() noexcept {
@@ -87,11 +79,11 @@ void Keyboard::ButtonClick(int button) {
         }
         form_.ShowNotice({});
         const KeyPressOutcome outcome =
-            PressKey(button, form_.Key(button).Caption(), password_.ReadBox(), captions_.Modifiers());
+            PressKey(button, form_.Key(button).Caption(), password_.ReadBox(), layouts_.Modifiers());
         if (outcome.edit) {
             password_.Apply(*outcome.edit);
         }
-        captions_.SetModifiers(outcome.modifiers);
+        layouts_.SetModifiers(outcome.modifiers);
         if (outcome.showLeftover) {
             ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
         }
@@ -99,11 +91,10 @@ void Keyboard::ButtonClick(int button) {
 }
 
 void Keyboard::ButtonMouseMove(int button) {
-    if (operations_.IsResting()) {
-        return;
+    if (!operations_.IsResting()) {
+        pointer_.SetOverKeys(true);
+        hover_.MoveOverKey(button);
     }
-    pointer_.SetOverKeys(true);
-    hover_.MoveOverKey(button);
 }
 
 void Keyboard::MouseMoveInTextBox() {
@@ -123,43 +114,36 @@ void Keyboard::Timer() {
     }
     if (const std::optional<int> key = hover_.Tick()) {
         ButtonClick(*key);
-        hover_.Beep(program_.folder);
+        if (options_.Snapshot().beepOnHover) {
+            Hover::Beep(program_.folder);
+        }
     }
     hover_.Ticked();
-}
-
-void Keyboard::EnterCharacter(wchar_t code) {
-    if (code == backspaceCode) {
-        password_.Apply(EraseBackwards(password_.ReadBox()));
-    } else if (scrambledInput_) {
-        password_.Enter(ScrambledInput(code, [this](int button) { return form_.Key(button).Caption(); }));
-    } else {
-        password_.Enter({&code, 1});
-    }
 }
 
 bool Keyboard::KeyPress(wchar_t code) {
     if (operations_.IsTransferring()) {
         return false;
     }
-    if (IsForwardedCharacter(code)) {
-        EnterCharacter(code);
-        return false;
+    const bool forwarded = IsForwardedCharacter(code);
+    if (!forwarded && !password_.TextIsMasked()) {
+        return true;
     }
-    if (password_.TextIsMasked()) {
+    if (code == backspaceCode) {
+        password_.Apply(EraseBackwards(password_.ReadBox()));
+    } else if (forwarded && scrambledInput_) {
+        password_.Enter(ScrambledInput(code, [this](int button) { return form_.Key(button).Caption(); }));
+    } else if (!IsControlCharacter(code) || forwarded) {
         // The masked box takes nothing by itself: it must hold exactly one asterisk per character.
-        if (!IsControlCharacter(code)) {
-            password_.Enter({&code, 1});
-        }
-        return false;
+        password_.Enter({&code, 1});
     }
-    return true;
+    return false;
 }
 
 void Keyboard::FollowPhysicalModifiers() {
-    Modifiers modifiers = captions_.Modifiers();
+    Modifiers modifiers = layouts_.Modifiers();
     modifiers.shiftIsDown = FoldedShift({.capsLock = WasToggled(VK_CAPITAL), .shift = IsShiftDownNow()});
-    captions_.SetModifiers(modifiers);
+    layouts_.SetModifiers(modifiers);
 }
 
 bool Keyboard::PlainBoxWillChange() {
@@ -183,13 +167,12 @@ bool Keyboard::KeyDown(unsigned virtualKey) {
 }
 
 void Keyboard::PasteIntoMaskedBox() {
-    if (operations_.IsTransferring()) {
-        return;
+    if (!operations_.IsTransferring()) {
+        LockedText pasted;
+        ReadClipboardText(form_.Handle(), pasted);
+        DropControlCharacters(pasted);
+        password_.Enter(pasted.View());
     }
-    LockedText pasted;
-    ReadClipboardText(form_.Handle(), pasted);
-    DropControlCharacters(pasted);
-    password_.Enter(pasted.View());
 }
 
 void Keyboard::DragPassword() {
@@ -244,7 +227,7 @@ void Keyboard::CheckActiveWindow() {
         return;
     }
     lastForeground_ = front;
-    if (options_.KeepOnTop() && !IsOurs(front)) {
+    if (options_.Snapshot().keepOnTop && !IsOurs(front)) {
         layer_.KeepTogether(true);
     }
 }

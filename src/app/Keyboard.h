@@ -1,27 +1,12 @@
 #pragma once
 
-#include "app/CaptionBoard.h"
 #include "app/CommandHandlers.h"
-#include "app/HiddenPointer.h"
-#include "app/Hover.h"
-#include "app/LayerWatch.h"
-#include "app/Layouts.h"
-#include "app/Options.h"
-#include "app/PasswordField.h"
-#include "app/Placement.h"
-#include "app/Transfer.h"
-#include "core/Pinned.h"
-#include "ui/MainWindow.h"
-#include "ui/Operations.h"
-#include "ui/ProtectiveLayer.h"
-#include "win32/ProgramState.h"
-#include "win32/SettingsStore.h"
 
 namespace vextrel {
 
 /// The controller: owns both windows and all state, and offers the operations that the windows call. What the
 /// operations do stands with the concern they belong to; here they are wired.
-class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvents, private LayerEvents, private Pinned {
+class Keyboard final : private BoxEvents, private WindowEvents, private LayerEvents, private Pinned {
   public:
     /// Builds everything up to the shown window, applying the stored settings in their order.
     Keyboard(ProgramState& program, SettingsStore& store, Operations& operations);
@@ -36,11 +21,10 @@ class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvent
 
   private:
     void Start();
-    void LoadWindows();
     /// Before anything that they report to goes.
     void UnloadWindows() noexcept;
 
-    // KeyEvents and LayerEvents
+    // KeyEvents, of the keys and of the layer over them
     void ButtonClick(int button) override;
     void ButtonMouseUp(int) override {} // an entry point that does nothing (docs/architecture.md, oddities)
     void ButtonMouseMove(int button) override;
@@ -56,7 +40,7 @@ class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvent
     void Timer() override;
     void ClearCurrentButton() override { hover_.ClearCurrentButton(); }
     void CheckForeground() override { layer_.CheckForeground(); }
-    [[nodiscard]] InputMode CurrentInputMode() const override { return options_.InputMode(); }
+    [[nodiscard]] InputMode CurrentInputMode() const override { return options_.Snapshot().inputMode; }
     [[nodiscard]] bool IsHoverEntryEnabled() const override { return hover_.TimerEnabled(); }
 
     // BoxEvents
@@ -83,7 +67,6 @@ class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvent
     void MenuLoop(bool entered) override { menuOpen_ = entered; }
     void SessionEnding() override { WipePassword(); }
 
-    void EnterCharacter(wchar_t code);
     void WipePassword() noexcept;
 
     ProgramState& program_;
@@ -92,13 +75,12 @@ class Keyboard final : private KeyEvents, private BoxEvents, private WindowEvent
     MainWindow form_;
     ProtectiveLayer formCover_;
     vextrel::Hover hover_;
-    CaptionBoard captions_;
     PasswordField password_;
-    Transfer transfer_;
     HiddenPointer pointer_;
     Placement placement_;
     LayerWatch layer_;
     vextrel::Options options_;
+    Transfer transfer_;
     vextrel::Layouts layouts_;
     CommandParts commands_;
     bool scrambledInput_ = false; ///< dormant: no command sets it

@@ -3,7 +3,6 @@
 #include "ui/InputBox.h"
 #include "win32/InputState.h"
 #include "win32/LockedText.h"
-#include "win32/SubclassedWindow.h"
 #include "win32/TopLevelWindow.h"
 
 namespace vextrel {
@@ -102,15 +101,10 @@ void LayerWatch::CheckForeground() {
             SetCoverTransparency(marked_ ? visibleCoverTransparency : defaultCoverTransparency);
             away_ = false;
         }
-        return;
-    }
-    if (front == nullptr || IsOurs(front)) {
-        return; // while the foreground changes hands, or a window of our own: neither away nor back
-    }
-    if (!away_) {
+    } else if (front != nullptr && !IsOurs(front) && !std::exchange(away_, true)) {
+        // Not while the foreground changes hands, or over a window of our own: that is neither away nor back.
         SetCoverTransparency(coverTransparencyAway);
     }
-    away_ = true;
 }
 
 bool LayerWatch::FocusIsWanted() const {

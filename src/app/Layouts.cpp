@@ -1,6 +1,7 @@
 #include "app/Layouts.h"
 
 #include "transfer/SystemLayout.h"
+#include "win32/FileDialog.h"
 
 #include <commdlg.h>
 
@@ -24,28 +25,32 @@ const wchar_t* ReasonOf(CaptureResult result) noexcept {
 } // namespace
 
 void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
-    if (parts_.operations.IsTransferring()) {
-        return;
-    }
     switch (static_cast<LayoutId>(layoutId)) {
     case LayoutId::English:
-        LoadEnglishLayout(parts_.captions.CurrentLayout().captions);
-        parts_.options.SetLayoutMark(LayoutMark::English);
-        Record(L"English", dontRecord);
+        LoadEnglishLayout(layout_.captions);
+        Loaded(LayoutMark::English, L"English", dontRecord);
         break;
     case LayoutId::Default: LoadDefault(dontRecord); break;
     case LayoutId::LastSaved:
         ReadLayout(parts_.program.SettingsFilePath);
-        parts_.options.SetLayoutMark(LayoutMark::LastSaved);
-        Record(L"Config", dontRecord);
+        Loaded(LayoutMark::LastSaved, L"Config", dontRecord);
         break;
-    case LayoutId::Import: Import(dontRecord); break;
+    case LayoutId::Import:
+        if (const std::optional<std::wstring> file = AskForFile(L"Open", false)) {
+            ReadLayout(*file);
+            if (!dontRecord) {
+                WriteLayout(parts_.program.SettingsFilePath);
+            }
+            Loaded(LayoutMark::Imported, L"Config", dontRecord);
+        }
+        break;
     default: break;
     }
-    parts_.captions.Refresh();
+    RefreshCaptions();
 }
 
-void Layouts::Record(const wchar_t* name, bool dontRecord) {
+void Layouts::Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord) {
+    parts_.options.SetLayoutMark(mark);
     if (!dontRecord && parts_.form.IsVisible()) {
         parts_.store.WriteSetting(settings::keyboardLayout, name);
     }
@@ -54,12 +59,11 @@ void Layouts::Record(const wchar_t* name, bool dontRecord) {
 void Layouts::LoadDefault(bool dontRecord) {
     const CaptureResult result = [this] {
         const Operations::Scope capture(parts_.operations, Operations::Kind::Transfer);
-        return LoadDefaultLayout(parts_.cover.txtSetup(), parts_.captions.CurrentLayout().captions);
+        return LoadDefaultLayout(parts_.cover.txtSetup(), layout_.captions);
     }();
     parts_.form.FocusVisibleBox();
     if (result == CaptureResult::Done) {
-        parts_.options.SetLayoutMark(LayoutMark::Default);
-        Record(L"Default", dontRecord);
+        Loaded(LayoutMark::Default, L"Default", dontRecord);
         return;
     }
     parts_.options.RefreshToolbar();
@@ -70,35 +74,18 @@ void Layouts::LoadDefault(bool dontRecord) {
     }
 }
 
-void Layouts::Import(bool dontRecord) {
-    if (const std::optional<std::wstring> file = AskForFile(L"Open", false)) {
-        ReadLayout(*file);
-        parts_.options.SetLayoutMark(LayoutMark::Imported);
-        if (!dontRecord) {
-            WriteLayout(parts_.program.SettingsFilePath);
-        }
-        Record(L"Config", dontRecord);
-    }
-}
-
 void Layouts::CreateNewLayoutFile() {
-    if (parts_.operations.IsTransferring()) {
-        return;
-    }
-    const std::optional<std::wstring> file = AskForFile(L"Save As", true);
-    if (!file) {
-        return;
-    }
-    WriteLayout(*file);
-    if (!parts_.options.SaveSettingsInINI()) {
-        parts_.form.ShowNotice(L"Not written: saving is off");
+    if (const std::optional<std::wstring> file = AskForFile(L"Save As", true)) {
+        WriteLayout(*file);
+        if (!parts_.options.Snapshot().saveSettings) {
+            parts_.form.ShowNotice(L"Not written: saving is off");
+        }
     }
 }
 
 void Layouts::ReadActionCaptions() {
-    ActionKeyCaptions& captions = parts_.captions.CurrentLayout().actionCaptions;
-    for (std::size_t key = 0; key < captions.size(); ++key) {
-        captions.at(key) = ActionCaptionOrDefault(
+    for (std::size_t key = 0; key < layout_.actionCaptions.size(); ++key) {
+        layout_.actionCaptions.at(key) = ActionCaptionOrDefault(
             parts_.store.ReadINIValue(parts_.program.SettingsFilePath, actionCaptionSection, actionCaptionKeys[key]),
             static_cast<ActionKey>(key));
     }
@@ -107,29 +94,49 @@ void Layouts::ReadActionCaptions() {
 void Layouts::ReadLayout(const std::wstring& file) {
     ReadLayoutEntries(
         [&](std::wstring_view section, std::wstring_view key) { return parts_.store.ReadINIValue(file, section, key); },
-        parts_.captions.CurrentLayout());
+        layout_);
 }
 
 void Layouts::WriteLayout(const std::wstring& file) {
-    for (const LayoutEntry& entry : LayoutEntries(parts_.captions.CurrentLayout())) {
+    for (const LayoutEntry& entry : LayoutEntries(layout_)) {
         parts_.store.WriteINIValue(file, entry.section, entry.key, entry.value);
     }
 }
 
 std::optional<std::wstring> Layouts::AskForFile(const wchar_t* title, bool save) {
-    if (!dialogs_) {
-        dialogs_.emplace();
-    }
-    dialogs_->hwnd = parts_.form.Handle();
-    dialogs_->DialogTitle = title;
-    dialogs_->SetFilter(layoutFileFilter);
-    dialogs_->FilterIndex = 1;
-    dialogs_->CancelError = true;
-    dialogs_->flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_EXPLORER;
-    dialogs_->FileName = parts_.program.folder + L"\\*.lng";
+    static FileDialog dialogs; // made at its first use, and its library stays
+    dialogs.hwnd = parts_.form.Handle();
+    dialogs.DialogTitle = title;
+    dialogs.SetFilter(layoutFileFilter);
+    dialogs.FilterIndex = 1;
+    dialogs.CancelError = true;
+    dialogs.flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_EXPLORER;
+    dialogs.FileName = parts_.program.folder + L"\\*.lng";
     const Operations::Scope modal(parts_.operations, Operations::Kind::Modal);
-    const bool cancelled = save ? dialogs_->ShowSave() : dialogs_->ShowOpen();
-    return cancelled ? std::nullopt : std::optional(dialogs_->FileName);
+    const bool cancelled = save ? dialogs.ShowSave() : dialogs.ShowOpen();
+    return cancelled ? std::nullopt : std::optional(dialogs.FileName);
+}
+
+void Layouts::SetModifiers(const vextrel::Modifiers& modifiers) {
+    if (modifiers != modifiers_) {
+        modifiers_ = modifiers;
+        RefreshCaptions();
+    }
+}
+
+void Layouts::RefreshCaptions(bool shuffle) {
+    const std::wstring hovered = parts_.hover.CaptionOfCurrent();
+    if (IsShuffledKeyboardType(keyboardType_)) {
+        slots_.Rebuild(shuffle, [this] { return random_.Draw(); });
+    }
+    for (const auto& [button, caption] :
+         RefreshedCaptions(layout_.captions, layout_.actionCaptions, modifiers_, slots_)) {
+        parts_.form.Key(button).SetCaption(caption);
+    }
+    parts_.form.Key(keys::capsLock).SetLit(modifiers_.capsLockIsDown);
+    parts_.form.Key(keys::leftShift).SetLit(modifiers_.shiftIsDown);
+    parts_.form.Key(keys::rightShift).SetLit(modifiers_.shiftIsDown);
+    parts_.hover.CaptionRefreshed(hovered);
 }
 
 } // namespace vextrel

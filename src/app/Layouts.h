@@ -1,27 +1,23 @@
 #pragma once
 
-#include "app/CaptionBoard.h"
 #include "app/Options.h"
-#include "ui/Operations.h"
-#include "ui/ProtectiveLayer.h"
-#include "win32/FileDialog.h"
-#include "win32/ProgramState.h"
-#include "win32/SettingsStore.h"
-
-#include <optional>
+#include "core/Captions.h"
+#include "core/LayoutFile.h"
+#include "win32/ClockRandom.h"
 
 namespace vextrel {
 
-/// Decides which captions the keys carry: built in, captured from the system, last imported, or from a file.
+/// The captions on the keys: the layout that they come from (built in, captured from the system, last imported, or from
+/// a file), the modifiers that choose between its captions, and the arrangement of the keys.
 class Layouts {
   public:
     struct Parts {
         MainWindow& form;
         ProtectiveLayer& cover;
-        CaptionBoard& captions;
+        Hover& hover;
         Options& options;
         SettingsStore& store;
-        ProgramState& program;
+        const ProgramState& program;
         Operations& operations;
     };
 
@@ -38,16 +34,32 @@ class Layouts {
     void ReadActionCaptions();
     void ReadLayout(const std::wstring& file);
 
+    [[nodiscard]] const vextrel::Modifiers& Modifiers() const noexcept { return modifiers_; }
+    /// Shows the captions anew if anything changes.
+    void SetModifiers(const vextrel::Modifiers& modifiers);
+
+    /// 101 is the standard arrangement; 1, 2 and 3 rebuild the key slot table with each refresh.
+    [[nodiscard]] std::int16_t KeyboardType() const noexcept { return keyboardType_; }
+    void SetKeyboardType(std::int16_t type) noexcept { keyboardType_ = type; }
+
+    /// Shows the captions that layout and modifiers give. For the pointer that rests on a key it is no arrival.
+    /// @param shuffle whether a shuffled arrangement is drawn anew.
+    void RefreshCaptions(bool shuffle = false);
+
   private:
     void WriteLayout(const std::wstring& file);
     void LoadDefault(bool dontRecord);
-    void Import(bool dontRecord);
-    void Record(const wchar_t* name, bool dontRecord);
+    /// Marks what has been loaded, and records it under its name.
+    void Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord);
     /// @return nothing when the user gave no file.
     [[nodiscard]] std::optional<std::wstring> AskForFile(const wchar_t* title, bool save);
 
     Parts parts_;
-    std::optional<FileDialog> dialogs_; ///< made at their first use
+    Layout layout_;
+    vextrel::Modifiers modifiers_;
+    std::int16_t keyboardType_ = standardKeyboardType;
+    KeySlotTable slots_;
+    ClockRandom random_;
 };
 
 } // namespace vextrel

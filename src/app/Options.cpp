@@ -47,76 +47,58 @@ void Options::Write(const wchar_t* key, std::wstring_view value) {
     }
 }
 
+void Options::RefreshAndWrite(const wchar_t* key, std::wstring_view value) {
+    RefreshToolbar();
+    Write(key, value);
+}
+
+void Options::Switch(bool& option, bool on, const wchar_t* key) {
+    option = on;
+    RefreshAndWrite(key, BooleanText(on));
+}
+
 void Options::SetSaveSettingsInINI(bool save) {
-    saveSettings_ = save;
+    chosen_.saveSettings = save;
     RefreshToolbar();
     if (!parts_.form.IsVisible() || (!save && ShowMessageBox(parts_.operations, stopSavingQuestion, stopSavingTitle,
                                                              MB_YESNO | MB_ICONQUESTION) != IDYES)) {
         return;
     }
     // The write is gated by the very switch that it turns off.
-    saveSettings_ = true;
+    chosen_.saveSettings = true;
     Write(settings::saveSettings, BooleanText(save));
-    saveSettings_ = save;
+    chosen_.saveSettings = save;
 }
 
 void Options::ShowToolbar(bool show) {
-    toolbarShown_ = show;
     parts_.form.ShowToolbarControl(show);
-    RefreshToolbar();
-    Write(settings::viewToolbar, BooleanText(show));
+    Switch(chosen_.toolbarShown, show, settings::viewToolbar);
 }
 
-void Options::SetInputMode(enum InputMode mode) {
-    if (mode == inputMode_) {
+void Options::SetInputMode(InputMode mode) {
+    if (mode == chosen_.inputMode) {
         return;
     }
-    switch (mode) {
-    case InputMode::Standard:
+    if (mode != InputMode::HiddenMouseAndHover) {
         parts_.pointer.ShowMouse();
-        parts_.hover.SetTimerEnabled(false);
-        break;
-    case InputMode::Hover:
-        parts_.hover.SetTimerEnabled(true);
-        parts_.pointer.ShowMouse();
-        break;
-    case InputMode::HiddenMouseAndHover:
-        if (!parts_.pointer.HideMouse()) {
-            RefreshToolbar();
-            return;
-        }
-        parts_.hover.SetTimerEnabled(true);
-        break;
-    default: return;
+    } else if (!parts_.pointer.HideMouse()) {
+        RefreshToolbar();
+        return;
     }
+    parts_.hover.SetTimerEnabled(mode != InputMode::Standard);
     parts_.form.ShowHoverDelayLabel(mode != InputMode::Standard);
-    inputMode_ = mode;
-    RefreshToolbar();
-    Write(settings::mouseMode, InputModeText(mode));
+    chosen_.inputMode = mode;
+    RefreshAndWrite(settings::mouseMode, InputModeText(mode));
 }
 
 void Options::SetDragDropMode(DragDropMode mode) {
-    parts_.transfer.SetDragDropMode(mode);
-    RefreshToolbar();
-    Write(settings::dragDropMode, DragDropModeText(mode));
+    chosen_.dragDropMode = mode;
+    RefreshAndWrite(settings::dragDropMode, DragDropModeText(mode));
 }
 
 void Options::SetTextIsMasked(bool masked) {
     parts_.password.SetTextIsMasked(masked);
-    RefreshToolbar();
-    Write(settings::viewPasswordMask, BooleanText(masked));
-}
-
-void Options::SetBeepOnHover(bool beep) {
-    parts_.hover.SetBeepOnHover(beep);
-    RefreshToolbar();
-    Write(settings::beepOnHover, BooleanText(beep));
-}
-
-void Options::SetKeepPasswordAfterDragDrop(bool keep) {
-    parts_.transfer.SetKeepPasswordAfterDragDrop(keep);
-    RefreshToolbar();
-    Write(settings::keepPassword, BooleanText(keep));
+    RefreshAndWrite(settings::viewPasswordMask, BooleanText(masked));
 }
 
 void Options::SetKeyboardTransparency(std::int16_t transparency) {
@@ -129,8 +111,7 @@ void Options::SetKeyboardTransparency(std::int16_t transparency) {
 void Options::SetTimerInterval(std::int32_t intervalMs) {
     parts_.hover.SetTimerInterval(intervalMs);
     parts_.form.Sliders().SetHoverPosition(HoverSliderPosition(intervalMs));
-    RefreshToolbar();
-    Write(settings::hoverTimerInterval, std::to_wstring(intervalMs));
+    RefreshAndWrite(settings::hoverTimerInterval, std::to_wstring(intervalMs));
 }
 
 void Options::HoverSliderMoved(int positionMs) {
@@ -149,31 +130,25 @@ void Options::TransparencySliderMoved(int percent) {
 }
 
 void Options::SetKeepOnTop(bool keepOnTop) {
-    keepOnTop_ = keepOnTop;
+    chosen_.keepOnTop = keepOnTop;
     SetTopmost(parts_.form.Handle(), keepOnTop);
     parts_.layer.KeepTogether(keepOnTop);
     RefreshToolbar();
 }
 
 void Options::SetLayoutMark(LayoutMark mark) {
-    layoutMark_ = mark;
+    chosen_.layout = mark;
     RefreshToolbar();
 }
 
 CommandSnapshot Options::Snapshot() const {
-    return {.inputMode = inputMode_,
-            .dragDropMode = parts_.transfer.DragDropMode(),
-            .textIsMasked = parts_.password.TextIsMasked(),
-            .beepOnHover = parts_.hover.BeepOnHover(),
-            .keepPassword = parts_.transfer.KeepPasswordAfterDragDrop(),
-            .keepOnTop = keepOnTop_,
-            .saveSettings = saveSettings_,
-            .toolbarShown = toolbarShown_,
-            .layerMarked = parts_.layer.IsMarked(),
-            .layout = layoutMark_,
-            .answersOthers = parts_.program.answersOthers,
-            .hardeningOff = parts_.program.hardening.switchedOff,
-            .transferRunning = parts_.operations.IsTransferring()};
+    CommandSnapshot snapshot = chosen_;
+    snapshot.textIsMasked = parts_.password.TextIsMasked();
+    snapshot.layerMarked = parts_.layer.IsMarked();
+    snapshot.answersOthers = parts_.program.answersOthers;
+    snapshot.hardeningOff = parts_.program.hardening.switchedOff;
+    snapshot.transferRunning = parts_.operations.IsTransferring();
+    return snapshot;
 }
 
 void Options::RefreshToolbar() {

@@ -4,9 +4,6 @@
 #include "app/Hover.h"
 #include "app/LayerWatch.h"
 #include "app/PasswordField.h"
-#include "app/Transfer.h"
-#include "core/Commands.h"
-#include "core/OptionValues.h"
 #include "win32/SettingsStore.h"
 
 namespace vextrel {
@@ -22,7 +19,6 @@ class Options {
         SettingsStore& store;
         Operations& operations;
         PasswordField& password;
-        Transfer& transfer;
         Hover& hover;
         HiddenPointer& pointer;
         LayerWatch& layer;
@@ -36,21 +32,16 @@ class Options {
     void ApplyEarlySettings();
     void ApplyRemainingSettings();
 
-    [[nodiscard]] bool SaveSettingsInINI() const noexcept { return saveSettings_; }
     /// Switching saving off asks whether that itself may be saved.
     void SetSaveSettingsInINI(bool save);
-
     /// Shows or hides the toolbar; the window's height follows, the keys keep their size.
     void ShowToolbar(bool show);
-
-    [[nodiscard]] enum InputMode InputMode() const noexcept { return inputMode_; }
     /// Choosing the mode in force does nothing and writes nothing; a declined question leaves everything as it was.
-    void SetInputMode(enum InputMode mode);
-
+    void SetInputMode(InputMode mode);
     void SetDragDropMode(DragDropMode mode);
     void SetTextIsMasked(bool masked);
-    void SetBeepOnHover(bool beep);
-    void SetKeepPasswordAfterDragDrop(bool keep);
+    void SetBeepOnHover(bool beep) { Switch(chosen_.beepOnHover, beep, settings::beepOnHover); }
+    void SetKeepPasswordAfterDragDrop(bool keep) { Switch(chosen_.keepPassword, keep, settings::keepPassword); }
 
     [[nodiscard]] std::int16_t KeyboardTransparency() const noexcept { return keyboardTransparency_; }
     void SetKeyboardTransparency(std::int16_t transparency);
@@ -60,10 +51,8 @@ class Options {
     void HoverSliderMoved(int positionMs);
     void TransparencySliderMoved(int percent);
 
-    [[nodiscard]] bool KeepOnTop() const noexcept { return keepOnTop_; }
     /// Not persistent: the window starts topmost.
     void SetKeepOnTop(bool keepOnTop);
-
     void SetLayoutMark(LayoutMark mark);
 
     /// Check marks, enabled states, toolbar and status bar, all from the present state.
@@ -73,15 +62,13 @@ class Options {
   private:
     /// The toolbar control alone, whatever the option says.
     void ShowToolbarControl(bool show);
+    void Switch(bool& option, bool on, const wchar_t* key);
+    void RefreshAndWrite(const wchar_t* key, std::wstring_view value);
     void Write(const wchar_t* key, std::wstring_view value);
 
     Parts parts_;
-    bool saveSettings_ = true;
-    bool toolbarShown_ = true;
-    enum InputMode inputMode_ = InputMode::Standard;
+    CommandSnapshot chosen_; ///< but for what others know; Snapshot asks them
     std::int16_t keyboardTransparency_ = 255;
-    bool keepOnTop_ = true;
-    LayoutMark layoutMark_ = LayoutMark::None;
 };
 
 } // namespace vextrel

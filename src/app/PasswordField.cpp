@@ -20,16 +20,11 @@ void PasswordField::SetTextIsMasked(bool masked) {
         form_.txtText().OverwriteAndEmpty();
         OverwriteFreedMemory();
     }
-    PasswordBox& box = form_.VisibleBox();
-    if (masked) {
-        box.SetMask(currentPassword_.Size());
-    } else {
-        box.SetText(currentPassword_.CString());
-    }
+    FillVisibleBox();
     if (form_.IsVisible()) {
-        ::SetFocus(box.Handle());
+        form_.FocusVisibleBox();
     }
-    box.Select(selection);
+    form_.VisibleBox().Select(selection);
     for (const int key : {keys::tab, keys::enter}) { // they enter nothing into a masked box
         ::EnableWindow(form_.Key(key).Handle(), masked ? FALSE : TRUE);
     }
@@ -43,16 +38,13 @@ void PasswordField::ClearText() noexcept {
 }
 
 void PasswordField::HighlightText() {
-    PasswordBox& masked = form_.txtPassword();
-    const auto maskedLength = static_cast<std::int16_t>(masked.Length());
+    const auto maskedLength = static_cast<std::int16_t>(form_.txtPassword().Length());
+    form_.FocusVisibleBox();
     if (TextIsMasked()) {
-        ::SetFocus(masked.Handle());
-        masked.Select({0, maskedLength});
+        form_.txtPassword().Select({0, maskedLength});
     } else {
-        PasswordBox& plain = form_.txtText();
-        ::SetFocus(plain.Handle());
         // The other, hidden box is measured: its asterisks from the last time it was shown. Deliberate.
-        plain.Select({maskedLength, plain.Selection().length});
+        form_.txtText().Select({maskedLength, form_.txtText().Selection().length});
     }
 }
 
@@ -87,15 +79,19 @@ void PasswordField::Enter(std::wstring_view text) {
     }
 }
 
-void PasswordField::ShowPassword(std::int16_t caret) {
+void PasswordField::FillVisibleBox() noexcept {
     PasswordBox& box = form_.VisibleBox();
-    if (box.View() == PasswordBoxView::Masked) {
+    if (TextIsMasked()) {
         box.SetMask(currentPassword_.Size());
     } else {
         box.OverwriteAndEmpty();
         box.SetText(currentPassword_.CString());
     }
-    box.Select({caret, 0});
+}
+
+void PasswordField::ShowPassword(std::int16_t caret) {
+    FillVisibleBox();
+    form_.VisibleBox().Select({caret, 0});
 }
 
 void PasswordField::PlainBoxHasChanged() {

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "core/TextEdit.h"
 #include "ui/MainWindow.h"
 #include "win32/LockedText.h"
-
-#include <string_view>
 
 namespace vextrel {
 
@@ -51,6 +48,8 @@ class PasswordField {
     void Wipe() noexcept;
 
   private:
+    void FillVisibleBox() noexcept;
+
     MainWindow& form_;
     LockedText currentPassword_;
     LockedText selectedPassword_;

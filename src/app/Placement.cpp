@@ -1,9 +1,8 @@
 #include "app/Placement.h"
 
 #include "core/RandomPlacement.h"
+#include "ui/WindowParts.h"
 #include "win32/TopLevelWindow.h"
-
-#include <algorithm>
 
 namespace vextrel {
 
@@ -11,8 +10,7 @@ void Placement::RandomiseFormSizeAndPlacement() {
     const HWND window = form_.Handle();
     const int dpi = form_.Dpi();
     const RECT screen = MonitorOf(window).rcMonitor;
-    RECT old{};
-    ::GetWindowRect(window, &old);
+    const RECT old = OuterArea(window);
     const auto twips = [dpi](LONG px) { return TwipsFromPixels(px, dpi); };
     const auto px = [dpi](double length) { return PixelsFromTwips(length, dpi); };
 
@@ -34,8 +32,7 @@ void Placement::RandomiseFormSizeAndPlacement() {
     form_.Arrange();
     // The random top follows from the height before: a window that has grown may reach below the screen.
     const RECT work = MonitorOf(window).rcWork;
-    RECT now{};
-    ::GetWindowRect(window, &now);
+    const RECT now = OuterArea(window);
     if (now.bottom > work.bottom) {
         ::SetWindowPos(window, nullptr, now.left, std::max(work.top, now.top + work.bottom - now.bottom), 0, 0,
                        SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -45,8 +42,7 @@ void Placement::RandomiseFormSizeAndPlacement() {
 void Placement::FitHeight() {
     const HWND window = form_.Handle();
     const int dpi = form_.Dpi();
-    RECT outer{};
-    ::GetWindowRect(window, &outer);
+    const RECT outer = OuterArea(window);
     const double keyWidthTwips = KeyUnitTwips(TwipsFromPixels(outer.right - outer.left, dpi), TwipsPerPixel(dpi));
     const double heightTwips = WindowHeightTwips(keyWidthTwips, TwipsFromPixels(form_.ToolbarHeightPx(), dpi),
                                                  TwipsFromPixels(form_.StatusBarHeightPx(), dpi));
@@ -55,11 +51,11 @@ void Placement::FitHeight() {
 }
 
 void Placement::ReturnToVisiblePlace() noexcept {
-    if (::MonitorFromWindow(form_.Handle(), MONITOR_DEFAULTTONULL) != nullptr || ::IsIconic(form_.Handle())) {
-        return;
+    const HWND window = form_.Handle();
+    if (::MonitorFromWindow(window, MONITOR_DEFAULTTONULL) == nullptr && !::IsIconic(window)) {
+        const RECT work = MonitorOf(window).rcWork;
+        ::SetWindowPos(window, nullptr, work.left, work.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    const RECT work = MonitorOf(form_.Handle()).rcWork;
-    ::SetWindowPos(form_.Handle(), nullptr, work.left, work.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 } // namespace vextrel

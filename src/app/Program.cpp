@@ -2,42 +2,15 @@
 
 #include "app/ErrorReport.h"
 #include "app/Keyboard.h"
-#include "core/OptionValues.h"
-#include "win32/EventGuard.h"
 #include "win32/Gate.h"
-#include "win32/Hardening.h"
 #include "win32/KeyboardHook.h"
 #include "win32/ScreenCapture.h"
 
 #include <ole2.h>
 
-#include <optional>
-
 namespace vextrel {
 
 namespace {
-
-/// The controller, and what holds once it exists: the hook is in place, writes ask the save switch, moves and sizes of
-/// the main window count.
-class Application : private Pinned {
-  public:
-    Application(ProgramState& program, SettingsStore& store, Operations& operations)
-        : keyboard_(program, store, operations) {
-        if (!program.HooksDisabled) {
-            hook_.Install(!program.hardening.switchedOff);
-        }
-        program.printScreenBlocked = hook_.IsInstalled();
-        keyboard_.Form().ReportMoves(true);
-        store.SetWriteGate([this] { return keyboard_.Options().SaveSettingsInINI(); });
-    }
-    ~Application() { keyboard_.Form().ReportMoves(false); }
-
-    [[nodiscard]] vextrel::Keyboard& Keyboard() noexcept { return keyboard_; }
-
-  private:
-    KeyboardHook hook_; ///< goes after the controller
-    vextrel::Keyboard keyboard_;
-};
 
 /// Drag-and-drop, the folder browser and the naming of controls need OLE on this thread.
 class OleScope : private Pinned {
@@ -47,9 +20,7 @@ class OleScope : private Pinned {
 };
 
 void RegisterControls() noexcept {
-    INITCOMMONCONTROLSEX classes{};
-    classes.dwSize = sizeof classes;
-    classes.dwICC = ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS;
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS};
     ::InitCommonControlsEx(&classes);
 }
 
@@ -64,19 +35,15 @@ Hardening HardenUnlessSwitchedOff(const SettingsStore& store) noexcept {
     return HardenProcess();
 }
 
-/// Shift that was held when the focus left a password box comes up elsewhere; the keys follow it all the same.
-void FollowReleasedModifier(Keyboard& keyboard, const MSG& message) noexcept {
-    const bool released = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
-    if (released && (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
-        GuardEvent(keyboard.Form().Handle(), L"Form_KeyUp", [&] { keyboard.FollowPhysicalModifiers(); });
-    }
-}
-
 /// Until the main window has gone.
 int ServeEvents(Keyboard& keyboard, ErrorReport& errors) {
     MSG message{};
     while (keyboard.Form().IsLoaded() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
-        FollowReleasedModifier(keyboard, message);
+        // Shift that was held when the focus left a password box comes up elsewhere; the keys follow it all the same.
+        const bool released = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
+        if (released && (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
+            GuardEvent(keyboard.Form().Handle(), L"Form_KeyUp", [&] { keyboard.FollowPhysicalModifiers(); });
+        }
         Serve(message, keyboard.Form().Handle());
         errors.ShowWaiting();
     }
@@ -105,8 +72,15 @@ int Main(bool hooksDisabled) {
         if (!ParseBoolean(store.ReadSetting(settings::allowScreenCapture)).value_or(false)) {
             captureExclusion.emplace(!hooksDisabled);
         }
-        Application application(program, store, operations);
-        exitCode = ServeEvents(application.Keyboard(), errors);
+        KeyboardHook hook; // goes after the controller
+        Keyboard keyboard(program, store, operations);
+        if (!hooksDisabled) {
+            hook.Install(!program.hardening.switchedOff);
+        }
+        program.printScreenBlocked = hook.IsInstalled();
+        keyboard.Form().ReportMoves(true);
+        store.SetWriteGate([&] { return keyboard.Options().Snapshot().saveSettings; });
+        exitCode = ServeEvents(keyboard, errors);
     });
     return exitCode;
 }

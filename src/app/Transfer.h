@@ -1,15 +1,8 @@
 #pragma once
 
-#include "app/PasswordField.h"
-#include "core/OptionValues.h"
+#include "app/Options.h"
 #include "core/PasswordView.h"
 #include "transfer/DragData.h"
-#include "transfer/Injection.h"
-#include "ui/DragHint.h"
-#include "ui/Operations.h"
-
-#include <memory>
-#include <string>
 
 namespace vextrel {
 
@@ -17,15 +10,11 @@ namespace vextrel {
 /// if that is the mode.
 class Transfer {
   public:
-    Transfer(MainWindow& form, PasswordField& field, Operations& operations)
+    Transfer(MainWindow& form, PasswordField& field, Operations& operations, const Options& options)
         : form_(form)
         , field_(field)
-        , operations_(operations) {}
-
-    [[nodiscard]] enum DragDropMode DragDropMode() const noexcept { return mode_; }
-    void SetDragDropMode(enum DragDropMode mode) noexcept { mode_ = mode; }
-    [[nodiscard]] bool KeepPasswordAfterDragDrop() const noexcept { return keepPassword_; }
-    void SetKeepPasswordAfterDragDrop(bool keep) noexcept { keepPassword_ = keep; }
+        , operations_(operations)
+        , options_(options) {}
 
     /// What the user should know of the last transfer, in a few words; empty when there is nothing to say.
     [[nodiscard]] const std::wstring& Notice() const noexcept { return notice_; }
@@ -37,18 +26,14 @@ class Transfer {
     void DiscardHanded() noexcept;
 
   private:
-    void StartDrag(TextDataObject& data);
-    void CompleteDrag(TransferEnd end);
-    [[nodiscard]] TransferEnd InjectAtPointer();
+    void CompleteDrag(const TransferPlan& plan, TransferEnd end);
+    [[nodiscard]] DragDropMode Mode() const { return options_.Snapshot().dragDropMode; }
 
     MainWindow& form_;
     PasswordField& field_;
     Operations& operations_;
-    enum DragDropMode mode_ = DragDropMode::DragDrop;
-    bool keepPassword_ = false;
-    std::unique_ptr<DragData> data_; ///< of the last drag, until the next one
-    TransferPlan plan_;
-    std::unique_ptr<DragHint> note_;
+    const Options& options_;
+    std::optional<DragData> data_; ///< of the last drag, until the next one
     std::wstring notice_;
 };
 

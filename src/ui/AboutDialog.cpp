@@ -6,8 +6,6 @@
 #include "win32/resources.h"
 #include "win32/version.h"
 
-#include <algorithm>
-
 namespace vextrel {
 
 namespace {
@@ -25,16 +23,16 @@ const wchar_t* CaptureLine(CaptureState state) noexcept {
 
 /// One line for each, said as it is.
 std::wstring ProtectionsInForce(const ProtectionFacts& facts) {
-    std::wstring text = facts.printScreenBlocked ? L"Print Screen is blocked" : L"Print Screen is not blocked";
+    std::wstring text = facts.program.printScreenBlocked ? L"Print Screen is blocked" : L"Print Screen is not blocked";
     const auto add = [&text](const std::wstring& line) { text += L"\r\n" + line; };
     add(facts.layerTakesClicks ? L"Protective layer over the keys"
                                : L"Protective layer invisible: clicks reach the keys");
     add(facts.textIsMasked ? L"Password masked" : L"Password shown in clear");
     add(facts.mouseHidden ? L"Pointer shown as a grey dot" : L"Pointer shown as usual");
-    add(facts.answersOthers ? L"Other programs may read and order the windows: the settings file says so"
-                            : L"Other programs may not read or order the windows");
+    add(facts.program.answersOthers ? L"Other programs may read and order the windows: the settings file says so"
+                                    : L"Other programs may not read or order the windows");
     add(CaptureLine(facts.capture));
-    std::ranges::for_each(HardeningLines(facts.hardening), add);
+    std::ranges::for_each(HardeningLines(facts.program.hardening), add);
     return text;
 }
 

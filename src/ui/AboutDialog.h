@@ -1,29 +1,27 @@
 #pragma once
 
 #include "ui/Dialog.h"
-#include "win32/Hardening.h"
+#include "win32/ProgramState.h"
 
 namespace vextrel {
 
 /// What protects the password at the moment.
 struct ProtectionFacts {
-    bool printScreenBlocked = false;
+    ProgramState program;
     bool layerTakesClicks = false;
     bool textIsMasked = false;
     bool mouseHidden = false;
-    bool answersOthers = false;
     CaptureState capture = CaptureState::Shown;
-    Hardening hardening;
 };
 
 /// What the program is, where its maker's pages are, and which protections are in force at the moment.
 class AboutDialog final : public Dialog {
   public:
     explicit AboutDialog(const ProtectionFacts& facts)
-        : facts_(facts) {}
+        : Dialog(L"About Vextrel", {440, 344})
+        , facts_(facts) {}
 
   private:
-    [[nodiscard]] Look LookOf() const override { return {L"About Vextrel", {440, 344}}; }
     void CreateControls() override;
     void FitControls() override;
     void OnNotify(const NMHDR& header) override;

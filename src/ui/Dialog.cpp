@@ -5,8 +5,6 @@
 #include "win32/Gate.h"
 #include "win32/TopLevelWindow.h"
 
-#include <algorithm>
-
 namespace vextrel {
 
 namespace {
@@ -45,10 +43,9 @@ RECT WorkAreaOf(HMONITOR screen) noexcept {
 void Dialog::ChooseScale(int dpi, const RECT& screen) {
     RECT frame{};
     ::AdjustWindowRectExForDpi(&frame, dialogStyle, FALSE, dialogExStyle, static_cast<UINT>(dpi));
-    const Size client = LookOf().clientSize96;
     const auto share = [](LONG room, LONG taken, int wanted) { return static_cast<double>(room - taken) / wanted; };
-    const double byScreen = std::min(share(screen.right - screen.left, frame.right - frame.left, client.width),
-                                     share(screen.bottom - screen.top, frame.bottom - frame.top, client.height));
+    const double byScreen = std::min(share(screen.right - screen.left, frame.right - frame.left, clientSize96_.width),
+                                     share(screen.bottom - screen.top, frame.bottom - frame.top, clientSize96_.height));
     const double byDpi = static_cast<double>(dpi) / USER_DEFAULT_SCREEN_DPI;
     const double byFont = static_cast<double>(CharacterHeightOf(fonts_.MessageFont(dpi))) / usualFontHeight96;
     // The user may want larger text than the screen has room for: as large as it can be, then.
@@ -57,8 +54,7 @@ void Dialog::ChooseScale(int dpi, const RECT& screen) {
 }
 
 Size Dialog::OuterSize(int dpi) const {
-    const Size client = LookOf().clientSize96;
-    RECT outer{0, 0, Scaled(client.width), Scaled(client.height)};
+    RECT outer{0, 0, Scaled(clientSize96_.width), Scaled(clientSize96_.height)};
     ::AdjustWindowRectExForDpi(&outer, dialogStyle, FALSE, dialogExStyle, static_cast<UINT>(dpi));
     return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
 }
@@ -74,7 +70,7 @@ void Dialog::LoadOver(HWND owner) {
         const LONG wanted = (low + high - extent) / 2;
         return static_cast<int>(std::max(from, std::min(wanted, to - extent)));
     };
-    Load({.title = LookOf().title,
+    Load({.title = title_.c_str(),
           .style = dialogStyle,
           .exStyle = dialogExStyle | (aboveTopmost ? WS_EX_TOPMOST : 0UL),
           .owner = owner,
@@ -106,14 +102,14 @@ void Dialog::FitAll() {
     ShowScrollBarIfNeeded();
 }
 
-void Dialog::ServeUntilEnded(const Operations& operations) {
+void Dialog::ServeUntilEnded(HWND owner, HWND mainWindow) {
     // They come back before the window goes: else the system would activate another program's window. The owner need
     // not be the main window: the layer's errors are the layer's.
-    const DisabledScope ownerRests(owner_);
-    const DisabledScope mainWindowRests(operations.MainWindow());
+    const DisabledScope ownerRests(owner);
+    const DisabledScope mainWindowRests(mainWindow);
     ::ShowWindow(Handle(), SW_SHOW);
     MSG message{};
-    while (!ended_ && IsLoaded()) {
+    while (!result_ && IsLoaded()) {
         if (::GetMessageW(&message, nullptr, 0, 0) <= 0) {
             // The program ends: the outer loop has to learn of it, too.
             ::PostQuitMessage(static_cast<int>(message.wParam));
@@ -124,20 +120,19 @@ void Dialog::ServeUntilEnded(const Operations& operations) {
 }
 
 int Dialog::RunModal(Operations& operations, HWND owner) {
-    owner_ = ::IsWindow(owner) ? owner : nullptr;
+    owner = ::IsWindow(owner) ? owner : nullptr;
     {
         // Ends before the window goes, for the layer's sake: what the system activates then must be enabled.
         const Operations::Scope modal(operations, Operations::Kind::Modal);
-        LoadOver(owner_);
-        ServeUntilEnded(operations);
+        LoadOver(owner);
+        ServeUntilEnded(owner, operations.MainWindow());
     }
     Unload();
-    return result_;
+    return result_.value_or(IDCANCEL);
 }
 
 void Dialog::End(int result) noexcept {
     result_ = result;
-    ended_ = true;
     // Wakes the loop if nothing else does.
     ::PostMessageW(Handle(), WM_NULL, 0, 0);
 }

@@ -6,7 +6,7 @@
 #include "win32/SystemLook.h"
 
 #include <cmath>
-#include <vector>
+#include <string>
 
 namespace vextrel {
 
@@ -14,7 +14,6 @@ namespace vextrel {
 /// meanwhile, as is the protective layer.
 class Dialog : public Form {
   public:
-    Dialog() = default;
     ~Dialog() override { Unload(); }
 
     /// Shows the dialog, once, and returns when it has been ended. An owner that is no window stands for none.
@@ -22,12 +21,11 @@ class Dialog : public Form {
     int RunModal(Operations& operations, HWND owner);
 
   protected:
-    struct Look {
-        const wchar_t* title = L"";
-        Size clientSize96; ///< at 96 DPI, in the usual message font
-    };
+    /// @param clientSize96 at 96 DPI, in the usual message font.
+    Dialog(std::wstring title, Size clientSize96)
+        : title_(std::move(title))
+        , clientSize96_(clientSize96) {}
 
-    [[nodiscard]] virtual Look LookOf() const = 0;
     /// Creates the controls; the window exists and is hidden.
     virtual void CreateControls() = 0;
     /// What depends on the size beside the places and the message font; after CreateControls and on every new DPI.
@@ -50,7 +48,7 @@ class Dialog : public Form {
     [[nodiscard]] FontCache& Fonts() noexcept { return fonts_; }
 
   private:
-    void ServeUntilEnded(const Operations& operations);
+    void ServeUntilEnded(HWND owner, HWND mainWindow);
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) final;
     LRESULT OnActivate(WPARAM wParam, LPARAM lParam);
     void LoadOver(HWND owner);
@@ -59,17 +57,16 @@ class Dialog : public Form {
     [[nodiscard]] Size OuterSize(int dpi) const;
     void FitAll();
     void ShowScrollBarIfNeeded() const noexcept;
-    void OnUnload() noexcept override { ended_ = true; }
 
+    std::wstring title_;
+    Size clientSize96_;
     FontCache fonts_;
     HFONT font_ = nullptr;
     double scale_ = 1;                            ///< pixels for one at 96 DPI in the usual message font
     std::vector<std::pair<HWND, Rect>> children_; ///< and their places at 96 DPI
     HWND lines_ = nullptr;                        ///< the field of lines to read, if there is one
-    HWND owner_ = nullptr;
-    HWND lastFocus_ = nullptr; ///< the control that had it when the dialog was last left
-    int result_ = IDCANCEL;
-    bool ended_ = false;
+    HWND lastFocus_ = nullptr;                    ///< the control that had it when the dialog was last left
+    std::optional<int> result_;                   ///< once it has been ended
 };
 
 } // namespace vextrel

@@ -8,8 +8,6 @@
 #include "win32/Text.h"
 #include "win32/TopLevelWindow.h"
 
-#include <algorithm>
-
 namespace vextrel {
 
 namespace {
@@ -17,26 +15,34 @@ namespace {
 constexpr UINT_PTR Timer1 = 1;
 constexpr UINT followIntervalMs = 15;
 
-// The background shape, in twips; higher where the user's font wants more room. Injection has two more lines to say.
+// The background shape, in twips.
 constexpr int shapeWidthTwips = 4000;
-constexpr int shapeHeightDragTwips = 900;
-constexpr int shapeHeightInjectionTwips = 1400;
 constexpr int marginTwips = 50;
 constexpr int headerHeightTwips = 240;
 /// From the pointer to the hint's corner: far enough that the pointer never meets it.
 constexpr int pointerDistanceTwips = 250;
-
-constexpr COLORREF injectionColour = 0xC0FFFF; // light yellow
-constexpr COLORREF dragColour = 0xE8FFE8;      // light green
-constexpr COLORREF textColour = 0x000000;
 constexpr std::uint8_t noteAlpha = 235;
 
-constexpr const wchar_t* injectionText =
+struct Note {
+    const wchar_t* header;
+    const wchar_t* text;
+    int heightTwips; ///< of the shape; higher where the user's font wants more room
+    COLORREF ground;
+};
+constexpr Note dragNote{
+    L"Vextrel Drag and Drop mode:",
+    L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.", 900,
+    0xE8FFE8}; // light green
+constexpr Note injectionNote{
+    L"Vextrel Injection mode:",
     L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.\r\n"
     L"The 'no drop' icon may display - that's okay,\r\n"
-    L"Vextrel will still try to inject the data.";
-constexpr const wchar_t* dragText =
-    L"Keep the mouse pressed while you drag the password, then drop the password onto the destination control.";
+    L"Vextrel will still try to inject the data.",
+    1400, 0xC0FFFF}; // light yellow
+
+const Note& NoteFor(DragDropMode mode) noexcept {
+    return mode == DragDropMode::Inject ? injectionNote : dragNote;
+}
 
 /// The height in pixels that a label's text takes.
 int HeightOf(HWND label, HFONT font, int widthPx) {
@@ -62,15 +68,6 @@ void DragHint::ShowFor(DragDropMode mode, HWND owner) {
           .leftPx = static_cast<int>(pointer.x),
           .topPx = static_cast<int>(pointer.y)});
     SetLayeredTransparency(Handle(), noteAlpha);
-    CreateControls();
-    Arrange();
-    FollowPointer();
-    ::ShowWindow(Handle(), SW_SHOWNOACTIVATE);
-    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    ::SetTimer(Handle(), Timer1, followIntervalMs, nullptr);
-}
-
-void DragHint::CreateControls() {
     const auto label = [this](const wchar_t* text, int id) {
         return CreateControl(Handle(), {.windowClass = WC_STATICW,
                                         .text = text,
@@ -78,9 +75,13 @@ void DragHint::CreateControls() {
                                         .exStyle = WS_EX_TRANSPARENT,
                                         .id = id});
     };
-    const bool inject = mode_ == DragDropMode::Inject;
-    header_ = label(inject ? L"Vextrel Injection mode:" : L"Vextrel Drag and Drop mode:", ids::dragNoteHeader);
-    text_ = label(inject ? injectionText : dragText, ids::dragNoteText);
+    header_ = label(NoteFor(mode_).header, ids::dragNoteHeader);
+    text_ = label(NoteFor(mode_).text, ids::dragNoteText);
+    Arrange();
+    FollowPointer();
+    ::ShowWindow(Handle(), SW_SHOWNOACTIVATE);
+    ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ::SetTimer(Handle(), Timer1, followIntervalMs, nullptr);
 }
 
 void DragHint::Arrange() {
@@ -89,7 +90,7 @@ void DragHint::Arrange() {
     const HFONT font = fonts_.MessageFont(dpi);
     const int margin = px(marginTwips);
     const int labelWidth = px(shapeWidthTwips - 2 * marginTwips);
-    const int shapeHeight = px(mode_ == DragDropMode::Inject ? shapeHeightInjectionTwips : shapeHeightDragTwips);
+    const int shapeHeight = px(NoteFor(mode_).heightTwips);
     const int headerHeight = std::max(px(headerHeightTwips), HeightOf(header_, font, labelWidth));
     const int textTop = margin + headerHeight;
     const int textHeight = std::max(shapeHeight - textTop - margin, HeightOf(text_, font, labelWidth));
@@ -101,15 +102,6 @@ void DragHint::Arrange() {
                    SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void DragHint::OnDpiChanged() {
-    // The new size may put most of it onto the other screen again; answering that would never end.
-    if (!std::exchange(changingDpi_, true)) {
-        Arrange();
-        ::InvalidateRect(Handle(), nullptr, TRUE);
-        changingDpi_ = false;
-    }
-}
-
 void DragHint::FollowPointer() noexcept {
     if (POINT pointer{}; ::GetCursorPos(&pointer) != FALSE) {
         const int distance = PixelsFromTwips(pointerDistanceTwips, Dpi());
@@ -118,25 +110,28 @@ void DragHint::FollowPointer() noexcept {
     }
 }
 
-void DragHint::WakeFinishedDrag() noexcept {
-    // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag would go
-    // on without an end. Any message of the mouse makes it look at the buttons again.
-    if (!IsDownNow(VK_LBUTTON) && !IsDownNow(VK_RBUTTON)) {
-        ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
-    }
-}
-
 LRESULT DragHint::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    const COLORREF ground = mode_ == DragDropMode::Inject ? injectionColour : dragColour;
+    const COLORREF ground = NoteFor(mode_).ground;
     switch (message) {
     case WM_TIMER:
         // Reported over the main window: the hint is gone by then.
         GuardEvent(::GetWindow(Handle(), GW_OWNER), L"Timer1_Timer", [&] {
             FollowPointer();
-            WakeFinishedDrag();
+            // Under Wine the button's release is lost on OLE if it comes while a target is being asked, and the drag
+            // would go on without an end. Any message of the mouse makes it look at the buttons again.
+            if (!IsDownNow(VK_LBUTTON, VK_RBUTTON)) {
+                ::PostMessageW(Handle(), WM_MOUSEMOVE, 0, 0);
+            }
         });
         return 0;
-    case WM_DPICHANGED: OnDpiChanged(); return 0;
+    case WM_DPICHANGED:
+        // The new size may put most of it onto the other screen again; answering that would never end.
+        if (!std::exchange(changingDpi_, true)) {
+            Arrange();
+            ::InvalidateRect(Handle(), nullptr, TRUE);
+            changingDpi_ = false;
+        }
+        return 0;
     case WM_NCHITTEST: return HTTRANSPARENT;
     case WM_MOUSEACTIVATE: return MA_NOACTIVATE;
     case WM_ERASEBKGND: {
@@ -149,7 +144,7 @@ LRESULT DragHint::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_CTLCOLORSTATIC: {
         const auto context = reinterpret_cast<HDC>(wParam);
-        ::SetTextColor(context, textColour);
+        ::SetTextColor(context, RGB(0, 0, 0));
         ::SetDCBrushColor(context, ground);
         ::SetBkColor(context, ground);
         return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));

@@ -18,11 +18,8 @@ class DragHint final : public Form {
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void CreateControls();
     void Arrange();
-    void OnDpiChanged();
     void FollowPointer() noexcept;
-    void WakeFinishedDrag() noexcept;
 
     FontCache fonts_;
     DragDropMode mode_ = DragDropMode::DragDrop;

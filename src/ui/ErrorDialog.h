@@ -2,18 +2,16 @@
 
 #include "ui/Dialog.h"
 
-#include <string>
-
 namespace vextrel {
 
 /// Shows an unexpected error: a label, the message in a read-only box (so that it can be copied), a close button.
 class ErrorDialog final : public Dialog {
   public:
     explicit ErrorDialog(std::wstring message)
-        : message_(std::move(message)) {}
+        : Dialog(L"Vextrel", {400, 180})
+        , message_(std::move(message)) {}
 
   private:
-    [[nodiscard]] Look LookOf() const override { return {L"Vextrel", {400, 180}}; }
     void CreateControls() override;
     void OnCommand(int id) override;
 

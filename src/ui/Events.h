@@ -3,8 +3,6 @@
 // What the windows and controls report, each by an interface of its own. They decide nothing.
 
 #include "core/OptionValues.h"
-#include "ui/SliderRow.h"
-#include "ui/ToolbarControl.h"
 #include "win32/MoveHook.h"
 
 namespace vextrel {
@@ -42,12 +40,9 @@ class BoxEvents {
     ~BoxEvents() = default;
 };
 
-/// What the protective layer reports, and asks.
-class LayerEvents {
+/// What the protective layer reports, and asks; of the key that lies beneath, it reports as that would.
+class LayerEvents : public KeyEvents {
   public:
-    /// A click on the key that lies beneath, 1 to 65.
-    virtual void ButtonClick(int button) = 0;
-    virtual void ButtonMouseMove(int button) = 0;
     /// Over a part of the layer that is no key.
     virtual void MouseMoveInForm() = 0;
     /// On a double click.
@@ -72,10 +67,16 @@ class LayerEvents {
     ~LayerEvents() = default;
 };
 
-/// What the main window reports, and asks. Moves of the mouse over its background and labels count as those over the
-/// toolbar, and menu items as its buttons.
-class WindowEvents : public MoveEvents, public SliderEvents, public ToolbarEvents {
+/// What the main window reports, and asks.
+class WindowEvents : public MoveEvents {
   public:
+    /// Over the background, the labels or the toolbar.
+    virtual void MouseMoveInForm() = 0;
+    /// Of a menu item, a button of the toolbar or a delay of its menu.
+    virtual void Command(int id) = 0;
+    /// The user moved a slider.
+    virtual void HoverSliderMoved(int positionMs) = 0;
+    virtual void TransparencySliderMoved(int percent) = 0;
     virtual void FormActivated() = 0;
     /// The screen's resolution or arrangement changed.
     virtual void DisplayChanged() = 0;

@@ -7,10 +7,6 @@
 
 namespace vextrel {
 
-std::optional<std::wstring> InputBox::Ask(Operations& operations, HWND owner) {
-    return RunModal(operations, owner) == IDOK ? std::optional(answer_) : std::nullopt;
-}
-
 void InputBox::CreateControls() {
     AddLabel(prompt_.c_str(), {14, 12, 366, 44}, SS_LEFT | SS_NOPREFIX);
     field_ = AddControl(WC_EDITW, answer_.c_str(), WS_TABSTOP | ES_AUTOHSCROLL, {14, 46, 366, 70}, ids::inputBoxText,

@@ -2,9 +2,6 @@
 
 #include "ui/Dialog.h"
 
-#include <optional>
-#include <string>
-
 namespace vextrel {
 
 /// Asks for one line of text.
@@ -12,19 +9,19 @@ class InputBox final : public Dialog {
   public:
     /// @param answer what stands in the field at first, selected.
     InputBox(std::wstring title, std::wstring prompt, std::wstring answer)
-        : title_(std::move(title))
+        : Dialog(std::move(title), {380, 120})
         , prompt_(std::move(prompt))
         , answer_(std::move(answer)) {}
 
     /// @return the text, an empty one too; nothing when the user cancelled.
-    [[nodiscard]] std::optional<std::wstring> Ask(Operations& operations, HWND owner);
+    [[nodiscard]] std::optional<std::wstring> Ask(Operations& operations, HWND owner) {
+        return RunModal(operations, owner) == IDOK ? std::optional(answer_) : std::nullopt;
+    }
 
   private:
-    [[nodiscard]] Look LookOf() const override { return {title_.c_str(), {380, 120}}; }
     void CreateControls() override;
     void OnCommand(int id) override;
 
-    std::wstring title_;
     std::wstring prompt_;
     std::wstring answer_;
     HWND field_ = nullptr;

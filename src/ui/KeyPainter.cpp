@@ -1,6 +1,6 @@
 #include "ui/KeyPainter.h"
 
-#include <algorithm>
+#include "core/Geometry.h"
 
 namespace vextrel {
 
@@ -105,29 +105,24 @@ class Canvas {
   public:
     /// @return a context of at least this size to paint on, or null when the system has no room for one.
     HDC Get(HDC like, int width, int height) noexcept {
-        if (width > width_ || height > height_) {
-            MakeAnew(like, std::max(width, width_), std::max(height, height_));
+        if (width > size_.width || height > size_.height) {
+            const Size wanted{std::max(width, size_.width), std::max(height, size_.height)};
+            size_ = {};
+            context_.Reset(); // lets go of the bitmap that it draws on
+            bitmap_.Reset(::CreateCompatibleBitmap(like, wanted.width, wanted.height));
+            UniqueMemoryContext context(::CreateCompatibleDC(like));
+            if (bitmap_ && context && ::SelectObject(context.Get(), bitmap_.Get()) != nullptr) {
+                context_ = std::move(context);
+                size_ = wanted;
+            }
         }
         return context_.Get();
     }
 
   private:
-    void MakeAnew(HDC like, int width, int height) noexcept {
-        width_ = height_ = 0;
-        context_.Reset(); // lets go of the bitmap that it draws on
-        bitmap_.Reset(::CreateCompatibleBitmap(like, width, height));
-        UniqueMemoryContext context(::CreateCompatibleDC(like));
-        if (bitmap_ && context && ::SelectObject(context.Get(), bitmap_.Get()) != nullptr) {
-            context_ = std::move(context);
-            width_ = width;
-            height_ = height;
-        }
-    }
-
     UniqueBitmap bitmap_;
     UniqueMemoryContext context_;
-    int width_ = 0;
-    int height_ = 0;
+    Size size_;
 };
 
 } // namespace

@@ -1,12 +1,9 @@
 #include "ui/MainWindow.h"
 
 #include "core/ids.h"
-#include "ui/DotPointer.h"
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
-
-#include <algorithm>
 
 namespace vextrel {
 
@@ -16,26 +13,37 @@ constexpr DWORD mainWindowStyle =
     WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
 constexpr DWORD mainWindowExStyle = WS_EX_CONTROLPARENT | WS_EX_TOPMOST;
 
-/// Where a box is kept that must be able to take the focus but is never seen, in twips.
-constexpr int offScreenTwips = -10000;
-
 /// How often the window looks whether another one has come to the front.
 constexpr UINT checkActiveWindowMs = 250;
 constexpr UINT_PTR tmrCheckActiveWindow = 1;
+
+UniqueMenu CreateMenuBar() {
+    UniqueMenu bar(::CreateMenu());
+    for (const Menu& menu : MenuBar()) {
+        const HMENU items = ::CreatePopupMenu();
+        for (const Command& item : menu.items) {
+            ::AppendMenuW(items, item.caption == nullptr ? MF_SEPARATOR : MF_STRING, static_cast<UINT_PTR>(item.menuId),
+                          item.caption);
+        }
+        ::AppendMenuW(bar.Get(), MF_POPUP, reinterpret_cast<UINT_PTR>(items), menu.caption);
+    }
+    return bar;
+}
 
 } // namespace
 
 void MainWindow::Load(KeyEvents& keys, BoxEvents& boxes, WindowEvents& events) {
     events_ = &events;
-    menu_.Create();
+    UniqueMenu menu = CreateMenuBar();
     // As wide as random sizing ever makes it; the height is a place holder. The window gets its size before it is
     // shown.
     Form::Load({.title = L"Vextrel",
                 .style = mainWindowStyle,
                 .exStyle = mainWindowExStyle,
-                .menu = menu_.Get(),
+                .menu = menu.Get(),
                 .widthPx = ::GetSystemMetrics(SM_CXSCREEN) / 2,
                 .heightPx = 320});
+    static_cast<void>(menu.Release()); // the window's from now on
     CreateControls(keys, boxes);
     ApplyDpi();
     ::SetTimer(Handle(), tmrCheckActiveWindow, checkActiveWindowMs, nullptr);
@@ -51,8 +59,7 @@ void MainWindow::CreateControls(KeyEvents& keys, BoxEvents& boxes) {
     }
     toolbar_.Create(Handle(), *events_);
     statusBar_.Create(Handle());
-    txtSetup_ =
-        CreateControl(Handle(), {.windowClass = WC_EDITW, .style = WS_VISIBLE, .id = ids::txtSetup, .isSecret = true});
+    static_cast<void>(CreateSetupBox(Handle(), Dpi())); // stands there by its number; nothing here uses it
     SetAccessibleNames({{txtPassword_.Handle(), L"Password, masked"},
                         {txtText_.Handle(), L"Password, in clear"},
                         {toolbar_.Handle(), L"Toolbar"}});
@@ -78,9 +85,6 @@ void MainWindow::ApplyDpi() {
     toolbar_.SetDpi(dpi);
     passwordFontPx_ = 0;
     arrangedWidthPx_ = -1;
-    const int offScreenPx = PixelsFromTwips(offScreenTwips, dpi);
-    ::SetWindowPos(txtSetup_, nullptr, offScreenPx, offScreenPx, ::MulDiv(60, dpi, USER_DEFAULT_SCREEN_DPI),
-                   ::MulDiv(20, dpi, USER_DEFAULT_SCREEN_DPI), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void MainWindow::OnUnload() noexcept {
@@ -91,7 +95,6 @@ void MainWindow::OnUnload() noexcept {
         ::ShowCursor(TRUE);
         events_->FormUnloading();
     });
-    menu_.ReleaseToWindow();
 }
 
 void MainWindow::ShowBox(PasswordBoxView view) noexcept {
@@ -199,7 +202,15 @@ void MainWindow::ShowHoverDelayLabel(bool show) {
 void MainWindow::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
     // A click changes a button by itself, whatever comes of it.
     toolbar_.Refresh(snapshot);
-    menu_.Refresh(snapshot);
+    const HMENU bar = ::GetMenu(Handle());
+    for (const Menu& menu : MenuBar()) {
+        for (const Command& item : menu.items) {
+            const auto id = static_cast<UINT>(item.menuId);
+            const CommandState state = StateOfCommand(item.menuId, snapshot);
+            ::CheckMenuItem(bar, id, state.checked ? MF_CHECKED : MF_UNCHECKED);
+            ::EnableMenuItem(bar, id, state.enabled ? MF_ENABLED : MF_GRAYED);
+        }
+    }
     statusBar_.SetTexts(std::move(status));
 }
 

@@ -2,9 +2,10 @@
 
 #include "core/WindowGeometry.h"
 #include "ui/KeyButton.h"
-#include "ui/MainMenu.h"
 #include "ui/PasswordBox.h"
+#include "ui/SliderRow.h"
 #include "ui/StatusBar.h"
+#include "ui/ToolbarControl.h"
 #include "win32/Form.h"
 #include "win32/ScreenCapture.h"
 
@@ -75,7 +76,6 @@ class MainWindow final : public Form {
 
     WindowEvents* events_ = nullptr;
     FontCache fonts_;
-    MainMenu menu_;
     std::optional<SystemWindowsScope> openMenus_; ///< while a menu is open
     ToolbarControl toolbar_;
     PasswordBox txtPassword_;
@@ -86,7 +86,6 @@ class MainWindow final : public Form {
     KeyCapture keyCapture_;
     std::array<KeyButton, keyButtonCount> keys_;
     MoveHook moveHook_;
-    HWND txtSetup_ = nullptr;
     HWND activeControl_ = nullptr; ///< the box that had the focus last
     WindowGeometry geometry_;
     int arrangedWidthPx_ = -1; ///< the width that the toolbar is arranged for

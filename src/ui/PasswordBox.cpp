@@ -7,11 +7,9 @@
 #include "win32/EventGuard.h"
 #include "win32/Gate.h"
 #include "win32/InputState.h"
-#include "win32/handles.h"
 
 #include <imm.h>
 
-#include <algorithm>
 #include <array>
 
 namespace vextrel {
@@ -130,10 +128,9 @@ LRESULT PasswordBox::ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     }
     longest_ = std::max(longest_, Length());
-    const LRESULT result = [&] {
-        const FlagScope following(following_);
-        return ToWindow(message, wParam, lParam);
-    }();
+    following_ = true;
+    const LRESULT result = ToWindow(message, wParam, lParam);
+    following_ = false;
     longest_ = std::max(longest_, Length());
     events_->PlainBoxHasChanged();
     return result;
@@ -171,18 +168,17 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
 }
 
-bool PasswordBox::MayCopy() noexcept {
-    // A program that presses keys must not get at the password by way of the clipboard.
-    return Gate::IsUsersOwnInput();
-}
-
 LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
     const auto code = static_cast<wchar_t>(wParam);
+    // A program that presses keys must not get at the password by way of the clipboard.
+    if ((code == ctrlC || code == ctrlX) && !Gate::IsUsersOwnInput()) {
+        return 0;
+    }
     switch (code) {
     case ctrlA: ToWindow(EM_SETSEL, 0, -1); return 0;
-    case ctrlC: return MayCopy() ? OnClipboard(WM_COPY, 0, 0) : 0;
+    case ctrlC: return OnClipboard(WM_COPY, 0, 0);
     case ctrlV: return OnClipboard(WM_PASTE, 0, 0);
-    case ctrlX: return MayCopy() ? OnClipboard(WM_CUT, 0, 0) : 0;
+    case ctrlX: return OnClipboard(WM_CUT, 0, 0);
     case ctrlZ: return OnClipboard(WM_UNDO, 0, 0);
     default: break;
     }
@@ -198,7 +194,7 @@ LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
     const auto key = static_cast<UINT>(wParam);
     const bool mayAct = events_->KeyDown(key);
     const bool copies = (key == VK_INSERT && WasDown(VK_CONTROL)) || (key == VK_DELETE && WasDown(VK_SHIFT));
-    if (key == VK_ESCAPE || !mayAct || (copies && !MayCopy())) {
+    if (key == VK_ESCAPE || !mayAct || (copies && !Gate::IsUsersOwnInput())) {
         return 0;
     }
     if (view_ == PasswordBoxView::Masked) {

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "core/DragGesture.h"
-#include "core/SecretText.h"
 #include "core/TextEdit.h"
 #include "ui/Events.h"
-#include "win32/SubclassedWindow.h"
 
 namespace vextrel {
 
@@ -43,7 +41,6 @@ class PasswordBox final : public SubclassedWindow {
     LRESULT ToEditAndFollow(UINT message, WPARAM wParam, LPARAM lParam);
     /// What a change of ours leaves: no undo of it, and a new length.
     void Changed() noexcept;
-    [[nodiscard]] static bool MayCopy() noexcept;
     LRESULT OnChar(WPARAM wParam, LPARAM lParam);
     LRESULT OnKeyDown(WPARAM wParam, LPARAM lParam);
     [[nodiscard]] LRESULT DialogCodeFor(const MSG* message) const noexcept;

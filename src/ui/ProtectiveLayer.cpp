@@ -2,25 +2,18 @@
 
 #include "core/Geometry.h"
 #include "core/KeyGrid.h"
-#include "core/ids.h"
-#include "ui/DotPointer.h"
 #include "ui/WindowParts.h"
-#include "win32/Control.h"
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
 #include "win32/TopLevelWindow.h"
-
-#include <imm.h>
-
-#include <utility>
 
 namespace vextrel {
 
 namespace {
 
+constexpr UINT_PTR Timer1 = 1;
 constexpr UINT_PTR tmrForegroundCheck = 2;
 constexpr UINT foregroundCheckMs = 50;
-constexpr int offScreenTwips = -10000;
 /// How much too early a tick of the system's may come: its clock counts in steps of 16 ms.
 constexpr ULONGLONG earlyMs = 32;
 
@@ -33,13 +26,7 @@ void ProtectiveLayer::Load(HWND mainWindow, LayerEvents& events) {
                 // No entry in the taskbar, no place in Alt+Tab, and a click leaves the activation where it is.
                 .exStyle = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
                 .owner = mainWindow});
-    const int offScreenPx = PixelsFromTwips(offScreenTwips, Dpi());
-    txtSetup_ = CreateControl(Handle(), {.windowClass = WC_EDITW,
-                                         .style = WS_VISIBLE,
-                                         .placePx = {offScreenPx, offScreenPx, offScreenPx + 60, offScreenPx + 20},
-                                         .id = ids::txtSetup,
-                                         .isSecret = true});
-    ::ImmAssociateContextEx(txtSetup_, nullptr, 0);
+    txtSetup_ = CreateSetupBox(Handle(), Dpi());
     ::SetTimer(Handle(), tmrForegroundCheck, foregroundCheckMs, nullptr);
 }
 
@@ -76,7 +63,11 @@ LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         const bool held = (wParam & (MK_LBUTTON | MK_RBUTTON | MK_MBUTTON | MK_XBUTTON1 | MK_XBUTTON2)) != 0;
         return guarded(L"Form_MouseMove", [&] { OnMouseMove(client, held); });
     }
-    case WM_ENABLE: OnEnabled(wParam != FALSE); return 0;
+    // A dialog that ends on a press, as a file dialog does on a double click, leaves the release to what lies beneath.
+    case WM_ENABLE:
+        ApplyClickThrough();
+        pressedElsewhere_ = wParam != FALSE && IsAnyMouseButtonDown();
+        return 0;
     case WM_CAPTURECHANGED: Push(std::nullopt); return 0;
     case WM_MOUSEACTIVATE: guarded(L"Form_MouseActivate", [&] { events_->BringToFront(); }); return MA_NOACTIVATE;
     case WM_SETCURSOR:
@@ -112,12 +103,6 @@ void ProtectiveLayer::Push(std::optional<int> key) noexcept {
     if (key) {
         events_->PushKey(*key, true);
     }
-}
-
-void ProtectiveLayer::OnEnabled(bool enabled) noexcept {
-    ApplyClickThrough();
-    // A dialog that ends on a press, as a file dialog does on a double click, leaves the release to what lies beneath.
-    pressedElsewhere_ = enabled && IsAnyMouseButtonDown();
 }
 
 void ProtectiveLayer::OnMouseDown(POINT client) {
@@ -168,11 +153,20 @@ void ProtectiveLayer::OnDoubleClick() {
     }
 }
 
-bool ProtectiveLayer::IsUnderPointer(POINT pointer) const noexcept {
-    const RECT area = OuterArea(Handle());
-    // Hidden with the minimised window, the layer keeps its place. Edges included on all four sides.
-    return IsVisible() && pointer.x >= area.left && pointer.x <= area.right && pointer.y >= area.top &&
-           pointer.y <= area.bottom;
+void ProtectiveLayer::Obey(HoverEntry::TimerOrder order, UINT intervalMs) noexcept {
+    using enum HoverEntry::TimerOrder;
+    if (order == Restart || (order == Run && hoverIntervalMs_ != intervalMs)) {
+        hoverIntervalMs_ = intervalMs;
+        hoverDueMs_ = ::GetTickCount64() + intervalMs;
+        ::SetTimer(Handle(), Timer1, intervalMs, nullptr);
+    } else if (order == Stop) {
+        StopHoverTimer();
+    }
+}
+
+void ProtectiveLayer::StopHoverTimer() noexcept {
+    hoverIntervalMs_ = 0;
+    ::KillTimer(Handle(), Timer1);
 }
 
 void ProtectiveLayer::OnHoverTick() {
@@ -183,12 +177,14 @@ void ProtectiveLayer::OnHoverTick() {
         return;
     }
     hoverDueMs_ = now + hoverIntervalMs_;
-    if (IsUnderPointer(pointer)) {
+    // Hidden with the minimised window, the layer keeps its place. Edges included on all four sides.
+    if (const RECT area = OuterArea(Handle()); IsVisible() && pointer.x >= area.left && pointer.x <= area.right &&
+                                               pointer.y >= area.top && pointer.y <= area.bottom) {
         events_->Timer();
-        return;
+    } else {
+        StopHoverTimer();
+        events_->ClearCurrentButton();
     }
-    StopHoverTimer();
-    events_->ClearCurrentButton();
 }
 
 } // namespace vextrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/HoverEntry.h"
 #include "ui/Events.h"
 #include "win32/Form.h"
 
@@ -27,27 +28,13 @@ class ProtectiveLayer final : public Form {
     void SetAlpha(std::optional<std::uint8_t> alpha) noexcept;
     [[nodiscard]] bool IsInvisible() const noexcept { return invisible_; }
 
-    // The hover timer. Setting an unchanged interval leaves a running countdown alone.
-    void RunHoverTimer(UINT intervalMs) noexcept {
-        if (hoverIntervalMs_ != intervalMs) {
-            RestartHoverTimer(intervalMs);
-        }
-    }
-    void RestartHoverTimer(UINT intervalMs) noexcept {
-        hoverIntervalMs_ = intervalMs;
-        hoverDueMs_ = ::GetTickCount64() + intervalMs;
-        ::SetTimer(Handle(), Timer1, intervalMs, nullptr);
-    }
-    void StopHoverTimer() noexcept {
-        hoverIntervalMs_ = 0;
-        ::KillTimer(Handle(), Timer1);
-    }
+    /// Of the hover timer.
+    void Obey(HoverEntry::TimerOrder order, UINT intervalMs) noexcept;
 
   private:
-    static constexpr UINT_PTR Timer1 = 1;
-
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnUnload() noexcept override { StopHoverTimer(); }
+    void StopHoverTimer() noexcept;
 
     [[nodiscard]] std::optional<int> KeyAt(POINT client) const noexcept;
     void OnMouseDown(POINT client);
@@ -55,9 +42,7 @@ class ProtectiveLayer final : public Form {
     void OnMouseUp(POINT client);
     void OnDoubleClick();
     void OnHoverTick();
-    void OnEnabled(bool enabled) noexcept;
     void ApplyClickThrough() noexcept;
-    [[nodiscard]] bool IsUnderPointer(POINT pointer) const noexcept;
     void Push(std::optional<int> key) noexcept;
 
     LayerEvents* events_ = nullptr;

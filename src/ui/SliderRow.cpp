@@ -1,6 +1,5 @@
 #include "ui/SliderRow.h"
 
-#include "core/OptionValues.h"
 #include "core/ids.h"
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
@@ -65,7 +64,7 @@ void SliderRow::SetLabelFont(HFONT font) noexcept {
     SetFont(lblTransparency_, font, true);
 }
 
-void SliderRow::OnMoved(HWND slider, SliderEvents& events) {
+void SliderRow::OnMoved(HWND slider, WindowEvents& events) {
     const HWND window = ::GetParent(sldHoverDelay_);
     const auto position = static_cast<int>(Tell(slider, TBM_GETPOS, 0, 0));
     if (slider == sldHoverDelay_) {

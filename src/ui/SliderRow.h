@@ -1,18 +1,9 @@
 #pragma once
 
+#include "ui/Events.h"
 #include "win32/SubclassedWindow.h"
 
 namespace vextrel {
-
-/// What the sliders report: moves of the user's.
-class SliderEvents {
-  public:
-    virtual void HoverSliderMoved(int positionMs) = 0;
-    virtual void TransparencySliderMoved(int percent) = 0;
-
-  protected:
-    ~SliderEvents() = default;
-};
 
 /// The two sliders with their labels: hover delay and opacity.
 class SliderRow {
@@ -38,7 +29,7 @@ class SliderRow {
 
     void SetLabelFont(HFONT font) noexcept;
     /// Tells which slider the user has moved, and where to. @param slider as WM_HSCROLL gives it.
-    void OnMoved(HWND slider, SliderEvents& events);
+    void OnMoved(HWND slider, WindowEvents& events);
 
   private:
     HWND lblHoverDelay_ = nullptr;

@@ -96,13 +96,10 @@ void StatusBar::Show() {
         widths[longest] = std::max(0, widths[longest] - missing);
         texts[longest] = EndedInDots(texts[longest], font_, widths[longest]);
     }
-    // Where each pane ends.
     const int around = padding + (roomPx - Sum(widths)) / panes;
-    std::vector<int> edges;
-    edges.reserve(widths.size());
-    for (const int width : widths) {
-        edges.push_back((edges.empty() ? 0 : edges.back()) + width + around);
-    }
+    std::vector<int> edges(widths.size()); // where each pane ends
+    std::transform_inclusive_scan(widths.begin(), widths.end(), edges.begin(), std::plus(),
+                                  [around](int width) { return width + around; });
     edges.back() = -1;
     Tell(handle_, SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
     for (std::size_t pane = 0; pane < texts.size(); ++pane) {

@@ -7,28 +7,22 @@
 #include "win32/resources.h"
 
 #include <algorithm>
-#include <span>
 
 namespace vextrel {
 
 namespace {
 
-struct PictureSet {
+/// Largest first. The largest whose DPI the screen's reaches is used: pictures are never stretched.
+constexpr struct {
+    int dpi;
     int sizePx;
     int strip;
     int disabledStrip;
+} pictureSets[] = {
+    {192, 32, IDB_TOOLBAR_200, IDB_TOOLBAR_DISABLED_200},
+    {144, 24, IDB_TOOLBAR_150, IDB_TOOLBAR_DISABLED_150},
+    {0, 16, IDB_TOOLBAR_100, IDB_TOOLBAR_DISABLED_100},
 };
-
-/// The largest drawn size that the DPI's own would not exceed: pictures are never stretched.
-PictureSet PicturesFor(int dpi) noexcept {
-    if (dpi >= 192) {
-        return {32, IDB_TOOLBAR_200, IDB_TOOLBAR_DISABLED_200};
-    }
-    if (dpi >= 144) {
-        return {24, IDB_TOOLBAR_150, IDB_TOOLBAR_DISABLED_150};
-    }
-    return {16, IDB_TOOLBAR_100, IDB_TOOLBAR_DISABLED_100};
-}
 
 /// Gives every pixel one colour; what is drawn stays in how opaque each is.
 void Recolour(HBITMAP bitmap, COLORREF colour) noexcept {
@@ -76,7 +70,7 @@ constexpr int firstGapId = 2190;
 
 } // namespace
 
-void ToolbarControl::Create(HWND parent, ToolbarEvents& events) {
+void ToolbarControl::Create(HWND parent, WindowEvents& events) {
     events_ = &events;
     Attach(CreateControl(parent, {.windowClass = TOOLBARCLASSNAMEW,
                                   .style = WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TBSTYLE_FLAT | TBSTYLE_LIST |
@@ -110,7 +104,7 @@ void ToolbarControl::AddButtons() {
 }
 
 void ToolbarControl::SetDpi(int dpi) {
-    const PictureSet pictures = PicturesFor(dpi);
+    const auto& pictures = *std::ranges::find_if(pictureSets, [dpi](const auto& set) { return dpi >= set.dpi; });
     UniqueImageList images = LoadStrip(pictures.strip, pictures.sizePx, COLOR_BTNTEXT);
     UniqueImageList disabledImages = LoadStrip(pictures.disabledStrip, pictures.sizePx, COLOR_GRAYTEXT);
     if (!images || !disabledImages) {
@@ -143,7 +137,7 @@ void ToolbarControl::ShowGaps(bool show) noexcept {
 
 int ToolbarControl::BreakRows(int widthPx) noexcept {
     int rowLeft = 0;
-    int previous = -1;
+    TBBUTTON previous{};
     for (int index = 0; index < ButtonCount(); ++index) {
         TBBUTTON button{};
         ToWindow(TB_GETBUTTON, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&button));
@@ -151,17 +145,16 @@ int ToolbarControl::BreakRows(int widthPx) noexcept {
             continue;
         }
         const RECT area = ButtonRect(index);
-        if (previous >= 0 && area.right - rowLeft > widthPx) {
-            TBBUTTON last{};
-            ToWindow(TB_GETBUTTON, static_cast<WPARAM>(previous), reinterpret_cast<LPARAM>(&last));
-            ToWindow(TB_SETSTATE, static_cast<WPARAM>(last.idCommand), MAKELPARAM(last.fsState | TBSTATE_WRAP, 0));
+        if (previous.idCommand != 0 && area.right - rowLeft > widthPx) {
+            ToWindow(TB_SETSTATE, static_cast<WPARAM>(previous.idCommand),
+                     MAKELPARAM(previous.fsState | TBSTATE_WRAP, 0));
             // The control arranges its buttons anew when one comes or goes, not when one's state changes. Positions
             // behind the break count from the new row's start then.
             ShowGaps(true);
             ShowGaps(false);
             rowLeft = ButtonRect(index).left;
         }
-        previous = index;
+        previous = button;
     }
     return ButtonRect(ButtonCount() - 1).bottom;
 }

@@ -1,22 +1,11 @@
 #pragma once
 
 #include "core/Commands.h"
+#include "ui/Events.h"
 #include "win32/SubclassedWindow.h"
 #include "win32/handles.h"
 
 namespace vextrel {
-
-/// What the toolbar reports.
-class ToolbarEvents {
-  public:
-    virtual void MouseMoveInForm() = 0;
-    /// A button pressed by keyboard (those clicked come as commands of the window), or a delay of the Hover button's
-    /// menu.
-    virtual void Command(int id) = 0;
-
-  protected:
-    ~ToolbarEvents() = default;
-};
 
 /// The toolbar `tbToolbar`: 15 flat buttons with pictures and tool tips. On a narrow window the gaps between its groups
 /// go first, then it continues in a second row. With the focus, arrow keys, Home and End choose a button, Space and
@@ -24,7 +13,7 @@ class ToolbarEvents {
 class ToolbarControl final : public SubclassedWindow {
   public:
     /// @throws Error with the system's code.
-    void Create(HWND parent, ToolbarEvents& events);
+    void Create(HWND parent, WindowEvents& events);
 
     /// The window that shows its tool tips.
     [[nodiscard]] HWND ToolTips() const noexcept {
@@ -60,7 +49,7 @@ class ToolbarControl final : public SubclassedWindow {
     /// Shows the button that the keyboard works, if the toolbar has the focus, else none.
     void ShowFocusedTool() noexcept;
 
-    ToolbarEvents* events_ = nullptr;
+    WindowEvents* events_ = nullptr;
     bool isShown_ = true;
     std::size_t focusedTool_ = 0; ///< its place among ToolButtons()
     UniqueImageList images_;

@@ -22,6 +22,14 @@ inline void SetFont(HWND control, HFONT font, bool redraw) noexcept {
     Tell(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw ? TRUE : FALSE);
 }
 
+/// The small grey dot that stands in for the pointer, in the size that fits a DPI.
+/// @return the system's arrow where it cannot be loaded.
+[[nodiscard]] HCURSOR DotPointerForDpi(int dpi) noexcept;
+
+/// Creates the box that receives synthesised keys while a layout is captured: it can take the focus but is never seen.
+/// @throws Error with the system's code.
+[[nodiscard]] HWND CreateSetupBox(HWND parent, int dpi);
+
 /// The message that the left mouse button has for what any button's tells; every other message as it is.
 [[nodiscard]] constexpr UINT AsLeftButton(UINT message) noexcept {
     // Each button has three messages in the same order. The wheel's lies between the middle one's and the extra ones'.

@@ -1,0 +1,30 @@
+#include "ui/WindowParts.h"
+
+#include "core/ids.h"
+#include "win32/Control.h"
+#include "win32/resources.h"
+
+#include <imm.h>
+
+namespace vextrel {
+
+HCURSOR DotPointerForDpi(int dpi) noexcept {
+    const int id = dpi >= 192 ? IDC_GREYDOT_192 : dpi >= 144 ? IDC_GREYDOT_144 : IDC_GREYDOT_96;
+    // LR_SHARED: the system keeps one of each and frees it with the program.
+    const HANDLE dot = ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_CURSOR, 0, 0, LR_SHARED);
+    // None at all would hide the pointer.
+    return dot != nullptr ? static_cast<HCURSOR>(dot) : ::LoadCursorW(nullptr, IDC_ARROW);
+}
+
+HWND CreateSetupBox(HWND parent, int dpi) {
+    const int offScreenPx = PixelsFromTwips(-10000, dpi);
+    const HWND box = CreateControl(parent, {.windowClass = WC_EDITW,
+                                            .style = WS_VISIBLE,
+                                            .placePx = {offScreenPx, offScreenPx, offScreenPx + 60, offScreenPx + 20},
+                                            .id = ids::txtSetup,
+                                            .isSecret = true});
+    ::ImmAssociateContextEx(box, nullptr, 0);
+    return box;
+}
+
+} // namespace vextrel
