@@ -30,7 +30,8 @@ constexpr Messages answeredByAll[] = {
     {0x14, 0x15},                   // erase the ground; system colours
     {0x18},                         // show
     {0x1A},                         // settings
-    {0x1D},                         // fonts
+    {0x1C, 0x1D},                   // another program is active; fonts
+    {0x1F},                         // end all tracking
     {0x22},                         // child activated
     {0x3D},                         // accessible object
     {0x46, 0x47},                   // place and size, before and after
@@ -53,8 +54,7 @@ constexpr Messages answeredByForms[] = {
     {0x13},         // may it be restored
     {0x16},         // the session ends: the password is wiped, no more
     {0x1B},         // devices
-    {0x1C},         // another program is active
-    {0x1E, 0x1F},   // time; end all tracking
+    {0x1E},         // time
     {0x24},         // smallest and largest size
     {0x50, 0x51},   // input language
     {0x54},         // another user's settings

@@ -10,10 +10,14 @@
 
 namespace vextrel {
 
-void KeyCapture::Take(HWND key) noexcept {
+void KeyCapture::Take(KeyButton& key) noexcept {
     // First: the loss of an older capture comes back meanwhile and is that key's.
-    ::SetCapture(::GetParent(key));
-    key_ = key;
+    ::SetCapture(::GetParent(key.Handle()));
+    key_ = &key;
+}
+
+bool KeyCapture::IsFor(const KeyButton& key) const noexcept {
+    return key_ == &key && ::GetCapture() == ::GetParent(key.Handle());
 }
 
 bool KeyCapture::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -21,16 +25,16 @@ bool KeyCapture::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
         return false;
     }
     if (message == WM_CAPTURECHANGED) {
-        ::SendMessageW(std::exchange(key_, nullptr), message, wParam, lParam);
+        std::exchange(key_, nullptr)->OnWindowMessage(message, wParam, lParam);
         return true;
     }
     const bool ofPointer = message >= WM_MOUSEFIRST && message <= WM_XBUTTONDBLCLK && message != WM_MOUSEWHEEL;
-    if (!ofPointer || !IsFor(key_)) {
+    if (!ofPointer || !IsFor(*key_)) {
         return false;
     }
     POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    ::MapWindowPoints(window, key_, &point, 1);
-    ::SendMessageW(key_, message, wParam, MAKELPARAM(point.x, point.y));
+    ::MapWindowPoints(window, key_->Handle(), &point, 1);
+    key_->OnWindowMessage(message, wParam, MAKELPARAM(point.x, point.y));
     return true;
 }
 
@@ -94,7 +98,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     // Any mouse button works a key, and a double click is two clicks.
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-        capture_->Take(Handle());
+        capture_->Take(*this);
         SetPushed(true);
         return 0;
     case WM_MOUSEMOVE: OnMouseMove(point); return 0;
@@ -109,7 +113,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void KeyButton::OnMouseMove(POINT point) noexcept {
-    if (capture_->IsFor(Handle())) {
+    if (capture_->IsFor(*this)) {
         const RECT area = ClientArea(Handle());
         SetPushed(::PtInRect(&area, point) != FALSE);
     }
@@ -117,7 +121,7 @@ void KeyButton::OnMouseMove(POINT point) noexcept {
 }
 
 void KeyButton::OnButtonUp(POINT point) noexcept {
-    if (!capture_->IsFor(Handle())) {
+    if (!capture_->IsFor(*this)) {
         return;
     }
     const RECT area = ClientArea(Handle());

@@ -8,19 +8,21 @@
 
 namespace vextrel {
 
+class KeyButton;
+
 /// The mouse while a key is held. The keys' window takes it, not the key: the system tells every accessibility listener
 /// which window takes the mouse, and a key's text is the character that is being entered.
 class KeyCapture {
   public:
-    void Take(HWND key) noexcept;
-    [[nodiscard]] bool IsFor(HWND key) const noexcept { return key_ == key && ::GetCapture() == ::GetParent(key); }
+    void Take(KeyButton& key) noexcept;
+    [[nodiscard]] bool IsFor(const KeyButton& key) const noexcept;
 
     /// Passes on what the keys' window gets for the held key, the loss of the mouse as well. @return whether the
     /// message was one for it.
     bool Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
   private:
-    HWND key_ = nullptr;
+    KeyButton* key_ = nullptr;
 };
 
 /// One key. A push button to the outside (text, BM_GETSTATE, BM_SETSTATE, button role), but it never takes the focus,
@@ -40,6 +42,7 @@ class KeyButton final : public SubclassedWindow {
     void SetDpi(int dpi) noexcept { dpi_ = dpi; }
 
   private:
+    friend KeyCapture; // passes on beneath the gate, for which a message that is sent has no origin
     LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
     /// Gives what the key shows another value.

@@ -56,6 +56,13 @@ TEST_F(ByDefault, TypedClickedAndPastedCharactersArrive) {
     for (const wchar_t* caption : {L"q", L"7"})
         pointer_.Click(app_->FindKey(caption));
     EXPECT_EQ(Password(), L"aBczzq7");
+    // While another program is in front, the clicks go through the layer.
+    Keys::Stroke(VK_BACK);
+    SettleInForeground(field_.Window());
+    Await("the layer lets clicks through",
+          [&] { return (GetWindowLongPtrW(app_->Layer(), GWL_EXSTYLE) & WS_EX_TRANSPARENT) != 0; });
+    pointer_.Click(app_->FindKey(L"7"));
+    EXPECT_EQ(Password(), L"aBczzq7");
     // From the context menu.
     Keys::Stroke(VK_F10, {VK_SHIFT});
     Await("the menu", [&] { return app_->Running().Window(L"#32768") != nullptr; });
