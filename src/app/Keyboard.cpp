@@ -83,6 +83,7 @@ void Keyboard::ButtonClick(int button) {
         if (outcome.edit) {
             password_.Apply(*outcome.edit);
         }
+        ShowRemark();
         layouts_.SetModifiers(outcome.modifiers);
         if (outcome.showLeftover) {
             ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
@@ -137,6 +138,7 @@ bool Keyboard::KeyPress(wchar_t code) {
         // The masked box takes nothing by itself: it must hold exactly one asterisk per character.
         password_.Enter({&code, 1});
     }
+    ShowRemark();
     return false;
 }
 
@@ -154,6 +156,11 @@ bool Keyboard::PlainBoxWillChange() {
     return true;
 }
 
+void Keyboard::PlainBoxHasChanged() {
+    password_.PlainBoxHasChanged();
+    ShowRemark();
+}
+
 bool Keyboard::KeyDown(unsigned virtualKey) {
     FollowPhysicalModifiers();
     if (operations_.IsTransferring()) {
@@ -161,6 +168,7 @@ bool Keyboard::KeyDown(unsigned virtualKey) {
     }
     if (virtualKey == VK_DELETE && password_.TextIsMasked()) {
         password_.Apply(EraseForwards(password_.ReadBox()));
+        ShowRemark();
         return false;
     }
     return true;
@@ -172,6 +180,7 @@ void Keyboard::PasteIntoMaskedBox() {
         ReadClipboardText(form_.Handle(), pasted);
         DropControlCharacters(pasted);
         password_.Enter(pasted.View());
+        ShowRemark();
     }
 }
 
@@ -180,11 +189,13 @@ void Keyboard::DragPassword() {
     transfer_.Drag();
     options_.RefreshToolbar();
     form_.ShowNotice(transfer_.Notice());
+    ShowRemark();
 }
 
 void Keyboard::Command(int id) {
     form_.ShowNotice({});
     RunCommand(id, commands_);
+    ShowRemark();
 }
 
 void Keyboard::FormActivated() {

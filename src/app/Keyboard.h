@@ -50,7 +50,7 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void KeyUp(unsigned) override { FollowPhysicalModifiers(); }
     void PasteIntoMaskedBox() override;
     bool PlainBoxWillChange() override;
-    void PlainBoxHasChanged() override { password_.PlainBoxHasChanged(); }
+    void PlainBoxHasChanged() override;
     void DragPassword() override;
 
     // WindowEvents
@@ -68,6 +68,8 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void SessionEnding() override { WipePassword(); }
 
     void WipePassword() noexcept;
+    /// After whatever may have changed box or password.
+    void ShowRemark() { form_.ShowRemark(password_.Remark()); }
 
     ProgramState& program_;
     SettingsStore& store_;

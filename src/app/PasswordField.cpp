@@ -79,6 +79,15 @@ void PasswordField::Enter(std::wstring_view text) {
     }
 }
 
+std::wstring PasswordField::Remark() {
+    if (TextIsMasked()) {
+        return std::wstring(RemarkOnMaskedBox(form_.txtPassword().Length(), currentPassword_.Size()));
+    }
+    LockedText text;
+    form_.txtText().ReadText(text);
+    return std::wstring(RemarkOnPlainBox(text.View(), currentPassword_.View()));
+}
+
 void PasswordField::FillVisibleBox() noexcept {
     PasswordBox& box = form_.VisibleBox();
     if (TextIsMasked()) {

@@ -37,6 +37,9 @@ class PasswordField {
     /// Enters text from outside (typed, pasted) at the caret.
     void Enter(std::wstring_view text);
 
+    /// What the user should know of what the visible box shows; empty when that is the password.
+    [[nodiscard]] std::wstring Remark();
+
     /// Shows what is left of the password in the visible box, caret at a position, nothing selected.
     void ShowPassword(std::int16_t caret);
 

@@ -8,6 +8,8 @@ namespace vextrel {
 
 namespace {
 
+constexpr const wchar_t* notWhole = L"The box does not show the whole password";
+
 constexpr bool IsTabOrLineBreak(wchar_t c) noexcept {
     return c == L'\t' || c == L'\r' || c == L'\n';
 }
@@ -50,6 +52,17 @@ void ReadPlainBox(std::wstring_view plainText, SecretText& password) {
         }
     }
     password.SetSize(kept.size() + tabs);
+}
+
+std::wstring_view RemarkOnMaskedBox(std::size_t boxLength, std::size_t passwordLength) noexcept {
+    return boxLength == passwordLength ? L"" : notWhole;
+}
+
+std::wstring_view RemarkOnPlainBox(std::wstring_view text, std::wstring_view password) noexcept {
+    if (text.find(L"\r\n") != std::wstring_view::npos) {
+        return L"Only the first line is kept when masked";
+    }
+    return text == password ? L"" : notWhole;
 }
 
 std::optional<Splice> FollowPlainBox(std::wstring_view before, std::wstring_view after, std::size_t passwordLength) {

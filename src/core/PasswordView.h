@@ -25,6 +25,10 @@ void DropControlCharacters(SecretText& text) noexcept;
 /// the password. Deliberate.)
 void ReadPlainBox(std::wstring_view plainText, SecretText& password);
 
+/// What the user should know of a box that does not show the password as it is, in a few words; empty when it does.
+[[nodiscard]] std::wstring_view RemarkOnMaskedBox(std::size_t boxLength, std::size_t passwordLength) noexcept;
+[[nodiscard]] std::wstring_view RemarkOnPlainBox(std::wstring_view text, std::wstring_view password) noexcept;
+
 /// What the password goes through when the plain box changes its text by itself (paste, cut, undo, Delete, a character
 /// that was left to it): the same replacement at the same positions, clamped; tabs and line breaks stay out.
 /// @param before, after the box's text before and after the change.

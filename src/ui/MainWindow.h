@@ -55,6 +55,7 @@ class MainWindow final : public Form {
     void Refresh(const CommandSnapshot& snapshot, StatusTexts status);
     /// What the status bar's first pane says in place of the input mode; empty takes it back.
     void ShowNotice(std::wstring text) { statusBar_.SetNotice(std::move(text)); }
+    void ShowRemark(std::wstring text) { statusBar_.SetRemark(std::move(text)); }
     /// The control that has the keyboard focus, else the box that had it last.
     [[nodiscard]] HWND ActiveControl() const noexcept;
 

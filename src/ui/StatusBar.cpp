@@ -59,9 +59,9 @@ void StatusBar::SetTexts(StatusTexts texts) {
     }
 }
 
-void StatusBar::SetNotice(std::wstring notice) {
-    if (notice != notice_) {
-        notice_ = std::move(notice);
+void StatusBar::Change(std::wstring& text, std::wstring to) {
+    if (text != to) {
+        text = std::move(to);
         Show();
     }
 }
@@ -79,7 +79,8 @@ std::vector<int> StatusBar::WidthsOf(const std::vector<std::wstring>& texts) con
 }
 
 void StatusBar::Show() {
-    std::vector<std::wstring> texts{notice_.empty() ? texts_.inputMode : notice_, texts_.transferMode, texts_.layout};
+    const std::wstring& usual = remark_.empty() ? texts_.inputMode : remark_;
+    std::vector<std::wstring> texts{notice_.empty() ? usual : notice_, texts_.transferMode, texts_.layout};
     if (!texts_.warning.empty()) {
         texts.push_back(texts_.warning);
     }

@@ -23,12 +23,15 @@ class StatusBar {
 
     void SetTexts(StatusTexts texts);
     /// What the first pane says in place of its text; empty takes it back.
-    void SetNotice(std::wstring notice);
+    void SetNotice(std::wstring notice) { Change(notice_, std::move(notice)); }
+    /// What it says when there is no notice; likewise.
+    void SetRemark(std::wstring remark) { Change(remark_, std::move(remark)); }
     /// Shows each text in a pane with room for it; what room is left the panes share. Where room is missing the texts
     /// become brief, and the longest ends in dots if that is not enough.
     void Show();
 
   private:
+    void Change(std::wstring& text, std::wstring to);
     [[nodiscard]] std::vector<int> WidthsOf(const std::vector<std::wstring>& texts) const;
 
     HWND handle_ = nullptr;
@@ -37,6 +40,7 @@ class StatusBar {
     int heightPx_ = 0;
     StatusTexts texts_;
     std::wstring notice_;
+    std::wstring remark_;
 };
 
 } // namespace vextrel

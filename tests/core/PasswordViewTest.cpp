@@ -50,6 +50,28 @@ TEST(PasswordView, MaskingReadsThePlainBoxUpToTheFirstLineBreak) {
     EXPECT_TRUE(password.View() == L"kept");
 }
 
+TEST(PasswordView, ABoxThatShowsSomethingElseIsRemarkedOn) {
+    constexpr std::wstring_view notWhole = L"The box does not show the whole password";
+    EXPECT_EQ(RemarkOnMaskedBox(3, 3), L"");
+    EXPECT_EQ(RemarkOnMaskedBox(0, 3), notWhole);
+    EXPECT_EQ(RemarkOnMaskedBox(4, 3), notWhole);
+    const struct {
+        const wchar_t* text;
+        const wchar_t* password;
+        std::wstring_view remark;
+    } rows[] = {
+        {L"abc", L"abc", L""},
+        {L"", L"abc", notWhole},
+        {L"abd", L"abc", notWhole},
+        {L"a\tb", L"ab", notWhole},
+        {L"ab\r\nc", L"abc", L"Only the first line is kept when masked"},
+        {L"ab\r\nc", L"ab\r\nc", L"Only the first line is kept when masked"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(RemarkOnPlainBox(row.text, row.password), row.remark);
+    }
+}
+
 // What a transfer carries and leaves the random walk compares with a model.
 TEST(PasswordView, ASelectionBeyondSixteenBitsIsNoPlan) {
     EXPECT_EQ(PlanTransfer({0, 32766}, 4).carried, (TextRange{0, 4}));

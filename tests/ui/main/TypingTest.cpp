@@ -42,6 +42,25 @@ TEST(Typing, ShowsAsterisksOrThePasswordAndKeepsTheHiddenBoxClean) {
     EXPECT_EQ(app.Text(ids::txtText), password);
 }
 
+TEST(Typing, ABoxThatShowsSomethingElseIsRemarkedOn) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    Pointer pointer;
+    app.ClickPassword(pointer, L"abc");
+    // Where room is short, the end is missing.
+    const auto says = [&](const wchar_t* start) { return app.Text(ids::StatusBar1).starts_with(start); };
+    Keys::Stroke('A', {VK_CONTROL});
+    Keys::Stroke(VK_BACK);
+    Await("the box is not the password", [&] { return says(L"The box does"); });
+    ToggleMask(app);
+    EXPECT_EQ(app.Text(ids::txtText), L"abc");
+    Await("it is again", [&] { return says(L"Standard"); });
+    Keys::Stroke(VK_RETURN);
+    Await("a second line", [&] { return says(L"Only the first"); });
+    Keys::Stroke(VK_BACK);
+    Await("one line again", [&] { return says(L"Standard"); });
+}
+
 TEST(Typing, TabAndEscapeLeaveTheBoxesAsTheyAre) {
     const Sandbox sandbox;
     const App app(sandbox);

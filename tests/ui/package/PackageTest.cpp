@@ -80,7 +80,7 @@ void UseOnce(const fs::path& program) {
 TEST(Package, TheZipRunsWhereItIsUnpacked) {
     const fs::path folder = Find(PackageFolder() / L"portable", L"win64");
     UseOnce(folder / L"vextrel.exe");
-    for (const wchar_t* file : {L"docs\\manual.html", L"layouts\\German.lng", L"LICENSE.txt", L"CHANGELOG.txt"})
+    for (const wchar_t* file : {L"docs\\manual.html", L"German.lng", L"README.txt", L"LICENSE.txt", L"CHANGELOG.txt"})
         EXPECT_TRUE(fs::exists(folder / file)) << Narrow(file);
 }
 
@@ -112,11 +112,11 @@ TEST(Package, TheInstallerAsksNothingKeepsSettingsAndLeavesNothingElse) {
     }
 
     // The upgrade: a file of the older version that is not the installer's own stays, too.
-    std::ofstream(folder / L"layouts\\Mine.lng") << "mine";
+    std::ofstream(folder / L"Mine.lng") << "mine";
     ASSERT_EQ(RunSilently(setup), 0U);
     EXPECT_EQ(BytesOf(settings), saved);
-    EXPECT_TRUE(fs::exists(folder / L"layouts\\Mine.lng"));
-    fs::remove(folder / L"layouts\\Mine.lng");
+    EXPECT_TRUE(fs::exists(folder / L"Mine.lng"));
+    fs::remove(folder / L"Mine.lng");
     UseOnce(program);
 
     // The uninstaller goes on in a copy of itself.
@@ -125,7 +125,7 @@ TEST(Package, TheInstallerAsksNothingKeepsSettingsAndLeavesNothingElse) {
     Await(
         "the uninstaller has done its work", [&] { return Registered(L"DisplayName").empty(); }, installerLimit);
     EXPECT_EQ(Listing(folder), std::vector<std::wstring>{L"vxrconfig.ini"});
-    EXPECT_FALSE(fs::exists(folder / L"layouts"));
+    EXPECT_FALSE(fs::exists(folder / L"docs"));
     EXPECT_FALSE(fs::exists(startMenu));
     fs::remove_all(folder);
 }
