@@ -3,7 +3,6 @@
 #include "core/Error.h"
 #include "core/SendKeysParser.h"
 #include "win32/Gate.h"
-#include "win32/Text.h"
 
 #include <new>
 
@@ -12,9 +11,6 @@ namespace vextrel {
 namespace {
 
 constexpr const wchar_t* errorSource = L"Vextrel.cSendKeys";
-
-/// Set on the family of Windows that knows the ANSI calls only.
-constexpr DWORD singleByteFamily = 0x80000000;
 
 } // namespace
 
@@ -86,18 +82,7 @@ void SendKeysPlayer::KeyUp(std::uint8_t virtualKey) noexcept {
 }
 
 std::optional<std::uint8_t> SendKeysPlayer::KeyCode(std::wstring_view text) noexcept {
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    SHORT scan = -1;
-    if ((::GetVersion() & singleByteFamily) != 0) {
-        const AnsiCharacter character(text);
-        if (character.begin() != character.end()) {
-            scan = ::VkKeyScanA(static_cast<CHAR>(*character.begin()));
-        }
-    } else {
-        scan = ::VkKeyScanW(text.front());
-    }
+    const SHORT scan = text.empty() ? SHORT{-1} : ::VkKeyScanW(text.front());
     return scan == -1 ? std::nullopt : std::optional<std::uint8_t>(LOBYTE(scan));
 }
 

@@ -137,9 +137,8 @@ void MainWindow::FitPasswordFont() {
     const int fontPx = std::max(1, static_cast<int>(ClientArea(txtPassword_.Handle()).bottom) * 3 / 4);
     if (fontPx != passwordFontPx_) {
         passwordFontPx_ = fontPx;
-        const HFONT font = fonts_.Sized(Dpi(), fontPx);
-        SetFont(txtPassword_.Handle(), font, false);
-        SetFont(txtText_.Handle(), font, false);
+        SetFont(txtPassword_.Handle(), fonts_.Sized(Dpi(), fontPx), false);
+        SetFont(txtText_.Handle(), fonts_.FixedPitch(Dpi(), fontPx), false);
     }
 }
 

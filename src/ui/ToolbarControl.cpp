@@ -24,6 +24,10 @@ constexpr struct {
     {0, 16, IDB_TOOLBAR_100, IDB_TOOLBAR_DISABLED_100},
 };
 
+/// A struck-out eye behind the buttons' own pictures, in place of the open one while the password is masked.
+constexpr int shownPicture = ids::toolToggleMask - ids::toolStandard;
+constexpr int maskedPicture = ids::toolClear - ids::toolStandard + 1;
+
 /// Gives every pixel one colour; what is drawn stays in how opaque each is.
 void Recolour(HBITMAP bitmap, COLORREF colour) noexcept {
     DIBSECTION section{};
@@ -41,8 +45,7 @@ void Recolour(HBITMAP bitmap, COLORREF colour) noexcept {
 /// @param textColour the system colour that replaces the drawing's own where those would not be seen.
 /// @return nothing when the system has run out of graphics objects.
 UniqueImageList LoadStrip(int strip, int sizePx, int textColour) {
-    const int count = static_cast<int>(ToolButtons().size());
-    UniqueImageList images(::ImageList_Create(sizePx, sizePx, ILC_COLOR32, count, 0));
+    UniqueImageList images(::ImageList_Create(sizePx, sizePx, ILC_COLOR32, maskedPicture + 1, 0));
     const UniqueBitmap bitmap(static_cast<HBITMAP>(
         ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(strip), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
     if (!images || !bitmap) {
@@ -176,6 +179,10 @@ int ToolbarControl::Arrange(int widthPx) noexcept {
 }
 
 void ToolbarControl::Refresh(const CommandSnapshot& snapshot) noexcept {
+    const int eye = snapshot.textIsMasked ? maskedPicture : shownPicture;
+    if (ToWindow(TB_GETBITMAP, ids::toolToggleMask, 0) != eye) {
+        ToWindow(TB_CHANGEBITMAP, ids::toolToggleMask, MAKELPARAM(eye, 0));
+    }
     for (const ToolButton& tool : ToolButtons()) {
         const CommandState state = StateOfCommand(tool.id, snapshot);
         const auto id = static_cast<WPARAM>(tool.id);

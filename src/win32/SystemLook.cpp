@@ -30,10 +30,15 @@ HFONT FontCache::Get(int dpi, int heightPx) {
         NONCLIENTMETRICSW metrics{};
         metrics.cbSize = sizeof metrics;
         ::SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, static_cast<UINT>(dpi));
+        LOGFONTW& wanted = metrics.lfMessageFont;
         if (heightPx != 0) {
-            metrics.lfMessageFont.lfHeight = -heightPx;
+            wanted.lfHeight = -std::abs(heightPx);
         }
-        font.Reset(::CreateFontIndirectW(&metrics.lfMessageFont));
+        if (heightPx < 0) {
+            wanted.lfPitchAndFamily = FIXED_PITCH | FF_MODERN;
+            ::lstrcpyW(wanted.lfFaceName, L"Consolas");
+        }
+        font.Reset(::CreateFontIndirectW(&wanted));
     }
     // Out of graphics objects: the system's own font, until one can be made.
     return font ? font.Get() : static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));

@@ -39,11 +39,13 @@ class FontCache {
     [[nodiscard]] HFONT MessageFont(int dpi) { return Get(dpi, 0); }
     /// The same face at a height in pixels (of the characters, without leading).
     [[nodiscard]] HFONT Sized(int dpi, int heightPx) { return Get(dpi, std::max(heightPx, 1)); }
+    /// A face with one width for all characters at that height, in which I, l, | and 1, O and 0 differ.
+    [[nodiscard]] HFONT FixedPitch(int dpi, int heightPx) { return Get(dpi, -std::max(heightPx, 1)); }
     void Clear() noexcept { fonts_.clear(); }
 
   private:
     [[nodiscard]] HFONT Get(int dpi, int heightPx);
-    std::map<std::pair<int, int>, UniqueFont> fonts_; ///< by DPI and height; height 0 is the user's own
+    std::map<std::pair<int, int>, UniqueFont> fonts_; ///< by DPI and height; 0: the user's own, below 0: of fixed pitch
 };
 
 } // namespace vextrel
