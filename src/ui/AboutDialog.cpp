@@ -12,28 +12,28 @@ namespace {
 
 constexpr int iconSize96 = 48;
 
-const wchar_t* CaptureLine(CaptureState state) noexcept {
-    switch (state) {
-    case CaptureState::Excluded: return L"Windows hidden from screen capture";
-    case CaptureState::Black: return L"Windows black in screen captures";
-    case CaptureState::Shown: break;
+/// What protects, and apart what does not right now.
+std::wstring Protections(const ProtectionFacts& facts) {
+    std::vector<ProtectionLine> lines{
+        {facts.program.printScreenBlocked, L"Print Screen is blocked", L"Print Screen is not blocked"},
+        {facts.layerTakesClicks, L"Protective layer over the keys",
+         L"Protective layer invisible: clicks reach the keys"},
+        {facts.textIsMasked, L"Password masked", L"Password shown in clear"},
+        {facts.mouseHidden, L"Pointer shown as a grey dot", L"Pointer shown as usual"},
+        {!facts.program.answersOthers, L"Other programs may not read or order the windows",
+         L"Other programs may read and order the windows: the settings file says so"},
+        {facts.capture != CaptureState::Shown,
+         facts.capture == CaptureState::Black ? L"Windows black in screen captures"
+                                              : L"Windows hidden from screen capture",
+         L"Windows visible to screen capture"},
+    };
+    std::ranges::copy(HardeningLines(facts.program.hardening), std::back_inserter(lines));
+    std::wstring inForce;
+    std::wstring missing;
+    for (const ProtectionLine& line : lines) {
+        (line.inForce ? inForce : missing) += (line.inForce ? L"" : L"\u2013 ") + std::wstring(line.text) + L"\r\n";
     }
-    return L"Windows visible to screen capture";
-}
-
-/// One line for each, said as it is.
-std::wstring ProtectionsInForce(const ProtectionFacts& facts) {
-    std::wstring text = facts.program.printScreenBlocked ? L"Print Screen is blocked" : L"Print Screen is not blocked";
-    const auto add = [&text](const std::wstring& line) { text += L"\r\n" + line; };
-    add(facts.layerTakesClicks ? L"Protective layer over the keys"
-                               : L"Protective layer invisible: clicks reach the keys");
-    add(facts.textIsMasked ? L"Password masked" : L"Password shown in clear");
-    add(facts.mouseHidden ? L"Pointer shown as a grey dot" : L"Pointer shown as usual");
-    add(facts.program.answersOthers ? L"Other programs may read and order the windows: the settings file says so"
-                                    : L"Other programs may not read or order the windows");
-    add(CaptureLine(facts.capture));
-    std::ranges::for_each(HardeningLines(facts.program.hardening), add);
-    return text;
+    return inForce + (missing.empty() ? L"" : L"\r\nNot in force right now:\r\n" + missing);
 }
 
 } // namespace
@@ -58,7 +58,7 @@ void AboutDialog::CreateControls() {
     AddControl(WC_LINK, L"<a>Vextrel homepage</a>", WS_TABSTOP, {20, 144, 150, 164}, ids::aboutHomepage);
     AddControl(WC_LINK, L"<a>Donate</a>", WS_TABSTOP, {160, 144, 420, 164}, ids::aboutDonate);
     AddLabel(L"&Protections in force", {20, 176, 420, 194});
-    AddLines(ProtectionsInForce(facts_).c_str(), {20, 196, 420, 294}, ids::aboutProtections);
+    AddLines(Protections(facts_).c_str(), {20, 196, 420, 294}, ids::aboutProtections);
     ::SetFocus(AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, {335, 306, 420, 330}, IDOK));
 }
 

@@ -102,26 +102,24 @@ bool CloseThread(HANDLE thread) noexcept {
     return CloseTo(thread, THREAD_ALL_ACCESS, THREAD_QUERY_LIMITED_INFORMATION | SYNCHRONIZE);
 }
 
-std::vector<std::wstring> HardeningLines(const Hardening& hardening) {
+std::vector<ProtectionLine> HardeningLines(const Hardening& hardening) {
     if (hardening.switchedOff) {
-        return {L"Process not hardened: switched off in the settings file"};
+        return {{false, L"", L"Process not hardened: switched off in the settings file"}};
     }
-    const auto line = [](bool inForce, const wchar_t* yes, const wchar_t* no) { return inForce ? yes : no; };
     return {
-        line(hardening.memoryClosed, L"Other programs cannot read this program's memory",
-             L"Other programs of yours can read this program's memory"),
-        line(hardening.threadsClosed, L"Other programs cannot steer this program's threads",
-             L"Other programs of yours can steer this program's threads"),
-        line(hardening.signedLibrariesOnly, L"No DLLs but Microsoft's", L"DLLs of anybody's are not kept out"),
-        line(hardening.foreignHooksOut, L"Other programs' hook DLLs are kept out",
-             L"Other programs' hook DLLs are not kept out"),
-        line(hardening.imagesRestricted, L"No DLLs from the network or of low trust",
-             L"DLLs from the network are not refused"),
-        line(hardening.systemFolderOnly, L"DLLs are taken from the system folder only",
-             L"DLLs are searched as Windows does by default"),
-        line(hardening.endsOnCorruption, L"A damaged heap ends the program",
-             L"A damaged heap does not end the program"),
-        line(hardening.heapNotReported, L"No heap memory in error reports", L"Error reports may contain heap memory"),
+        {hardening.memoryClosed, L"Other programs cannot read this program's memory",
+         L"Other programs of yours can read this program's memory"},
+        {hardening.threadsClosed, L"Other programs cannot steer this program's threads",
+         L"Other programs of yours can steer this program's threads"},
+        {hardening.signedLibrariesOnly, L"No DLLs but Microsoft's", L"DLLs of anybody's are not kept out"},
+        {hardening.foreignHooksOut, L"Other programs' hook DLLs are kept out",
+         L"Other programs' hook DLLs are not kept out"},
+        {hardening.imagesRestricted, L"No DLLs from the network or of low trust",
+         L"DLLs from the network are not refused"},
+        {hardening.systemFolderOnly, L"DLLs are taken from the system folder only",
+         L"DLLs are searched as Windows does by default"},
+        {hardening.endsOnCorruption, L"A damaged heap ends the program", L"A damaged heap does not end the program"},
+        {hardening.heapNotReported, L"No heap memory in error reports", L"Error reports may contain heap memory"},
     };
 }
 

@@ -2,7 +2,6 @@
 
 #include "win32/Windows.h"
 
-#include <string>
 #include <vector>
 
 namespace vextrel {
@@ -28,7 +27,14 @@ struct Hardening {
 /// @return whether the system agreed.
 bool CloseThread(HANDLE thread) noexcept;
 
-/// One line for each protection, said as it is: in force or not.
-[[nodiscard]] std::vector<std::wstring> HardeningLines(const Hardening& hardening);
+/// One protection, said as it is.
+struct ProtectionLine {
+    bool inForce;
+    const wchar_t* text;
+    ProtectionLine(bool isInForce, const wchar_t* ifSo, const wchar_t* ifNot)
+        : inForce(isInForce)
+        , text(isInForce ? ifSo : ifNot) {}
+};
+[[nodiscard]] std::vector<ProtectionLine> HardeningLines(const Hardening& hardening);
 
 } // namespace vextrel

@@ -80,6 +80,8 @@ TEST(OtherPrograms, MaySeeAndEndTheProgramButNotReachIntoItUnlessTheUserAllowsIt
         const std::wstring shown = ProtectionsShown(app);
         EXPECT_EQ(shown.find(L"Other programs cannot read") != std::wstring::npos, hardened) << Narrow(shown);
         EXPECT_EQ(shown.find(L"switched off in the settings file") == std::wstring::npos, hardened) << Narrow(shown);
+        EXPECT_LT(shown.find(L"Password masked"), shown.find(L"Not in force")) << Narrow(shown);
+        EXPECT_GT(shown.find(L"Other programs may read and order"), shown.find(L"Not in force")) << Narrow(shown);
         // Said of capture is what the system answers, whatever it is.
         EXPECT_NE(shown.find(L"screen capture"), std::wstring::npos);
         std::cout << "[ measured ] " << Narrow(shown) << '\n';
