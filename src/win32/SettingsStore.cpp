@@ -1,6 +1,7 @@
 #include "win32/SettingsStore.h"
 
 #include "win32/Text.h"
+#include "win32/handles.h"
 
 #include <algorithm>
 #include <array>
@@ -18,6 +19,30 @@ constexpr DWORD valueBufferSize = 255;
 std::wstring ThroughCodePage(std::wstring_view text) {
     return Widen(Narrow(text));
 }
+
+/// One writer at a time: the system reads the whole file, changes a line and writes all of it. Another program that
+/// holds the mutex on purpose makes a write wait, once, not fail.
+class WriteScope : private Pinned {
+  public:
+    /// @param limitMs how long to wait; 0 once it was in vain.
+    WriteScope(std::wstring file, DWORD& limitMs) {
+        ::CharLowerW(file.data());
+        const auto name = L"Local\\Vextrel-" + std::to_wstring(std::hash<std::wstring>()(file));
+        mutex_.Reset(::CreateMutexW(nullptr, FALSE, name.c_str()));
+        const DWORD result = ::WaitForSingleObject(mutex_.Get(), limitMs);
+        held_ = result == WAIT_OBJECT_0 || result == WAIT_ABANDONED;
+        limitMs = result == WAIT_TIMEOUT ? 0 : limitMs;
+    }
+    ~WriteScope() {
+        if (held_) {
+            ::ReleaseMutex(mutex_.Get());
+        }
+    }
+
+  private:
+    UniqueKernelHandle mutex_;
+    bool held_ = false;
+};
 
 } // namespace
 
@@ -55,6 +80,7 @@ void SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view se
         program_.SettingsFilePath = GetSettingsPath(false);
     }
     const std::wstring& target = file.empty() ? program_.SettingsFilePath : file;
+    const WriteScope alone(target, waitLimitMs_);
     ::WritePrivateProfileStringW(ThroughCodePage(section).c_str(), ThroughCodePage(key).c_str(),
                                  ThroughCodePage(value).c_str(), target.c_str());
 }

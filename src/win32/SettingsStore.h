@@ -35,12 +35,13 @@ class SettingsStore {
         WriteINIValue(program_.SettingsFilePath, settings::section, key, value);
     }
 
-    /// From now on each write asks first. Until the application object exists, writes are unconditional.
+    /// From now on each write asks first. Until the controller exists, writes are unconditional.
     void SetWriteGate(std::function<bool()> mayWrite) { mayWrite_ = std::move(mayWrite); }
 
   private:
     ProgramState& program_;
     std::function<bool()> mayWrite_;
+    DWORD waitLimitMs_ = 1000; ///< for another program's write to the same file
 };
 
 } // namespace vextrel

@@ -6,6 +6,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <fstream>
 
 namespace vextrel::driver {
@@ -379,6 +381,26 @@ TEST(Commands, ProtectiveLayerFollowsItsTable) {
         EXPECT_TRUE(WaitFor([&] { return alpha() == afterwards; })) << alpha();
         EXPECT_TRUE(WaitFor([&] { return app.Checked(ids::mnuViewProtectiveLayer) == (whileAsked >= 0); }));
     }
+}
+
+TEST(Commands, TwoProgramsOverOneSettingsFileLoseNoKey) {
+    const Sandbox sandbox;
+    for (int key = 0; key < 100; ++key)
+        sandbox.SetSetting(L"Key " + std::to_wstring(key), L"kept", L"Row 1 Lower Case");
+    const App first(sandbox);
+    const App second(sandbox);
+    const std::pair<const App&, int> turns[] = {{first, ids::mnuOptionsBeepOnHover},
+                                                {second, ids::mnuOptionsKeepPasswordAfterDragDrop}};
+    for (int times = 0; times < 301; ++times) {
+        for (const auto& [app, command] : turns)
+            app.Command(command);
+    }
+    EXPECT_EQ(first.Close(), 0U);
+    EXPECT_EQ(second.Close(), 0U);
+    for (int key = 0; key < 100; ++key)
+        ASSERT_EQ(sandbox.Setting(L"Key " + std::to_wstring(key), L"Row 1 Lower Case"), L"kept") << key;
+    EXPECT_EQ(sandbox.Setting(L"Beep on Hover"), L"True");
+    EXPECT_EQ(sandbox.Setting(L"Keep Password after Drag Drop"), L"True");
 }
 
 TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
