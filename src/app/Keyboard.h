@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandHandlers.h"
+#include "core/ids.h"
 
 namespace vextrel {
 
@@ -48,6 +49,7 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     bool KeyPress(wchar_t code) override;
     bool KeyDown(unsigned virtualKey) override;
     void KeyUp(unsigned) override { FollowPhysicalModifiers(); }
+    void ClearText() override { Command(ids::toolClear); }
     void PasteIntoMaskedBox() override;
     bool PlainBoxWillChange() override;
     void PlainBoxHasChanged() override;

@@ -89,7 +89,7 @@ constexpr ToolButton toolButtons[] = {
     {ids::toolObsfucate, L"Obsfucate", L"Hide password in amongst random characters", ToolButtonStyle::Plain, false},
     {ids::toolKeepOnTop, L"KeepOnTop", L"Keep On Top", ToolButtonStyle::Check, true},
     {ids::toolRefresh, L"Refresh", L"Resize Vextrel", ToolButtonStyle::Plain, false},
-    {ids::toolClear, L"Clear", L"Clear text/password", ToolButtonStyle::Plain, false},
+    {ids::toolClear, L"Clear", L"Clear text/password (Ctrl+Delete)", ToolButtonStyle::Plain, false},
 };
 
 constexpr HoverDelayItem hoverDelays[] = {

@@ -28,6 +28,8 @@ class BoxEvents {
     /// @return whether the box may still act on the key itself.
     virtual bool KeyDown(unsigned virtualKey) = 0;
     virtual void KeyUp(unsigned virtualKey) = 0;
+    /// Everything is to be cleared, not what is selected alone.
+    virtual void ClearText() = 0;
     /// The clipboard's text is to be entered into the masked box.
     virtual void PasteIntoMaskedBox() = 0;
     /// The plain box is about to act by itself. @return whether it may; then tell when it has done so.

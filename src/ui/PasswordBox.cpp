@@ -25,6 +25,9 @@ enum ControlCharacter : wchar_t {
     ctrlZ = 26,
 };
 
+/// In the context menu, beside the messages that the edit control knows.
+constexpr UINT clearText = WM_APP;
+
 /// A piece of masked text. Longer ones are put together from it: where a secret is overwritten, no memory may be asked
 /// for.
 constexpr auto maskPiece = [] {
@@ -192,6 +195,10 @@ LRESULT PasswordBox::OnChar(WPARAM wParam, LPARAM lParam) {
 
 LRESULT PasswordBox::OnKeyDown(WPARAM wParam, LPARAM lParam) {
     const auto key = static_cast<UINT>(wParam);
+    if (key == VK_DELETE && WasDown(VK_CONTROL)) {
+        events_->ClearText();
+        return 0;
+    }
     const bool mayAct = events_->KeyDown(key);
     const bool copies = (key == VK_INSERT && WasDown(VK_CONTROL)) || (key == VK_DELETE && WasDown(VK_SHIFT));
     if (key == VK_ESCAPE || !mayAct || (copies && !Gate::IsUsersOwnInput())) {
@@ -246,6 +253,8 @@ void PasswordBox::OnContextMenu(POINT screen) {
         {WM_CLEAR, L"&Delete", selected},
         {0, nullptr, false},
         {EM_SETSEL, L"Select &All", Length() > 0},
+        {0, nullptr, false},
+        {clearText, L"Clear Pass&word\tCtrl+Delete", true},
     };
     const UniqueMenu menu(::CreatePopupMenu());
     for (const auto& item : items) {
@@ -262,7 +271,9 @@ void PasswordBox::OnContextMenu(POINT screen) {
     const auto chosen = static_cast<UINT>(::TrackPopupMenu(menu.Get(), TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x,
                                                            screen.y, 0, ::GetParent(Handle()), nullptr));
     const bool copies = chosen == WM_COPY || chosen == WM_CUT;
-    if (chosen != 0 && (!copies || Gate::IsUsersOwnMenuChoice())) {
+    if (chosen == clearText) {
+        events_->ClearText();
+    } else if (chosen != 0 && (!copies || Gate::IsUsersOwnMenuChoice())) {
         OnMessage(chosen, 0, chosen == EM_SETSEL ? -1 : 0);
     }
 }

@@ -105,11 +105,13 @@ TEST(Commands, MenusAndButtonsStandInTheirOrderWithTheirWords) {
     }
     EXPECT_EQ(keys, L"Standard Hover HideMouse | Inject | ScrambleOnScreen ScrambleAll Dvorak Unscramble | ToggleMask "
                     L"Beep KeepPassword Obsfucate | KeepOnTop Refresh Clear ");
-    EXPECT_EQ(tips, L"Standard Entry\nHover Entry\nHidden Mouse and Hover Entry\nInjection Mode: try it if drag-drop "
-                    L"doesn't work\nScramble JUST the on-screen keys\nScramble the on-screen keys AND keyboard input\n"
-                    L"Use Dvorak layout for on-screen keys AND keyboard\nUnscramble on-screen keys and keyboard input\n"
-                    L"Show/hide the password masking\nBeep on Hover Entry\nKeep Password After Drag Drop\nHide "
-                    L"password in amongst random characters\nKeep On Top\nResize Vextrel\nClear text/password\n");
+    EXPECT_EQ(
+        tips,
+        L"Standard Entry\nHover Entry\nHidden Mouse and Hover Entry\nInjection Mode: try it if drag-drop "
+        L"doesn't work\nScramble JUST the on-screen keys\nScramble the on-screen keys AND keyboard input\n"
+        L"Use Dvorak layout for on-screen keys AND keyboard\nUnscramble on-screen keys and keyboard input\n"
+        L"Show/hide the password masking\nBeep on Hover Entry\nKeep Password After Drag Drop\nHide "
+        L"password in amongst random characters\nKeep On Top\nResize Vextrel\nClear text/password (Ctrl+Delete)\n");
     std::wstring delays;
     for (const HoverDelayItem& item : HoverDelayMenu()) {
         delays += item.key + (L" " + std::to_wstring(item.delayMs)) + L" " + item.caption + L" " +

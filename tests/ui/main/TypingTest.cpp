@@ -61,6 +61,32 @@ TEST(Typing, ABoxThatShowsSomethingElseIsRemarkedOn) {
     Await("one line again", [&] { return says(L"Standard"); });
 }
 
+TEST(Typing, TheKeyboardAndTheBoxsMenuClearEverything) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    for (const bool masked : {true, false}) {
+        for (const bool byMenu : {false, true}) {
+            const HWND box = app.PasswordBox();
+            Keys::Type(L"abc");
+            Await("it is there", [&] { return TextOf(box).size() == 3; });
+            Keys::Stroke(VK_HOME);
+            if (byMenu) {
+                Keys::Stroke(VK_F10, {VK_SHIFT});
+                Await("the menu", [&] { return app.Running().Window(L"#32768") != nullptr; });
+                Keys::Stroke('W');
+            } else {
+                Keys::Stroke(VK_DELETE, {VK_CONTROL});
+            }
+            Await("it is gone", [&] { return TextOf(box).empty(); });
+            ToggleMask(app);
+            EXPECT_EQ(TextOf(app.PasswordBox()), L"") << "the password itself";
+            ToggleMask(app);
+        }
+        if (masked)
+            ToggleMask(app);
+    }
+}
+
 TEST(Typing, TabAndEscapeLeaveTheBoxesAsTheyAre) {
     const Sandbox sandbox;
     const App app(sandbox);
