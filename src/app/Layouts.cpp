@@ -17,7 +17,7 @@ const wchar_t* ReasonOf(CaptureResult result) noexcept {
     case CaptureResult::LostFocus:
         return L"The system's layout was not read to its end: another window came to the front.";
     case CaptureResult::ModifierHeld:
-        return L"The system's layout was not read: a Ctrl, Alt or Windows key is held down.";
+        return L"The system's layout was not read: a Shift, Ctrl, Alt or Windows key is held down.";
     default: return L"The system's layout was not read to its end: a key was not answered.";
     }
 }

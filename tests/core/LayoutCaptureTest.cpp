@@ -19,6 +19,7 @@ constexpr std::uint8_t deadKey = 192; // slot 0
 class FakeKeyboard final : public CaptureDevice {
   public:
     int keysUntilFocusIsLost = 1000000;
+    int keysUntilUserHoldsShift = 1000000;
     std::uint8_t silentKey = 0; ///< its release never comes
     bool capsLock = false;
     bool shiftEndsCapsLock = false;
@@ -41,6 +42,7 @@ class FakeKeyboard final : public CaptureDevice {
         ++presses;
         pressedWithoutFocus += HasFocus() ? 0 : 1;
         --keysUntilFocusIsLost;
+        --keysUntilUserHoldsShift;
         down.insert(virtualKey);
         if (virtualKey == capsLockKey) {
             capsLock = !capsLock || shiftEndsCapsLock;
@@ -60,7 +62,9 @@ class FakeKeyboard final : public CaptureDevice {
         return virtualKey == silentKey ? CaptureResult::NoAnswer : CaptureResult::Done;
     }
     void ForgetDeadKey() noexcept override { mark_ = false; }
-    PhysicalModifiers Held() noexcept override { return held; }
+    PhysicalModifiers Held() noexcept override {
+        return {.capsLock = held.capsLock, .shift = held.shift || keysUntilUserHoldsShift <= 0};
+    }
     /// A tap whose release never comes is not seen either.
     bool IsCapsLockToggled() noexcept override { return capsLock || silentKey == capsLockKey; }
     std::wstring TakeText() override { return std::exchange(text_, {}); }
@@ -135,6 +139,29 @@ TEST(LayoutCapture, WhatStandsInTheWayIsNamed) {
         EXPECT_EQ(keyboard.presses, row.presses);
         EXPECT_EQ(keyboard.capsLock, capsLock);
         EXPECT_TRUE(keyboard.down.empty());
+    }
+}
+
+TEST(LayoutCapture, ShiftThatTheUserHoldsRefusesItOrStopsItAtTheNextSlot) {
+    const struct {
+        bool capsLock;
+        int heldFrom; // after so many keys
+        std::size_t captured;
+        int presses;
+    } rows[] = {{false, 0, 0, 0}, {true, 0, 0, 0}, {false, 4, 2, 6}, {false, 6, 2, 6}, {true, 7, 2, 8}};
+    for (const auto& row : rows) {
+        FakeKeyboard keyboard;
+        keyboard.capsLock = row.capsLock;
+        keyboard.keysUntilUserHoldsShift = row.heldFrom;
+        KeyCaptions captions;
+        const KeyCaptions before = captions;
+        EXPECT_EQ(CaptureAllKeys(keyboard, captions), CaptureResult::ModifierHeld);
+        EXPECT_EQ(keyboard.presses, row.presses) << row.heldFrom;
+        for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
+            EXPECT_EQ(captions.At(slot) == before.At(slot), slot >= row.captured) << slot << " of " << row.heldFrom;
+        }
+        EXPECT_TRUE(keyboard.down.empty());
+        EXPECT_EQ(keyboard.capsLock, row.capsLock);
     }
 }
 
