@@ -66,7 +66,6 @@ void Layouts::LoadDefault(bool dontRecord) {
         Loaded(LayoutMark::Default, L"Default", dontRecord);
         return;
     }
-    parts_.options.RefreshToolbar();
     if (dontRecord) {
         parts_.form.ShowNotice(L"System's layout not read"); // at start-up nothing asks or interrupts
     } else {

@@ -61,7 +61,7 @@ constexpr Command helpCommands[] = {
 constexpr Command toolbarCommands[] = {
     {0, nullptr, ids::toolInject, Is<&S::dragDropMode, DragDropMode::Inject>},
     {0, nullptr, ids::toolRefresh, nullptr, Refused},
-    {0, nullptr, ids::toolClear, nullptr, Refused},
+    {0, nullptr, ids::toolClear, nullptr, Waits},
 };
 
 /// The menu bar and, last, what only the toolbar has.
@@ -166,7 +166,8 @@ CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept {
         return {};
     }
     return {.checked = command->isChecked != nullptr && command->isChecked(snapshot),
-            .enabled = !(snapshot.transferRunning && command->underTransfer == UnderTransfer::Refused)};
+            .enabled = !(snapshot.transferRunning && command->underTransfer == Refused),
+            .waits = snapshot.transferRunning && command->underTransfer == Waits};
 }
 
 StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs) {

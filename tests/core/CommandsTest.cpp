@@ -55,7 +55,7 @@ TEST(Commands, EveryMarkAndPressedButtonShowsItsOption) {
     }
 }
 
-TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbIt) {
+TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbItAndPutsClearingOff) {
     const std::set<int> refused{ids::mnuViewPasswordMask,
                                 ids::mnuKeyboardLayoutDefault,
                                 ids::mnuKeyboardLayoutEnglish,
@@ -63,13 +63,13 @@ TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbIt) {
                                 ids::mnuKeyboardLayoutImport,
                                 ids::toolToggleMask,
                                 ids::mnuKeyboardCreateNewLayoutFile,
-                                ids::toolRefresh,
-                                ids::toolClear};
+                                ids::toolRefresh};
     CommandSnapshot running;
     running.transferRunning = true;
     for (int id = 2000; id < 2130; ++id) {
         EXPECT_EQ(StateOfCommand(id, running).enabled, !refused.contains(id)) << id;
-        EXPECT_TRUE(StateOfCommand(id, {}).enabled) << id;
+        EXPECT_EQ(StateOfCommand(id, running).waits, id == ids::toolClear) << id;
+        EXPECT_TRUE(StateOfCommand(id, {}).enabled && !StateOfCommand(id, {}).waits) << id;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "driver/Target.h"
 #include "protections/Session.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 namespace vextrel::driver {
@@ -231,6 +232,35 @@ TEST(Injection, DoesNotWaitForATargetThatHangs) {
         Await("it takes what was posted", [&] { return TextOf(field) == L"qwer"; });
         EXPECT_EQ(target.Entries(), 0);
     }
+}
+
+TEST(Injection, IsFollowedByWhatWasAskedForMeanwhile) {
+    const Target target;
+    Injecting test("Keep Password after Drag Drop=True\r\n");
+    target.KeepClearOf(BoundsOf(test.app->Main()));
+    const POINT field = CentreOf(target.Field(target::editField));
+    const auto isGreyed = [&](int item) { return (test.app->MenuState(item) & MF_GRAYED) != 0; };
+    const auto isEnabled = [&](int tool) { return (test.app->ToolState(tool) & TBSTATE_ENABLED) != 0; };
+    std::wstring typed;
+    for (const bool closes : {false, true}) {
+        test.app->ClickPassword(test.pointer, L"as");
+        test.Drop(field);
+        EXPECT_TRUE(isGreyed(ids::mnuKeyboardLayoutEnglish) && !isEnabled(ids::toolRefresh)) << "it looks refused";
+        EXPECT_TRUE(isEnabled(ids::toolClear));
+        if (closes)
+            PostMessageW(test.app->Main(), WM_CLOSE, 0, 0);
+        test.app->Command(ids::toolClear);
+        EXPECT_EQ(target.TypedCharacters(), typed) << "the wait is over already";
+        typed += L"as";
+        Await(
+            "the characters", [&] { return target.TypedCharacters() == typed; }, injectionLimit);
+        if (closes)
+            break;
+        Await("the box is empty", [&] { return test.BoxLength() == 0; });
+        Await("nothing looks refused",
+              [&] { return !isGreyed(ids::mnuKeyboardLayoutEnglish) && isEnabled(ids::toolRefresh); });
+    }
+    EXPECT_EQ(test.app->Running().ExitCode(), 0U);
 }
 
 } // namespace
