@@ -47,6 +47,7 @@ struct CommandSnapshot {
     bool answersOthers = false;   ///< other programs may read and order the windows
     bool hardeningOff = false;    ///< the process is as open as any other
     bool transferRunning = false; ///< a drag, an injection or a capture: what would disturb it is disabled
+    bool noneImported = false;    ///< the last imported layout was asked for when there was none
     friend constexpr bool operator==(const CommandSnapshot&, const CommandSnapshot&) = default;
 };
 

@@ -153,6 +153,19 @@ TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
     }
 }
 
+TEST(Commands, TheStatusBarSaysThatNoLayoutIsImportedYetWholeWhereRoomIsShort) {
+    using enum LayoutMark;
+    for (const LayoutMark mark : {None, Default, English, LastSaved, Imported}) {
+        const std::wstring text = StatusBarTexts({.layout = mark, .noneImported = true}, 1000).layout;
+        EXPECT_EQ(text == L"No layout imported yet", mark == LastSaved);
+        EXPECT_EQ(StateOfCommand(ids::mnuKeyboardLayoutLastSaved, {.layout = mark, .noneImported = true}).checked,
+                  mark == LastSaved);
+    }
+    for (const wchar_t* const whole : {L"No layout imported yet", L"System's layout not read"}) {
+        EXPECT_EQ(BriefStatus(whole), whole);
+    }
+}
+
 TEST(Commands, TheStatusBarWarnsOfWhatASettingsFileHasOpened) {
     EXPECT_EQ(StatusBarTexts({.answersOthers = true, .hardeningOff = true}, 1000).warning, L"Open to other programs");
     EXPECT_EQ(BriefStatus(L"Open to other programs"), L"Open");
