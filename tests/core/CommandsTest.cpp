@@ -156,14 +156,12 @@ TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
 TEST(Commands, TheStatusBarSaysThatNoLayoutIsImportedYetWholeWhereRoomIsShort) {
     using enum LayoutMark;
     for (const LayoutMark mark : {None, Default, English, LastSaved, Imported}) {
-        const std::wstring text = StatusBarTexts({.layout = mark, .noneImported = true}, 1000).layout;
-        EXPECT_EQ(text == L"No layout imported yet", mark == LastSaved);
-        EXPECT_EQ(StateOfCommand(ids::mnuKeyboardLayoutLastSaved, {.layout = mark, .noneImported = true}).checked,
-                  mark == LastSaved);
+        const CommandSnapshot snapshot{.layout = mark, .noneImported = true};
+        EXPECT_EQ(StatusBarTexts(snapshot, 1000).layout == L"No layout imported yet", mark == LastSaved);
+        EXPECT_EQ(StateOfCommand(ids::mnuKeyboardLayoutLastSaved, snapshot).checked, mark == LastSaved);
     }
-    for (const wchar_t* const whole : {L"No layout imported yet", L"System's layout not read"}) {
-        EXPECT_EQ(BriefStatus(whole), whole);
-    }
+    EXPECT_EQ(BriefStatus(L"No layout imported yet"), L"No layout imported yet");
+    EXPECT_EQ(BriefStatus(L"System's layout not read"), L"System's layout not read");
 }
 
 TEST(Commands, TheStatusBarWarnsOfWhatASettingsFileHasOpened) {

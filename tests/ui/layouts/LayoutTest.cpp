@@ -96,8 +96,8 @@ class LayoutApp : public App {
         return dialog;
     }
     /// The same, and the dialog says or asks something. @return its message box.
-    HWND NameFileInVain(int command, const wchar_t* title, const std::wstring& path) const {
-        const HWND dialog = NameFile(command, title, path);
+    HWND NameFileInVain(int command, const std::wstring& path) const {
+        const HWND dialog = NameFile(command, command == ids::mnuKeyboardLayoutImport ? L"Open" : L"Save As", path);
         PostMessageW(dialog, WM_COMMAND, IDOK, 0);
         HWND box = nullptr;
         Await("a message box over the dialog", [&] {
@@ -425,39 +425,30 @@ TEST(Layouts, AFileThatIsNotThereOrCannotBeWrittenIsSaid) {
             PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()); });
     };
-    const struct {
-        int command;
-        const wchar_t* title;
-        const wchar_t* name;
-        WPARAM answer;
-    } rows[] = {
-        {ids::mnuKeyboardLayoutImport, L"Open", L"missing.lng", IDOK},
-        {ids::mnuKeyboardLayoutImport, L"Open", L"nowhere\\there.lng", IDOK},
-        {ids::mnuKeyboardCreateNewLayoutFile, L"Save As", L"nowhere\\new.lng", IDOK},
-        {ids::mnuKeyboardCreateNewLayoutFile, L"Save As", L"there.lng", IDNO},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(Narrow(row.name));
-        answer(app.NameFileInVain(row.command, row.title, sandbox.Folder() / row.name), row.answer);
+    constexpr int open = ids::mnuKeyboardLayoutImport;
+    constexpr int save = ids::mnuKeyboardCreateNewLayoutFile;
+    for (const auto& [command, name] : {std::pair{open, L"missing.lng"},
+                                        {open, L"nowhere\\there.lng"},
+                                        {save, L"nowhere\\new.lng"},
+                                        {save, L"there.lng"}}) {
+        SCOPED_TRACE(Narrow(name));
+        const bool asks = command == save && name == std::wstring(L"there.lng");
+        answer(app.NameFileInVain(command, sandbox.Folder() / name), asks ? IDNO : IDOK);
         EXPECT_EQ(sandbox.Setting(L"Key 1", L"Row 2 Lower Case"), L"mine");
         EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"English");
         EXPECT_EQ(sandbox.Read(L"there.lng"), layout);
     }
-    const auto overwrite = [&] {
-        answer(app.NameFileInVain(ids::mnuKeyboardCreateNewLayoutFile, L"Save As", sandbox.Folder() / L"there.lng"),
-               IDYES);
-    };
-    const HANDLE held =
-        CreateFileW((sandbox.Folder() / L"there.lng").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    overwrite();
+    const std::filesystem::path there = sandbox.Folder() / L"there.lng";
+    const HANDLE held = CreateFileW(there.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    answer(app.NameFileInVain(save, there), IDYES);
     Await("the notice", [&] { return app.Text(ids::StatusBar1) == L"Not written (error 32)"; });
     CloseHandle(held);
-    overwrite();
+    answer(app.NameFileInVain(save, there), IDYES);
     Await("the file", [&] { return sandbox.Read(L"there.lng")->find("Shift=") != std::string::npos; });
     EXPECT_NE(app.Text(ids::StatusBar1).substr(0, 3), L"Not");
 
     // A close request ends the message box, the dialog beneath it, and the program.
-    app.NameFileInVain(ids::mnuKeyboardLayoutImport, L"Open", sandbox.Folder() / L"missing.lng");
+    app.NameFileInVain(open, sandbox.Folder() / L"missing.lng");
     EXPECT_EQ(app.Close(), 0U);
 }
 
