@@ -14,10 +14,7 @@ namespace vextrel {
 class ErrorReport final : public ErrorSink {
   public:
     explicit ErrorReport(Operations& operations)
-        : operations_(operations) {
-        operations_.SetAfterTransfer([this] { ShowWaiting(); });
-    }
-    ~ErrorReport() { operations_.SetAfterTransfer({}); }
+        : operations_(operations) {}
 
     void Report(std::wstring_view source, std::int32_t number, std::wstring_view description,
                 HWND owner) noexcept override;

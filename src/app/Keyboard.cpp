@@ -43,6 +43,7 @@ void Keyboard::Start() {
     SetLayeredTransparency(form_.Handle(), AlphaForKeyboard(options_.KeyboardTransparency()));
     formCover_.Load(form_.Handle(), *this);
     operations_.SetWindows(form_.Handle(), formCover_.Handle());
+    operations_.SetOnTransfer([this] { OnTransfer(); });
     form_.Sliders().SetHoverPosition(HoverSliderPosition(hover_.TimerInterval()));
     form_.Sliders().SetTransparencyPercent(TransparencySliderPercent(options_.KeyboardTransparency()));
     placement_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
@@ -67,6 +68,7 @@ void Keyboard::Start() {
 
 void Keyboard::UnloadWindows() noexcept {
     operations_.SetWindows(nullptr, nullptr);
+    operations_.SetOnTransfer({});
     formCover_.Unload();
     form_.Unload();
 }
@@ -110,7 +112,7 @@ void Keyboard::MouseMoveInForm() {
 }
 
 void Keyboard::Timer() {
-    if (operations_.IsResting() || menuOpen_) {
+    if (operations_.IsResting()) {
         return;
     }
     if (const std::optional<int> key = hover_.Tick()) {
@@ -187,15 +189,33 @@ void Keyboard::PasteIntoMaskedBox() {
 void Keyboard::DragPassword() {
     hover_.LeaveKeys();
     transfer_.Drag();
-    options_.RefreshToolbar();
     form_.ShowNotice(transfer_.Notice());
     ShowRemark();
 }
 
 void Keyboard::Command(int id) {
     form_.ShowNotice({});
-    RunCommand(id, commands_);
+    if (StateOfCommand(id, options_.Snapshot()).waits) {
+        waitingCommand_ = id;
+    } else {
+        RunCommand(id, commands_);
+    }
     ShowRemark();
+}
+
+void Keyboard::OnTransfer() noexcept {
+    GuardEvent(form_.Handle(), L"Transfer", [&] { options_.RefreshToolbar(); });
+    if (!operations_.IsTransferring()) {
+        RunCommand(std::exchange(waitingCommand_, 0), commands_);
+        ShowRemark();
+    }
+}
+
+void Keyboard::MenuLoop(bool entered) {
+    menu_.reset();
+    if (entered) {
+        menu_.emplace(operations_, Operations::Kind::Menu);
+    }
 }
 
 void Keyboard::FormActivated() {
@@ -232,9 +252,12 @@ void Keyboard::BringToFront() {
 }
 
 void Keyboard::CheckActiveWindow() {
+    if (operations_.IsClosePending()) {
+        static_cast<void>(operations_.RequestClose());
+    }
     const HWND front = ::GetForegroundWindow();
     // Nobody has it for a moment while it changes hands: no change of its own.
-    if (front == nullptr || front == lastForeground_ || operations_.IsResting() || menuOpen_) {
+    if (front == nullptr || front == lastForeground_ || operations_.IsResting()) {
         return;
     }
     lastForeground_ = front;

@@ -66,12 +66,14 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     bool MayUnload() override { return operations_.RequestClose(); }
     void FormUnloading() override;
     void CheckActiveWindow() override;
-    void MenuLoop(bool entered) override { menuOpen_ = entered; }
+    void MenuLoop(bool entered) override;
     void SessionEnding() override { WipePassword(); }
 
     void WipePassword() noexcept;
     /// After whatever may have changed box or password.
     void ShowRemark() { form_.ShowRemark(password_.Remark()); }
+    /// Shows what a transfer refuses, and carries out what has waited for its end.
+    void OnTransfer() noexcept;
 
     ProgramState& program_;
     SettingsStore& store_;
@@ -87,9 +89,10 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     Transfer transfer_;
     vextrel::Layouts layouts_;
     CommandParts commands_;
-    bool scrambledInput_ = false; ///< dormant: no command sets it
-    bool menuOpen_ = false;
-    int flashedKey_ = 0; ///< 0: none flashes
+    bool scrambledInput_ = false;           ///< dormant: no command sets it
+    std::optional<Operations::Scope> menu_; ///< while one is open
+    int waitingCommand_ = 0;                ///< 0: none waits for the end of a transfer
+    int flashedKey_ = 0;                    ///< 0: none flashes
     int flashRoundsLeft_ = 0;
     HWND lastForeground_ = nullptr;
 };

@@ -17,7 +17,7 @@ const wchar_t* ReasonOf(CaptureResult result) noexcept {
     case CaptureResult::LostFocus:
         return L"The system's layout was not read to its end: another window came to the front.";
     case CaptureResult::ModifierHeld:
-        return L"The system's layout was not read: a Ctrl, Alt or Windows key is held down.";
+        return L"The system's layout was not read: a Shift, Ctrl, Alt or Windows key is held down.";
     default: return L"The system's layout was not read to its end: a key was not answered.";
     }
 }
@@ -31,10 +31,11 @@ void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
         Loaded(LayoutMark::English, L"English", dontRecord);
         break;
     case LayoutId::Default: LoadDefault(dontRecord); break;
-    case LayoutId::LastSaved:
-        ReadLayout(parts_.program.SettingsFilePath);
-        Loaded(LayoutMark::LastSaved, L"Config", dontRecord);
+    case LayoutId::LastSaved: {
+        const bool found = ReadLayout(parts_.program.SettingsFilePath);
+        Loaded(LayoutMark::LastSaved, L"Config", dontRecord, !found);
         break;
+    }
     case LayoutId::Import:
         if (const std::optional<std::wstring> file = AskForFile(L"Open", false)) {
             ReadLayout(*file);
@@ -49,8 +50,8 @@ void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
     RefreshCaptions();
 }
 
-void Layouts::Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord) {
-    parts_.options.SetLayoutMark(mark);
+void Layouts::Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord, bool noneImported) {
+    parts_.options.SetLayoutMark(mark, noneImported);
     if (!dontRecord && parts_.form.IsVisible()) {
         parts_.store.WriteSetting(settings::keyboardLayout, name);
     }
@@ -66,7 +67,6 @@ void Layouts::LoadDefault(bool dontRecord) {
         Loaded(LayoutMark::Default, L"Default", dontRecord);
         return;
     }
-    parts_.options.RefreshToolbar();
     if (dontRecord) {
         parts_.form.ShowNotice(L"System's layout not read"); // at start-up nothing asks or interrupts
     } else {
@@ -76,9 +76,11 @@ void Layouts::LoadDefault(bool dontRecord) {
 
 void Layouts::CreateNewLayoutFile() {
     if (const std::optional<std::wstring> file = AskForFile(L"Save As", true)) {
-        WriteLayout(*file);
+        const DWORD error = WriteLayout(*file);
         if (!parts_.options.Snapshot().saveSettings) {
             parts_.form.ShowNotice(L"Not written: saving is off");
+        } else if (error != ERROR_SUCCESS) {
+            parts_.form.ShowNotice(L"Not written (error " + std::to_wstring(error) + L")");
         }
     }
 }
@@ -91,16 +93,20 @@ void Layouts::ReadActionCaptions() {
     }
 }
 
-void Layouts::ReadLayout(const std::wstring& file) {
-    ReadLayoutEntries(
+bool Layouts::ReadLayout(const std::wstring& file) {
+    return ReadLayoutEntries(
         [&](std::wstring_view section, std::wstring_view key) { return parts_.store.ReadINIValue(file, section, key); },
         layout_);
 }
 
-void Layouts::WriteLayout(const std::wstring& file) {
+DWORD Layouts::WriteLayout(const std::wstring& file) {
     for (const LayoutEntry& entry : LayoutEntries(layout_)) {
-        parts_.store.WriteINIValue(file, entry.section, entry.key, entry.value);
+        const DWORD error = parts_.store.WriteINIValue(file, entry.section, entry.key, entry.value);
+        if (error != ERROR_SUCCESS) {
+            return error;
+        }
     }
+    return ERROR_SUCCESS;
 }
 
 std::optional<std::wstring> Layouts::AskForFile(const wchar_t* title, bool save) {
@@ -110,7 +116,8 @@ std::optional<std::wstring> Layouts::AskForFile(const wchar_t* title, bool save)
     dialogs.SetFilter(layoutFileFilter);
     dialogs.FilterIndex = 1;
     dialogs.CancelError = true;
-    dialogs.flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_EXPLORER;
+    dialogs.flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_EXPLORER | OFN_PATHMUSTEXIST |
+                    (save ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
     dialogs.FileName = parts_.program.folder + L"\\*.lng";
     const Operations::Scope modal(parts_.operations, Operations::Kind::Modal);
     const bool cancelled = save ? dialogs.ShowSave() : dialogs.ShowOpen();

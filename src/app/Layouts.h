@@ -32,7 +32,8 @@ class Layouts {
 
     /// The action captions of the settings file, the default for each that is empty.
     void ReadActionCaptions();
-    void ReadLayout(const std::wstring& file);
+    /// @return whether the file has a layout.
+    bool ReadLayout(const std::wstring& file);
 
     [[nodiscard]] const vextrel::Modifiers& Modifiers() const noexcept { return modifiers_; }
     /// Shows the captions anew if anything changes.
@@ -47,10 +48,11 @@ class Layouts {
     void RefreshCaptions(bool shuffle = false);
 
   private:
-    void WriteLayout(const std::wstring& file);
+    /// @return the error that ended it, else ERROR_SUCCESS.
+    DWORD WriteLayout(const std::wstring& file);
     void LoadDefault(bool dontRecord);
     /// Marks what has been loaded, and records it under its name.
-    void Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord);
+    void Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord, bool noneImported = false);
     /// @return nothing when the user gave no file.
     [[nodiscard]] std::optional<std::wstring> AskForFile(const wchar_t* title, bool save);
 

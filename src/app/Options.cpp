@@ -136,8 +136,9 @@ void Options::SetKeepOnTop(bool keepOnTop) {
     RefreshToolbar();
 }
 
-void Options::SetLayoutMark(LayoutMark mark) {
+void Options::SetLayoutMark(LayoutMark mark, bool noneImported) {
     chosen_.layout = mark;
+    chosen_.noneImported = noneImported;
     RefreshToolbar();
 }
 

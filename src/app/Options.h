@@ -53,7 +53,7 @@ class Options {
 
     /// Not persistent: the window starts topmost.
     void SetKeepOnTop(bool keepOnTop);
-    void SetLayoutMark(LayoutMark mark);
+    void SetLayoutMark(LayoutMark mark, bool noneImported);
 
     /// Check marks, enabled states, toolbar and status bar, all from the present state.
     void RefreshToolbar();

@@ -61,7 +61,7 @@ constexpr Command helpCommands[] = {
 constexpr Command toolbarCommands[] = {
     {0, nullptr, ids::toolInject, Is<&S::dragDropMode, DragDropMode::Inject>},
     {0, nullptr, ids::toolRefresh, nullptr, Refused},
-    {0, nullptr, ids::toolClear, nullptr, Refused},
+    {0, nullptr, ids::toolClear, nullptr, Waits},
 };
 
 /// The menu bar and, last, what only the toolbar has.
@@ -122,10 +122,10 @@ const wchar_t* WarningStatus(const CommandSnapshot& snapshot) noexcept {
     return snapshot.hardeningOff ? L"Not hardened" : L"";
 }
 
-const wchar_t* LayoutStatus(LayoutMark mark) noexcept {
-    switch (mark) {
+const wchar_t* LayoutStatus(const CommandSnapshot& snapshot) noexcept {
+    switch (snapshot.layout) {
     case LayoutMark::Default: return L"Default layout";
-    case LayoutMark::LastSaved: return L"Last imported layout";
+    case LayoutMark::LastSaved: return snapshot.noneImported ? L"No layout imported yet" : L"Last imported layout";
     case LayoutMark::Imported: return L"Imported layout";
     default: return L"English layout"; // captions that no command has set yet are the built-in ones
     }
@@ -166,18 +166,20 @@ CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept {
         return {};
     }
     return {.checked = command->isChecked != nullptr && command->isChecked(snapshot),
-            .enabled = !(snapshot.transferRunning && command->underTransfer == UnderTransfer::Refused)};
+            .enabled = !(snapshot.transferRunning && command->underTransfer == Refused),
+            .waits = snapshot.transferRunning && command->underTransfer == Waits};
 }
 
 StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs) {
     return {InputModeStatus(snapshot.inputMode, intervalMs),
-            snapshot.dragDropMode == DragDropMode::Inject ? L"Injection" : L"Drag and drop",
-            LayoutStatus(snapshot.layout), WarningStatus(snapshot)};
+            snapshot.dragDropMode == DragDropMode::Inject ? L"Injection" : L"Drag and drop", LayoutStatus(snapshot),
+            WarningStatus(snapshot)};
 }
 
 std::wstring BriefStatus(std::wstring text) {
     for (const std::wstring_view word : {L" entry", L" layout", L" and drop", L" to other programs"}) {
-        if (const std::size_t place = text.find(word); place != std::wstring::npos) {
+        const std::size_t place = text.find(word);
+        if (place != std::wstring::npos && (text.ends_with(word) || text[place + word.size()] == L',')) {
             text.erase(place, word.size());
         }
     }

@@ -47,11 +47,13 @@ struct CommandSnapshot {
     bool answersOthers = false;   ///< other programs may read and order the windows
     bool hardeningOff = false;    ///< the process is as open as any other
     bool transferRunning = false; ///< a drag, an injection or a capture: what would disturb it is disabled
+    bool noneImported = false;    ///< the last imported layout was asked for when there was none
     friend constexpr bool operator==(const CommandSnapshot&, const CommandSnapshot&) = default;
 };
 
-/// What would change the password, its boxes, the captions or the window's place is refused while a transfer runs.
-enum class UnderTransfer { Allowed, Refused };
+/// What would change the password, its boxes, the captions or the window's place is refused while a transfer runs, but
+/// that clearing is put off until it has ended.
+enum class UnderTransfer { Allowed, Refused, Waits };
 
 /// One command of the user's, in the menu bar, on the toolbar or on both; all empty, a separator.
 struct Command {
@@ -77,6 +79,7 @@ struct Menu {
 struct CommandState {
     bool checked = false;
     bool enabled = true;
+    bool waits = false; ///< is carried out when the transfer has ended
     friend constexpr bool operator==(CommandState, CommandState) = default;
 };
 /// The state of a menu item or toolbar button. Unknown identifiers are enabled and not checked.

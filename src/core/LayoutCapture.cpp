@@ -130,12 +130,17 @@ CaptureResult GetCommandButtonCaptions(CaptureDevice& device, std::uint8_t virtu
 }
 
 CaptureResult CaptureAllKeys(CaptureDevice& device, KeyCaptions& captions) {
+    if (device.Held().shift) {
+        return CaptureResult::ModifierHeld;
+    }
     const CapsLockOff capsLock(device);
     CaptureResult result = capsLock.Result();
     static_cast<void>(device.TakeText());
     device.ForgetDeadKey();
     for (std::size_t slot = 0; slot < captureKeyCodes.size() && result == CaptureResult::Done; ++slot) {
-        result = GetCommandButtonCaptions(device, captureKeyCodes[slot], slot, captions);
+        // Between two keys our own Shift is up: what is held then is the user's, and our next release would end it.
+        result = device.Held().shift ? CaptureResult::ModifierHeld
+                                     : GetCommandButtonCaptions(device, captureKeyCodes[slot], slot, captions);
     }
     return result;
 }

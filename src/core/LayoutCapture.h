@@ -20,7 +20,7 @@ inline constexpr std::array<std::uint8_t, characterKeyCount> captureKeyCodes{
 enum class CaptureResult {
     Done,
     LostFocus,    ///< the setup box, or its window, is not where keys would arrive
-    ModifierHeld, ///< the user holds Ctrl, Alt or a Windows key: with it a press would be a command
+    ModifierHeld, ///< the user holds Ctrl, Alt or a Windows key, with which a press would be a command, or Shift
     NoAnswer,     ///< a pressed key did not come to the setup box in time
 };
 

@@ -52,16 +52,19 @@ std::vector<LayoutEntry> LayoutEntries(const Layout& layout) {
     return entries;
 }
 
-void ReadLayoutEntries(const LayoutReader& read, Layout& layout) {
+bool ReadLayoutEntries(const LayoutReader& read, Layout& layout) {
+    bool found = false;
     ForEachCharacterCaption([&](auto caption, int row, int key, const std::wstring& section, const std::wstring& name) {
         std::wstring value = WithoutNuls(read(section, name));
         if (!value.empty()) {
+            found = true;
             layout.captions.At(SlotReadInto(caption, row, key)).*caption = std::move(value);
         }
     });
     for (std::size_t i = 0; i < layout.actionCaptions.size(); ++i) {
         layout.actionCaptions[i] = WithoutNuls(read(actionCaptionSection, actionCaptionKeys[i]));
     }
+    return found;
 }
 
 std::wstring ActionCaptionOrDefault(std::wstring_view stored, ActionKey key) {

@@ -35,8 +35,9 @@ using LayoutReader = std::function<std::wstring(std::wstring_view section, std::
 /// Reads a layout over the one given: a character caption that the source lacks keeps its value, an action caption
 /// that it lacks becomes empty. NUL characters are removed. The last upper-case row is mapped in its own way, see the
 /// implementation: what is written does not read back the same there. Deliberate.
-/// @param read gives the value of a key, the empty string where there is none.
-void ReadLayoutEntries(const LayoutReader& read, Layout& layout);
+/// @param read gives the value of a key, the empty string where there is none. @return whether there was any character
+/// caption: without one it is no layout.
+bool ReadLayoutEntries(const LayoutReader& read, Layout& layout);
 
 /// An action caption as the start-up takes it: NULs removed, the default where only blanks are left.
 [[nodiscard]] std::wstring ActionCaptionOrDefault(std::wstring_view stored, ActionKey key);

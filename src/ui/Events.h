@@ -87,7 +87,7 @@ class WindowEvents : public MoveEvents {
     virtual void FormUnloading() = 0;
     /// Time to look whether another window has come to the front.
     virtual void CheckActiveWindow() = 0;
-    /// A menu opens or has closed: hover entry rests meanwhile.
+    /// A menu opens or has closed.
     virtual void MenuLoop(bool entered) = 0;
     /// The user's session ends: nothing secret may stay.
     virtual void SessionEnding() = 0;

@@ -247,13 +247,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return 0;
     case WM_ENTERMENULOOP:
-        openMenus_.emplace();
-        events_->MenuLoop(true);
-        return 0;
-    case WM_EXITMENULOOP:
-        events_->MenuLoop(false);
-        openMenus_.reset();
-        return 0;
+    case WM_EXITMENULOOP: events_->MenuLoop(message == WM_ENTERMENULOOP); return 0;
     case WM_GETMINMAXINFO:
         if (const Size smallest = MinimumSize(); smallest.width > 0) {
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.width, smallest.height};

@@ -77,7 +77,6 @@ class MainWindow final : public Form {
 
     WindowEvents* events_ = nullptr;
     FontCache fonts_;
-    std::optional<SystemWindowsScope> openMenus_; ///< while a menu is open
     ToolbarControl toolbar_;
     PasswordBox txtPassword_;
     PasswordBox txtText_;

@@ -8,29 +8,30 @@ Operations::Scope::Scope(Operations& operations, Kind kind) noexcept
     : operations_(operations)
     , kind_(kind) {
     ++operations_.depth_;
-    if (kind_ == Kind::Transfer) {
-        ++operations_.transfers_;
-    } else if (kind_ == Kind::Modal) {
+    operations_.flashes_ += kind_ == Kind::Flash ? 1 : 0;
+    if (kind_ == Kind::Modal || kind_ == Kind::Menu) {
         systemWindows_.emplace();
-        // To disable an owner does not disable what it owns.
-        if (operations_.modals_++ == 0) {
-            ::EnableWindow(operations_.layer_, FALSE);
-        }
+    }
+    // To disable an owner does not disable what it owns.
+    if (kind_ == Kind::Modal && operations_.modals_++ == 0) {
+        ::EnableWindow(operations_.layer_, FALSE);
+    }
+    if (kind_ == Kind::Transfer && operations_.transfers_++ == 0 && operations_.onTransfer_) {
+        operations_.onTransfer_();
     }
 }
 
 Operations::Scope::~Scope() {
-    if (kind_ == Kind::Transfer) {
-        --operations_.transfers_;
-    } else if (kind_ == Kind::Modal && --operations_.modals_ == 0) {
+    if (kind_ == Kind::Modal && --operations_.modals_ == 0) {
         ::EnableWindow(operations_.layer_, TRUE);
     }
+    operations_.flashes_ -= kind_ == Kind::Flash ? 1 : 0;
     if (--operations_.depth_ == 0 && operations_.closePending_) {
         operations_.closePending_ = false;
         ::PostMessageW(operations_.mainWindow_, WM_CLOSE, 0, 0);
     }
-    if (kind_ == Kind::Transfer && operations_.transfers_ == 0 && operations_.afterTransfer_) {
-        operations_.afterTransfer_();
+    if (kind_ == Kind::Transfer && --operations_.transfers_ == 0 && operations_.onTransfer_) {
+        operations_.onTransfer_();
     }
 }
 
@@ -39,6 +40,7 @@ bool Operations::RequestClose() noexcept {
         return true;
     }
     closePending_ = true;
+    ::EndMenu();
     if (modals_ == 0) {
         return false;
     }

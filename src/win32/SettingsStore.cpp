@@ -71,18 +71,19 @@ std::wstring SettingsStore::ReadINIValue(const std::wstring& file, std::wstring_
     return Widen(value);
 }
 
-void SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view section, std::wstring_view key,
-                                  std::wstring_view value) {
+DWORD SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view section, std::wstring_view key,
+                                   std::wstring_view value) {
     if (mayWrite_ && !mayWrite_()) {
-        return;
+        return ERROR_SUCCESS;
     }
     if (file.empty()) {
         program_.SettingsFilePath = GetSettingsPath(false);
     }
     const std::wstring& target = file.empty() ? program_.SettingsFilePath : file;
     const WriteScope alone(target, waitLimitMs_);
-    ::WritePrivateProfileStringW(ThroughCodePage(section).c_str(), ThroughCodePage(key).c_str(),
-                                 ThroughCodePage(value).c_str(), target.c_str());
+    const BOOL written = ::WritePrivateProfileStringW(ThroughCodePage(section).c_str(), ThroughCodePage(key).c_str(),
+                                                      ThroughCodePage(value).c_str(), target.c_str());
+    return written != FALSE ? ERROR_SUCCESS : ::GetLastError();
 }
 
 } // namespace vextrel

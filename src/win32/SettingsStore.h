@@ -22,10 +22,10 @@ class SettingsStore {
     [[nodiscard]] std::wstring ReadINIValue(const std::wstring& file, std::wstring_view section,
                                             std::wstring_view key) const;
 
-    /// Writes one value, unless the user has switched saving off. A failure is not reported: a settings file that
-    /// cannot be written changes nothing else. @param file empty for the settings file.
-    void WriteINIValue(const std::wstring& file, std::wstring_view section, std::wstring_view key,
-                       std::wstring_view value);
+    /// Writes one value, unless the user has switched saving off. A settings file that cannot be written changes
+    /// nothing else. @param file empty for the settings file. @return the system's error, else ERROR_SUCCESS.
+    DWORD WriteINIValue(const std::wstring& file, std::wstring_view section, std::wstring_view key,
+                        std::wstring_view value);
 
     /// Values of the section "Settings" in the settings file.
     [[nodiscard]] std::wstring ReadSetting(std::wstring_view key) const {

@@ -55,7 +55,7 @@ TEST(Commands, EveryMarkAndPressedButtonShowsItsOption) {
     }
 }
 
-TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbIt) {
+TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbItAndPutsClearingOff) {
     const std::set<int> refused{ids::mnuViewPasswordMask,
                                 ids::mnuKeyboardLayoutDefault,
                                 ids::mnuKeyboardLayoutEnglish,
@@ -63,13 +63,13 @@ TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbIt) {
                                 ids::mnuKeyboardLayoutImport,
                                 ids::toolToggleMask,
                                 ids::mnuKeyboardCreateNewLayoutFile,
-                                ids::toolRefresh,
-                                ids::toolClear};
+                                ids::toolRefresh};
     CommandSnapshot running;
     running.transferRunning = true;
     for (int id = 2000; id < 2130; ++id) {
         EXPECT_EQ(StateOfCommand(id, running).enabled, !refused.contains(id)) << id;
-        EXPECT_TRUE(StateOfCommand(id, {}).enabled) << id;
+        EXPECT_EQ(StateOfCommand(id, running).waits, id == ids::toolClear) << id;
+        EXPECT_TRUE(StateOfCommand(id, {}).enabled && !StateOfCommand(id, {}).waits) << id;
     }
 }
 
@@ -153,6 +153,17 @@ TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
         EXPECT_EQ(warning, L"");
         EXPECT_EQ(BriefStatus(first) + L"|" + BriefStatus(second) + L"|" + BriefStatus(third), row.brief);
     }
+}
+
+TEST(Commands, TheStatusBarSaysThatNoLayoutIsImportedYetWholeWhereRoomIsShort) {
+    using enum LayoutMark;
+    for (const LayoutMark mark : {None, Default, English, LastSaved, Imported}) {
+        const CommandSnapshot snapshot{.layout = mark, .noneImported = true};
+        EXPECT_EQ(StatusBarTexts(snapshot, 1000).layout == L"No layout imported yet", mark == LastSaved);
+        EXPECT_EQ(StateOfCommand(ids::mnuKeyboardLayoutLastSaved, snapshot).checked, mark == LastSaved);
+    }
+    EXPECT_EQ(BriefStatus(L"No layout imported yet"), L"No layout imported yet");
+    EXPECT_EQ(BriefStatus(L"System's layout not read"), L"System's layout not read");
 }
 
 TEST(Commands, TheStatusBarWarnsOfWhatASettingsFileHasOpened) {

@@ -19,6 +19,7 @@ constexpr std::uint8_t deadKey = 192; // slot 0
 class FakeKeyboard final : public CaptureDevice {
   public:
     int keysUntilFocusIsLost = 1000000;
+    int keysUntilUserHoldsShift = 1000000;
     std::uint8_t silentKey = 0; ///< its release never comes
     bool capsLock = false;
     bool shiftEndsCapsLock = false;
@@ -41,6 +42,7 @@ class FakeKeyboard final : public CaptureDevice {
         ++presses;
         pressedWithoutFocus += HasFocus() ? 0 : 1;
         --keysUntilFocusIsLost;
+        --keysUntilUserHoldsShift;
         down.insert(virtualKey);
         if (virtualKey == capsLockKey) {
             capsLock = !capsLock || shiftEndsCapsLock;
@@ -60,7 +62,9 @@ class FakeKeyboard final : public CaptureDevice {
         return virtualKey == silentKey ? CaptureResult::NoAnswer : CaptureResult::Done;
     }
     void ForgetDeadKey() noexcept override { mark_ = false; }
-    PhysicalModifiers Held() noexcept override { return held; }
+    PhysicalModifiers Held() noexcept override {
+        return {.capsLock = held.capsLock, .shift = held.shift || keysUntilUserHoldsShift <= 0};
+    }
     /// A tap whose release never comes is not seen either.
     bool IsCapsLockToggled() noexcept override { return capsLock || silentKey == capsLockKey; }
     std::wstring TakeText() override { return std::exchange(text_, {}); }
@@ -114,26 +118,33 @@ TEST(LayoutCapture, LosingTheFocusAtAnyKeyStopsItThereAndLeavesNothingPressed) {
 }
 
 TEST(LayoutCapture, WhatStandsInTheWayIsNamed) {
+    constexpr int never = 1000000;
     const struct {
         bool ctrlIsHeld;
+        bool capsLock;
+        int keysUntilUserHoldsShift;
         std::uint8_t silentKey;
         CaptureResult expected;
         int presses;
     } rows[] = {
-        {true, 0, CaptureResult::ModifierHeld, 0},
-        {false, 49, CaptureResult::NoAnswer, 4},          // slot 1's plain press
-        {false, shiftKey, CaptureResult::NoAnswer, 3},    // slot 0's shifted press
-        {false, capsLockKey, CaptureResult::NoAnswer, 2}, // Caps Lock off, and on again
+        {true, false, never, 0, CaptureResult::ModifierHeld, 0},
+        {false, false, 0, 0, CaptureResult::ModifierHeld, 0},
+        {false, true, 0, 0, CaptureResult::ModifierHeld, 0},           // not even Caps Lock
+        {false, false, 4, 0, CaptureResult::ModifierHeld, 6},          // at slot 2, the next
+        {false, false, never, 49, CaptureResult::NoAnswer, 4},         // slot 1's plain press
+        {false, false, never, shiftKey, CaptureResult::NoAnswer, 3},   // slot 0's shifted press
+        {false, true, never, capsLockKey, CaptureResult::NoAnswer, 2}, // Caps Lock off, and on again
     };
     for (const auto& row : rows) {
         FakeKeyboard keyboard;
         keyboard.ctrlIsHeld = row.ctrlIsHeld;
+        keyboard.keysUntilUserHoldsShift = row.keysUntilUserHoldsShift;
         keyboard.silentKey = row.silentKey;
-        const bool capsLock = keyboard.capsLock = row.silentKey == capsLockKey;
+        keyboard.capsLock = row.capsLock;
         KeyCaptions captions;
         EXPECT_EQ(CaptureAllKeys(keyboard, captions), row.expected);
         EXPECT_EQ(keyboard.presses, row.presses);
-        EXPECT_EQ(keyboard.capsLock, capsLock);
+        EXPECT_EQ(keyboard.capsLock, row.capsLock);
         EXPECT_TRUE(keyboard.down.empty());
     }
 }

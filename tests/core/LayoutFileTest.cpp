@@ -82,20 +82,21 @@ TEST(LayoutFile, AFileOverridesCharactersButReplacesActionCaptions) {
     const struct {
         std::wstring value;
         const wchar_t* lower; // of row 2, key 1, which was "q"
+        bool isEntry = true;
     } rows[] = {{L"\u00E9", L"\u00E9"},
-                {L"", L"q"},
-                {std::wstring(2, L'\0'), L"q"},
+                {L"", L"q", false},
+                {std::wstring(2, L'\0'), L"q", false},
                 {L" ", L" "},
                 {{L'\0', L'&', L'\0', L'=', L'\0'}, L"&="}};
     for (const auto& row : rows) {
         const Entries file{{{L"Row 2 Lower Case", L"Key 1"}, row.value},
                            {{L"Action Keyboard Button Text", L"Enter"}, row.value}};
         Layout layout;
-        ReadLayoutEntries(ReaderOf(file), layout);
+        EXPECT_EQ(ReadLayoutEntries(ReaderOf(file), layout), row.isEntry) << "the action captions are not the layout";
         Layout expected;
         expected.captions.At(13).lower = row.lower;
         expected.actionCaptions = {};
-        expected.actionCaptions[3] = row.lower == std::wstring_view(L"q") ? L"" : row.lower;
+        expected.actionCaptions[3] = row.isEntry ? row.lower : L"";
         EXPECT_EQ(layout, expected);
     }
 }

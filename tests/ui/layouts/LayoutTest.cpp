@@ -69,8 +69,8 @@ class LayoutApp : public App {
     }
     /// The text of a message box.
     [[nodiscard]] static std::wstring Message(HWND box) { return TextOf(GetDlgItem(box, 0xFFFF)); }
-    /// Chooses a command that asks for a file and answers; an empty path cancels.
-    void AnswerFileDialog(Pointer& pointer, int command, const wchar_t* title, const std::wstring& path) const {
+    /// Chooses a command that asks for a file and types a name, if there is one. @return the dialog.
+    HWND NameFile(int command, const wchar_t* title, const std::wstring& path) const {
         Command(command);
         const HWND dialog = AwaitDialog(title);
         EXPECT_EQ(GetWindow(dialog, GW_OWNER), Main());
@@ -93,6 +93,22 @@ class LayoutApp : public App {
         });
         if (!path.empty())
             Ask(name, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+        return dialog;
+    }
+    /// The same, and the dialog says or asks something. @return its message box.
+    HWND NameFileInVain(int command, const std::wstring& path) const {
+        const HWND dialog = NameFile(command, command == ids::mnuKeyboardLayoutImport ? L"Open" : L"Save As", path);
+        PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        HWND box = nullptr;
+        Await("a message box over the dialog", [&] {
+            box = Running().Window(dialogClass);
+            return box && GetWindow(box, GW_OWNER) == dialog;
+        });
+        return box;
+    }
+    /// Chooses a command that asks for a file and answers; an empty path cancels.
+    void AnswerFileDialog(Pointer& pointer, int command, const wchar_t* title, const std::wstring& path) const {
+        const HWND dialog = NameFile(command, title, path);
         // With the real pointer: a dialog beneath the layer or the topmost window would not get the click.
         Answer(pointer, dialog, path.empty() ? IDCANCEL : IDOK);
         Await("the main window is enabled again", [&] { return IsWindowEnabled(Main()) != FALSE; });
@@ -140,6 +156,11 @@ TEST(Layouts, TheSystemsLayoutOfAUSKeyboardIsTheBuiltInOne) {
         EXPECT_EQ(app.Shown(), usUpper);
         app.Shift(pointer);
     }
+    app.Activate();
+    Keys::Down(VK_SHIFT);
+    app.Command(ids::mnuKeyboardLayoutDefault);
+    EXPECT_NE(LayoutApp::Message(app.AwaitDialog()).find(L"a Shift, Ctrl, Alt or Windows key"), std::wstring::npos);
+    Keys::Up(VK_SHIFT);
     EXPECT_EQ(app.Text(ids::txtPassword), L"");
     EXPECT_EQ(TextOf(setup), L"");
 }
@@ -323,6 +344,11 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
     };
     {
         const LayoutApp app(sandbox);
+        app.Command(ids::mnuKeyboardLayoutLastSaved);
+        Await("the record", [&] { return sandbox.Setting(L"Keyboard Layout") == L"Config"; });
+        EXPECT_EQ(app.Marks(), L"--L");
+        EXPECT_EQ(app.LayoutPane(), L"No layout imported yet");
+        app.Command(ids::mnuKeyboardLayoutEnglish);
         app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", L"");
         EXPECT_EQ(app.Marks(), L"-E-");
         EXPECT_EQ(app.Shown(), usLower);
@@ -370,13 +396,11 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
     } odd[] = {
         {L"binary.lng", std::string("\0\x01[Row 1\xFF=\r\n\0", 14)},
         {L"large.lng", std::string(50'000'000, '[')},
-        {L"missing.lng", {}},
         {L"wide.lng", {reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof wide[0]}, L"\u00E9"},
     };
     for (const auto& file : odd) {
         SCOPED_TRACE(Narrow(file.name));
-        if (!file.bytes.empty())
-            sandbox.Write(file.bytes, file.name);
+        sandbox.Write(file.bytes, file.name);
         app.Command(ids::mnuKeyboardLayoutEnglish);
         Await("English is recorded", [&] { return sandbox.Setting(L"Keyboard Layout") == L"English"; });
         app.AnswerFileDialog(pointer, ids::mnuKeyboardLayoutImport, L"Open", sandbox.Folder() / file.name);
@@ -385,6 +409,47 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
         EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"bksp");
         EXPECT_EQ(app.Marks(), L"---");
     }
+}
+
+TEST(Layouts, AFileThatIsNotThereOrCannotBeWrittenIsSaid) {
+    const std::string layout = "[Row 2 Lower Case]\r\nKey 1=mine\r\n";
+    const Sandbox sandbox;
+    sandbox.Write("[Settings]\r\nKeyboard Layout=English\r\n" + layout);
+    sandbox.Write(layout, L"there.lng");
+    const LayoutApp app(sandbox);
+    const auto answer = [&](HWND box, WPARAM button) {
+        const HWND dialog = GetWindow(box, GW_OWNER);
+        PostMessageW(box, WM_COMMAND, button, 0);
+        Await("the message box has gone", [&] { return !IsWindow(box); });
+        if (button != IDYES)
+            PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+        Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()); });
+    };
+    constexpr int open = ids::mnuKeyboardLayoutImport;
+    constexpr int save = ids::mnuKeyboardCreateNewLayoutFile;
+    for (const auto& [command, name] : {std::pair{open, L"missing.lng"},
+                                        {open, L"nowhere\\there.lng"},
+                                        {save, L"nowhere\\new.lng"},
+                                        {save, L"there.lng"}}) {
+        SCOPED_TRACE(Narrow(name));
+        const bool asks = command == save && name == std::wstring(L"there.lng");
+        answer(app.NameFileInVain(command, sandbox.Folder() / name), asks ? IDNO : IDOK);
+        EXPECT_EQ(sandbox.Setting(L"Key 1", L"Row 2 Lower Case"), L"mine");
+        EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"English");
+        EXPECT_EQ(sandbox.Read(L"there.lng"), layout);
+    }
+    const std::filesystem::path there = sandbox.Folder() / L"there.lng";
+    const HANDLE held = CreateFileW(there.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    answer(app.NameFileInVain(save, there), IDYES);
+    Await("the notice", [&] { return app.Text(ids::StatusBar1) == L"Not written (error 32)"; });
+    CloseHandle(held);
+    answer(app.NameFileInVain(save, there), IDYES);
+    Await("the file", [&] { return sandbox.Read(L"there.lng")->find("Shift=") != std::string::npos; });
+    EXPECT_NE(app.Text(ids::StatusBar1).substr(0, 3), L"Not");
+
+    // A close request ends the message box, the dialog beneath it, and the program.
+    app.NameFileInVain(open, sandbox.Folder() / L"missing.lng");
+    EXPECT_EQ(app.Close(), 0U);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "driver/Target.h"
 #include "protections/Session.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 namespace vextrel::driver {
@@ -231,6 +232,34 @@ TEST(Injection, DoesNotWaitForATargetThatHangs) {
         Await("it takes what was posted", [&] { return TextOf(field) == L"qwer"; });
         EXPECT_EQ(target.Entries(), 0);
     }
+}
+
+TEST(Injection, IsFollowedByWhatWasAskedForMeanwhile) {
+    const Target target;
+    Injecting test("Keep Password after Drag Drop=True\r\n");
+    target.KeepClearOf(BoundsOf(test.app->Main()));
+    const POINT field = CentreOf(target.Field(target::editField));
+    const auto isGreyed = [&] { return (test.app->MenuState(ids::mnuKeyboardLayoutEnglish) & MF_GRAYED) != 0; };
+    const auto isEnabled = [&](int tool) { return (test.app->ToolState(tool) & TBSTATE_ENABLED) != 0; };
+    std::wstring typed;
+    for (const bool closes : {false, true}) {
+        test.app->ClickPassword(test.pointer, L"as");
+        test.Pull(field);
+        EXPECT_TRUE(isGreyed() && !isEnabled(ids::toolRefresh) && isEnabled(ids::toolClear));
+        test.pointer.Release();
+        Await("the wait has begun", [&] { return test.Hint() == nullptr; });
+        if (closes)
+            PostMessageW(test.app->Main(), WM_CLOSE, 0, 0);
+        test.app->Command(ids::toolClear);
+        EXPECT_EQ(target.TypedCharacters(), typed) << "the wait is over already";
+        typed += L"as";
+        Await(
+            "the characters", [&] { return target.TypedCharacters() == typed; }, injectionLimit);
+        if (!closes)
+            Await("it is cleared, and nothing looks refused",
+                  [&] { return test.BoxLength() == 0 && !isGreyed() && isEnabled(ids::toolRefresh); });
+    }
+    EXPECT_EQ(test.app->Running().ExitCode(), 0U);
 }
 
 } // namespace

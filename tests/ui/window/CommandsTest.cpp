@@ -424,5 +424,29 @@ TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
     EXPECT_EQ(app.Close(), 0U);
 }
 
+TEST(Commands, ACloseRequestEndsAnOpenMenuFirst) {
+    enum { OfTheMenuBar, OfTheBox, OfADialogsField };
+    for (const int menu : {OfTheMenuBar, OfTheBox, OfADialogsField}) {
+        SCOPED_TRACE(menu);
+        const Sandbox sandbox;
+        const App app(sandbox);
+        app.Activate();
+        HWND box = app.PasswordBox();
+        if (menu == OfADialogsField) {
+            app.Command(ids::mnuViewProtectiveLayer);
+            Await("the question", [&] {
+                box = GetDlgItem(app.Running().Window(formClass, L"Transparency Value"), ids::inputBoxText);
+                return box != nullptr;
+            });
+        }
+        if (menu == OfTheMenuBar)
+            Keys::Stroke('F', {VK_MENU});
+        else
+            PostMessageW(box, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(box), MAKELPARAM(300, 300));
+        Await("the menu is open", [&] { return app.Running().Window(L"#32768") != nullptr; });
+        EXPECT_EQ(app.Close(), 0U);
+    }
+}
+
 } // namespace
 } // namespace vextrel::driver
