@@ -142,6 +142,7 @@ bool Keyboard::KeyPress(wchar_t code) {
 
 void Keyboard::FollowPhysicalModifiers() {
     Modifiers modifiers = layouts_.Modifiers();
+    modifiers.shiftIsPhysical = true;
     modifiers.shiftIsDown = FoldedShift({.capsLock = WasToggled(VK_CAPITAL), .shift = IsShiftDownNow()});
     layouts_.SetModifiers(modifiers);
 }
@@ -188,6 +189,9 @@ void Keyboard::Command(int id) {
 }
 
 void Keyboard::FormActivated() {
+    if (layouts_.Modifiers().shiftIsPhysical) {
+        FollowPhysicalModifiers(); // they may have changed meanwhile, elsewhere
+    }
     layer_.KeepLayerAbove();
     form_.FocusVisibleBox();
     options_.RefreshToolbar();
