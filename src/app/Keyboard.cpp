@@ -50,6 +50,7 @@ void Keyboard::Start() {
     password_.SetTextIsMasked(true);
     hover_.SetTimerEnabled(false);
     placement_.RandomiseFormSizeAndPlacement();
+    hover_.SeePointer();
     ::ShowWindow(form_.Handle(), SW_SHOW);
     layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
     layer_.ResetFormCover();
@@ -88,6 +89,7 @@ void Keyboard::ButtonClick(int button) {
             ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
         }
     });
+    hover_.Entered(button);
 }
 
 void Keyboard::ButtonMouseMove(int button) {
@@ -109,16 +111,15 @@ void Keyboard::MouseMoveInForm() {
 }
 
 void Keyboard::Timer() {
-    if (operations_.IsResting() || menuOpen_) {
-        return;
-    }
-    if (const std::optional<int> key = hover_.Tick()) {
+    const std::optional<int> key = hover_.Tick();
+    if (key && (operations_.IsResting() || menuOpen_ || IsAnyMouseButtonDown())) {
+        hover_.ClearCurrentButton(); // to be arrived at anew, or entered by the click that has begun
+    } else if (key) {
         ButtonClick(*key);
         if (options_.Snapshot().beepOnHover) {
             Hover::Beep(program_.folder);
         }
     }
-    hover_.Ticked();
 }
 
 bool Keyboard::KeyPress(wchar_t code) {
@@ -184,11 +185,13 @@ void Keyboard::DragPassword() {
 }
 
 void Keyboard::Command(int id) {
+    hover_.SeePointer();
     form_.ShowNotice({});
     RunCommand(id, commands_);
 }
 
 void Keyboard::FormActivated() {
+    hover_.SeePointer();
     if (layouts_.Modifiers().shiftIsPhysical) {
         FollowPhysicalModifiers(); // they may have changed meanwhile, elsewhere
     }
