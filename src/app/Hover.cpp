@@ -1,5 +1,6 @@
 #include "app/Hover.h"
 
+#include "win32/Gate.h"
 #include "win32/ProgramState.h"
 #include "win32/SystemLibrary.h"
 
@@ -20,10 +21,14 @@ void Hover::Beep(const std::wstring& folder) {
     }
 }
 
-void Hover::Ticked() {
-    if (entry_.CurrentButton()) {
-        entry_.Entered(CaptionOfCurrent());
+bool Hover::SeePointer() noexcept {
+    // First where the last message found it, which may be the click that ended a dialog or a menu.
+    const bool stood = pointer_.Seen(::GetMessagePos(), static_cast<DWORD>(::GetMessageTime()),
+                                     Gate::SourceOfInput() == InputSource::System);
+    if (POINT now{}; ::GetCursorPos(&now) != FALSE) {
+        pointer_.Seen(static_cast<DWORD>(MAKELONG(now.x, now.y)), static_cast<DWORD>(::GetTickCount64()), false);
     }
+    return stood;
 }
 
 std::wstring Hover::CaptionOfCurrent() const {

@@ -23,14 +23,17 @@ class Hover {
     /// beep. A machine without a sound device stays silent.
     static void Beep(const std::wstring& folder);
 
-    void MoveOverKey(int button) { Obey(entry_.MoveOverKey(button, form_.Key(button).Caption(), CaptionOfCurrent())); }
+    void MoveOverKey(int button) {
+        Obey(entry_.MoveOverKey(button, form_.Key(button).Caption(), CaptionOfCurrent(), SeePointer()));
+    }
+    /// Looks where the pointer is, whenever a key may come to lie under it. @return whether it stood there already.
+    bool SeePointer() noexcept;
     void LeaveKeys() { Obey(entry_.LeaveKeys()); }
     void ClearCurrentButton() noexcept { entry_.ClearCurrentButton(); }
 
     /// The key that this tick enters, if any.
     [[nodiscard]] std::optional<int> Tick() const { return entry_.Tick(CaptionOfCurrent()); }
-    /// After the tick, whether it entered a key or not.
-    void Ticked();
+    void Entered(int button) { entry_.Entered(button, form_.Key(button).Caption()); }
     /// Around a caption refresh that is no arrival.
     void CaptionRefreshed(std::wstring_view before) { entry_.CaptionRefreshed(before, CaptionOfCurrent()); }
     [[nodiscard]] std::wstring CaptionOfCurrent() const;
@@ -43,6 +46,7 @@ class Hover {
     MainWindow& form_;
     ProtectiveLayer& cover_;
     HoverEntry entry_;
+    PointerRest pointer_;
     std::int32_t intervalMs_ = 1000;
 };
 

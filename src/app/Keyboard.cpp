@@ -51,6 +51,7 @@ void Keyboard::Start() {
     password_.SetTextIsMasked(true);
     hover_.SetTimerEnabled(false);
     placement_.RandomiseFormSizeAndPlacement();
+    hover_.SeePointer();
     ::ShowWindow(form_.Handle(), SW_SHOW);
     layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
     layer_.ResetFormCover();
@@ -91,6 +92,7 @@ void Keyboard::ButtonClick(int button) {
             ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
         }
     });
+    hover_.Entered(button);
 }
 
 void Keyboard::ButtonMouseMove(int button) {
@@ -112,16 +114,15 @@ void Keyboard::MouseMoveInForm() {
 }
 
 void Keyboard::Timer() {
-    if (operations_.IsResting()) {
-        return;
-    }
-    if (const std::optional<int> key = hover_.Tick()) {
+    const std::optional<int> key = hover_.Tick();
+    if (key && (operations_.IsResting() || IsAnyMouseButtonDown())) {
+        hover_.ClearCurrentButton(); // to be arrived at anew, or entered by the click that has begun
+    } else if (key) {
         ButtonClick(*key);
         if (options_.Snapshot().beepOnHover) {
             Hover::Beep(program_.folder);
         }
     }
-    hover_.Ticked();
 }
 
 bool Keyboard::KeyPress(wchar_t code) {
@@ -146,6 +147,7 @@ bool Keyboard::KeyPress(wchar_t code) {
 
 void Keyboard::FollowPhysicalModifiers() {
     Modifiers modifiers = layouts_.Modifiers();
+    modifiers.shiftIsPhysical = true;
     modifiers.shiftIsDown = FoldedShift({.capsLock = WasToggled(VK_CAPITAL), .shift = IsShiftDownNow()});
     layouts_.SetModifiers(modifiers);
 }
@@ -194,6 +196,7 @@ void Keyboard::DragPassword() {
 }
 
 void Keyboard::Command(int id) {
+    hover_.SeePointer();
     form_.ShowNotice({});
     if (StateOfCommand(id, options_.Snapshot()).waits) {
         waitingCommand_ = id;
@@ -219,6 +222,10 @@ void Keyboard::MenuLoop(bool entered) {
 }
 
 void Keyboard::FormActivated() {
+    hover_.SeePointer();
+    if (layouts_.Modifiers().shiftIsPhysical) {
+        FollowPhysicalModifiers(); // they may have changed meanwhile, elsewhere
+    }
     layer_.KeepLayerAbove();
     form_.FocusVisibleBox();
     options_.RefreshToolbar();

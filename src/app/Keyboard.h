@@ -40,7 +40,10 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void BringToFront() override;
     void Timer() override;
     void ClearCurrentButton() override { hover_.ClearCurrentButton(); }
-    void CheckForeground() override { layer_.CheckForeground(); }
+    void CheckForeground() override {
+        hover_.SeePointer();
+        layer_.CheckForeground();
+    }
     [[nodiscard]] InputMode CurrentInputMode() const override { return options_.Snapshot().inputMode; }
     [[nodiscard]] bool IsHoverEntryEnabled() const override { return hover_.TimerEnabled(); }
 

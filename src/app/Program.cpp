@@ -39,9 +39,10 @@ Hardening HardenUnlessSwitchedOff(const SettingsStore& store) noexcept {
 int ServeEvents(Keyboard& keyboard, ErrorReport& errors) {
     MSG message{};
     while (keyboard.Form().IsLoaded() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
-        // Shift that was held when the focus left a password box comes up elsewhere; the keys follow it all the same.
-        const bool released = message.message == WM_KEYUP || message.message == WM_SYSKEYUP;
-        if (released && (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
+        // Of this the boxes tell nothing: Shift goes down with Alt, or comes up when the focus has left them.
+        const UINT kind = message.message;
+        if ((kind == WM_KEYUP || kind == WM_SYSKEYUP || kind == WM_SYSKEYDOWN) &&
+            (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
             GuardEvent(keyboard.Form().Handle(), L"Form_KeyUp", [&] { keyboard.FollowPhysicalModifiers(); });
         }
         Serve(message, keyboard.Form().Handle());

@@ -1,10 +1,31 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vextrel {
+
+/// Where the pointer is, and since when. Where windows appear or move under it, the system tells of moves that nobody
+/// made. A place is packed into one number; times are in milliseconds and wrap.
+class PointerRest {
+  public:
+    /// @return whether it stood there: it may have been seen before its move was told of. @param bySystem whether the
+    /// system says that it made the move itself.
+    bool Seen(std::uint32_t place, std::uint32_t timeMs, bool bySystem) noexcept {
+        if (std::exchange(place_, place) == place) {
+            return bySystem || static_cast<std::int32_t>(timeMs - sinceMs_) > 0;
+        }
+        sinceMs_ = timeMs;
+        return false;
+    }
+
+  private:
+    std::optional<std::uint32_t> place_;
+    std::uint32_t sinceMs_ = 0;
+};
 
 /// Hover entry: resting the pointer on a key for the delay enters it, once per arrival. Keys are told apart by their
 /// caption, so the two Shift keys count as one. Decides; the shell owns the timer and obeys.
@@ -22,6 +43,7 @@ class HoverEntry {
     [[nodiscard]] bool IsEnabled() const noexcept { return enabled_; }
     [[nodiscard]] TimerOrder SetEnabled(bool enabled) noexcept {
         enabled_ = enabled;
+        currentButton_.reset(); // in the standard mode it is the key that was pressed last
         return enabled ? TimerOrder::Run : TimerOrder::Stop;
     }
 
@@ -29,12 +51,17 @@ class HoverEntry {
     [[nodiscard]] std::optional<int> CurrentButton() const noexcept { return currentButton_; }
     void ClearCurrentButton() noexcept { currentButton_.reset(); }
 
-    /// The pointer moved over a key. @param captionOfCurrent the caption that CurrentButton shows now, empty if none.
-    [[nodiscard]] TimerOrder MoveOverKey(int button, std::wstring_view caption, std::wstring_view captionOfCurrent) {
+    /// The pointer moved over a key. @param current the caption that CurrentButton shows now, empty if none.
+    /// @param stood whether it is the key that came under the pointer: no arrival, and what was armed there is gone.
+    [[nodiscard]] TimerOrder MoveOverKey(int button, std::wstring_view caption, std::wstring_view current, bool stood) {
+        if (stood) {
+            currentButton_ = current == caption ? currentButton_ : std::nullopt;
+            return TimerOrder::Leave;
+        }
         if (lastCaption_ && *lastCaption_ != caption) {
             lastCaption_.reset();
         }
-        const bool arrived = !currentButton_ || captionOfCurrent != caption;
+        const bool arrived = !currentButton_ || current != caption;
         if (arrived) {
             currentButton_ = button;
         }
@@ -60,8 +87,13 @@ class HoverEntry {
         return currentButton_;
     }
 
-    /// After the tick's entry: remembers the caption of CurrentButton as it is then.
-    void Entered(std::wstring_view captionOfCurrent) { lastCaption_ = captionOfCurrent; }
+    /// A key was entered, by a tick or a click. @param caption what it shows after that.
+    void Entered(int button, std::wstring_view caption) {
+        if (enabled_) {
+            currentButton_ = button;
+            lastCaption_ = caption;
+        }
+    }
 
     /// After any caption refresh that is no arrival (physical Shift under a resting pointer): if the current key was
     /// the one entered last, its new caption is remembered in place of the old one.

@@ -98,6 +98,7 @@ struct Modifiers {
     bool altGrIsDown = false;
     /// Set by the first click of a Shift key and never cleared again (docs/architecture.md, oddities).
     bool shiftLatched = false;
+    bool shiftIsPhysical = false; ///< the physical keys set it last, no click of a Shift key
     friend constexpr bool operator==(Modifiers, Modifiers) = default;
 };
 

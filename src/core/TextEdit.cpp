@@ -111,6 +111,7 @@ KeyPressOutcome PressKey(int button, std::wstring_view caption, const BoxState& 
     case keys::rightShift:
         outcome.modifiers.shiftLatched = true;
         outcome.modifiers.shiftIsDown = !modifiers.shiftIsDown;
+        outcome.modifiers.shiftIsPhysical = false;
         break;
     case keys::messageLeftover: outcome.showLeftover = true; break;
     default:

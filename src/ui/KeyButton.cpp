@@ -20,7 +20,7 @@ bool KeyCapture::IsFor(const KeyButton& key) const noexcept {
     return key_ == &key && ::GetCapture() == ::GetParent(key.Handle());
 }
 
-bool KeyCapture::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+bool KeyCapture::Route(HWND window, std::span<KeyButton> keys, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     if (key_ == nullptr) {
         return false;
     }
@@ -33,6 +33,10 @@ bool KeyCapture::Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
         return false;
     }
     POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    const HWND child = ::ChildWindowFromPointEx(window, point, CWP_SKIPINVISIBLE);
+    if (const auto under = std::ranges::find(keys, child, &KeyButton::Handle); under != keys.end() && &*under != key_) {
+        std::exchange(key_, &*under)->SetPushed(false);
+    }
     ::MapWindowPoints(window, key_->Handle(), &point, 1);
     key_->OnWindowMessage(message, wParam, MAKELPARAM(point.x, point.y));
     return true;
@@ -125,8 +129,7 @@ void KeyButton::OnButtonUp(POINT point) noexcept {
         return;
     }
     const RECT area = ClientArea(Handle());
-    ::ReleaseCapture();
-    SetPushed(false);
+    ::ReleaseCapture(); // the loss of it comes back meanwhile: the key comes up
     GuardEvent(::GetParent(Handle()), L"ButtonMouseUp ", [&] { events_->ButtonMouseUp(number_); });
     if (::PtInRect(&area, point) != FALSE) {
         events_->ButtonClick(number_);

@@ -4,6 +4,7 @@
 #include "win32/SubclassedWindow.h"
 #include "win32/SystemLook.h"
 
+#include <span>
 #include <string>
 
 namespace vextrel {
@@ -17,9 +18,9 @@ class KeyCapture {
     void Take(KeyButton& key) noexcept;
     [[nodiscard]] bool IsFor(const KeyButton& key) const noexcept;
 
-    /// Passes on what the keys' window gets for the held key, the loss of the mouse as well. @return whether the
-    /// message was one for it.
-    bool Route(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    /// Passes on what the keys' window gets for the held key, the loss of the mouse as well; over another of the keys,
+    /// that one is held. @return whether the message was one for it.
+    bool Route(HWND window, std::span<KeyButton> keys, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
 
   private:
     KeyButton* key_ = nullptr;

@@ -214,7 +214,7 @@ void MainWindow::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (keyCapture_.Route(Handle(), message, wParam, lParam)) {
+    if (keyCapture_.Route(Handle(), keys_, message, wParam, lParam)) {
         return 0;
     }
     switch (message) {

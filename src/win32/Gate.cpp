@@ -20,21 +20,8 @@ struct {
     InputSource menuSource = InputSource::Nobody; ///< of the key or button that a menu saw last
 } state;
 
-InputSource SourceOfInput() noexcept {
-    INPUT_MESSAGE_SOURCE source{};
-    if (::GetCurrentInputMessageSource(&source) == FALSE) {
-        return InputSource::Nobody;
-    }
-    switch (source.originId) {
-    case IMO_HARDWARE: return InputSource::Hardware;
-    case IMO_INJECTED: return InputSource::Injected;
-    case IMO_SYSTEM: return InputSource::System;
-    default: return InputSource::Nobody;
-    }
-}
-
 bool IsForged(UINT message) noexcept {
-    return IsInput(message) && !CountsAsInput(message, SourceOfInput());
+    return IsInput(message) && !CountsAsInput(message, Gate::SourceOfInput());
 }
 
 /// The one command that a menu may post, once: that of the item it has just ended on.
@@ -74,7 +61,7 @@ bool MaySystemAct(const MSG& message) noexcept {
     if (!IsInput(message.message)) {
         return true;
     }
-    const InputSource source = SourceOfInput();
+    const InputSource source = Gate::SourceOfInput();
     // Wine's way to open the menu that Alt and a letter ask for.
     const bool opensMenu = source == InputSource::Nobody && message.message == WM_KEYDOWN &&
                            message.wParam == VK_RETURN && message.lParam == 0 && state.mayOpenMenu;
@@ -150,8 +137,21 @@ bool Gate::IsSentFromOutside() noexcept {
     return ::InSendMessageEx(nullptr) != ISMEX_NOSEND;
 }
 
+InputSource Gate::SourceOfInput() noexcept {
+    INPUT_MESSAGE_SOURCE source{};
+    if (::GetCurrentInputMessageSource(&source) == FALSE) {
+        return InputSource::Nobody;
+    }
+    switch (source.originId) {
+    case IMO_HARDWARE: return InputSource::Hardware;
+    case IMO_INJECTED: return InputSource::Injected;
+    case IMO_SYSTEM: return InputSource::System;
+    default: return InputSource::Nobody;
+    }
+}
+
 bool Gate::IsUsersOwnInput() noexcept {
-    return state.open || state.keySource.value_or(SourceOfInput()) == InputSource::Hardware;
+    return state.open || state.keySource.value_or(Gate::SourceOfInput()) == InputSource::Hardware;
 }
 
 bool Gate::IsUsersOwnMenuChoice() noexcept {
@@ -187,7 +187,7 @@ void Serve(const MSG& message, HWND dialog) noexcept {
     if (!state.open && (IsForged(message.message) || IsCharacter(message.message))) {
         return;
     }
-    const InputSource source = SourceOfInput();
+    const InputSource source = Gate::SourceOfInput();
     dispatch(message);
     if (state.open || !IsKeyDown(message.message)) {
         return;

@@ -29,6 +29,8 @@ class Gate : private Pinned {
     [[nodiscard]] static bool LetsThrough(GatedWindow window, UINT message, WPARAM wParam) noexcept;
     /// Whether the message that is being handled was sent by another thread.
     [[nodiscard]] static bool IsSentFromOutside() noexcept;
+    /// Who made the input that is being handled.
+    [[nodiscard]] static InputSource SourceOfInput() noexcept;
     /// Whether the user's own hand made the input that is being handled, not a program that moves pointer and keys.
     /// In an open gate everybody's does.
     [[nodiscard]] static bool IsUsersOwnInput() noexcept;

@@ -11,8 +11,9 @@ namespace vextrel {
 namespace {
 
 /// A session with hover entry, told in words: the letter of a key for the pointer's move onto it, "tick", "on", "off",
-/// "leave" for the background, "forget" for the key it was on; "aA" for a's caption becoming A, and "tick:aA,bB" where
-/// the entry of a key changes captions. Answers with the timer's order or the key that a tick enters.
+/// "leave" for the background, "forget" for the key it was on; "=a" for a coming under the resting pointer, "!a" for a
+/// click on it; "aA" for a's caption becoming A, "tick:aA,bB" where the entry of a key changes captions. Answers with
+/// the timer's order or the key that a tick enters.
 std::string Play(const std::string& script) {
     const std::map<char, int> keyOf{{'a', 31}, {'b', 48}, {'d', 1}, {'l', keys::leftShift}, {'r', keys::rightShift}};
     std::map<int, std::wstring> captions{
@@ -41,7 +42,7 @@ std::string Play(const std::string& script) {
                 answers.back() = entered == key ? letter : answers.back();
             if (entered) {
                 refresh(word.substr(std::min<std::size_t>(word.size(), 5)));
-                hover.Entered(current());
+                hover.Entered(*entered, current());
             }
         } else if (word == "on" || word == "off") {
             order(hover.SetEnabled(word == "on"));
@@ -50,8 +51,13 @@ std::string Play(const std::string& script) {
             EXPECT_TRUE(hover.IsEnabled()) << "paused, not off";
         } else if (word == "forget") {
             hover.ClearCurrentButton();
-        } else if (word.size() == 1) {
-            order(hover.MoveOverKey(keyOf.at(word[0]), captions[keyOf.at(word[0])], current()));
+        } else if (word[0] == '!') {
+            const int key = keyOf.at(word[1]);
+            refresh(word.substr(std::min<std::size_t>(word.size(), 3)));
+            hover.Entered(key, captions[key]);
+        } else if (word.size() == 1 || word[0] == '=') {
+            const int key = keyOf.at(word.back());
+            order(hover.MoveOverKey(key, captions[key], current(), word[0] == '='));
         } else {
             refresh(word);
         }
@@ -60,11 +66,39 @@ std::string Play(const std::string& script) {
 }
 
 TEST(HoverEntry, AKeyIsEnteredOncePerArrival) {
-    EXPECT_EQ(Play("tick a tick on tick off"), " - leave - run a stop") << "switched off, it only remembers the key";
+    EXPECT_EQ(Play("tick a tick on tick a tick off"), " - leave - run - restart a stop") << "nothing is armed when off";
     EXPECT_EQ(Play("on tick a a tick a tick b a tick"), " run - restart run a run - restart restart a")
         << "a trembling hand delays nothing";
     EXPECT_EQ(Play("on a tick leave a tick forget tick a tick"), " run restart a stop run - - restart -")
         << "the background is no other key";
+}
+
+TEST(HoverEntry, WhatComesUnderARestingPointerIsNoArrival) {
+    EXPECT_EQ(Play("on =a tick a tick"), " run leave - restart a") << "not before the pointer moves";
+    EXPECT_EQ(Play("on a =a tick b =a tick b tick"), " run restart leave a restart leave - restart b")
+        << "the key that was armed there is gone";
+    EXPECT_EQ(Play("on a tick =b =a a tick"), " run restart a leave leave restart -") << "entered once, all the same";
+    EXPECT_EQ(Play("on a leave =a"), " run restart stop leave") << "the pause goes on";
+
+    const struct {
+        std::uint32_t place, timeMs;
+        bool bySystem, stood;
+    } sights[] = {{7, 0xFFFFFFF0, true, false}, {7, 0xFFFFFFF0, false, false}, {7, 0xFFFFFFE0, false, false},
+                  {7, 0xFFFFFFE0, true, true},  {7, 0xFFFFFFF1, false, true},  {7, 5, false, true},
+                  {8, 6, true, false},          {8, 6, false, false},          {8, 7, false, true},
+                  {7, 8, false, false}};
+    PointerRest pointer;
+    for (const auto& sight : sights) {
+        EXPECT_EQ(pointer.Seen(sight.place, sight.timeMs, sight.bySystem), sight.stood)
+            << sight.place << " at " << sight.timeMs << ", by the system " << sight.bySystem;
+    }
+}
+
+TEST(HoverEntry, AClickIsTheEntry) {
+    EXPECT_EQ(Play("on a !a tick a tick b a tick"), " run restart - run - restart restart a");
+    EXPECT_EQ(Play("on !a tick a tick b tick"), " run - run - restart b") << "a tap that told of no move";
+    EXPECT_EQ(Play("on a !a:aA,bB tick a tick b tick"), " run restart - run - restart b") << "its caption after it";
+    EXPECT_EQ(Play("a !a on a tick"), " leave run restart a") << "in the standard mode it is none";
 }
 
 TEST(HoverEntry, KeysAreToldApartByTheirCaption) {

@@ -15,7 +15,7 @@ constexpr int letterKey = 31;
 // What a key does to box and password the random walk compares with a model.
 
 TEST(KeyPress, ModifiersChangeAsTheKeysSay) {
-    using M = Modifiers; // shift, caps, AltGr, latched
+    using M = Modifiers; // shift, caps, AltGr, latched, physical
     const struct {
         const char* name;
         int button;
@@ -25,7 +25,8 @@ TEST(KeyPress, ModifiersChangeAsTheKeysSay) {
     } rows[] = {
         {"first Shift", keys::leftShift, {false, false, false, false}, {true, false, false, true}},
         {"second Shift", keys::rightShift, {true, false, false, true}, {false, false, false, true}},
-        {"Shift over the physical one", keys::rightShift, {true, false, false, false}, {false, false, false, true}},
+        {"over the physical one", keys::rightShift, {true, false, false, false, true}, {false, false, false, true}},
+        {"character, Shift held", letterKey, {true, false, false, true, true}, {false, false, false, true, true}},
         {"Caps Lock on", keys::capsLock, {true, false, false, true}, {true, true, false, true}},
         {"Caps Lock off", keys::capsLock, {false, true, false, false}, {false, false, false, false}},
         {"character, never latched", letterKey, {true, false, false, false}, {true, false, false, false}},

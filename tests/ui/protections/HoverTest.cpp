@@ -1,5 +1,6 @@
 // Resting the pointer on keys, and the pointer as a grey dot.
 
+#include "driver/Target.h"
 #include "protections/Session.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,45 @@ TEST(HoverByPointer, EntersOncePerArrival) {
     app.Command(ids::mnuModeStandard);
     pointer.MoveTo(CentreOf(keys[1]));
     EXPECT_FALSE(WaitFor([&] { return app.Shown() != L"qwwerQ"; }, overHalfSecond));
+}
+
+TEST(HoverByPointer, TakesAnArrivalToEnterAKeyAndAClickForTheEntry) {
+    const Sandbox sandbox;
+    sandbox.Write("[Settings]\r\nMouseMode=Hover Entry Mode\r\nHover Timer Interval=500\r\n");
+    const Session app(sandbox);
+    const Target target;
+    Pointer pointer;
+    app.Mask(false);
+    const auto check = [&](const char* name, const std::wstring& resting, const std::wstring& moved) {
+        EXPECT_FALSE(WaitFor([&] { return app.Shown() != resting; }, overHalfSecond)) << name;
+        pointer.MoveTo({Pointer::Place().x + 3, Pointer::Place().y});
+        EXPECT_EQ(WaitFor([&] { return app.Shown() != resting; }, overHalfSecond), moved != resting) << name;
+    };
+    // At a hand's pace: the program looks every 50 ms where the pointer is.
+    const auto rest = [&](POINT place) {
+        pointer.MoveTo(place);
+        EXPECT_FALSE(WaitFor([&, before = app.Shown()] { return app.Shown() != before; }, Milliseconds(300)));
+    };
+    const auto comesUnderThePointer = [&](const wchar_t* key, HWND inFront, int alpha) {
+        app.MoveTo({40, 40});
+        rest({900, 500});
+        BringToFront(inFront);
+        app.AwaitLayerAlpha(alpha);
+        const POINT centre = CentreOf(app.FindKey(key));
+        const RECT now = BoundsOf(app.Main());
+        app.MoveTo({now.left + Pointer::Place().x - centre.x, now.top + Pointer::Place().y - centre.y});
+    };
+    comesUnderThePointer(L"q", app.Main(), 5);
+    check("the window moves", L"", L"q");
+
+    comesUnderThePointer(L"e", target.Window(), 0);
+    check("the layer is invisible", L"q", L"qe");
+
+    BringToFront(app.Main());
+    app.AwaitLayerAlpha(5);
+    pointer.Click(app.FindKey(L"t"));
+    app.AwaitText(L"qet");
+    check("a click", L"qet", L"qet");
 }
 
 HCURSOR Shown() {

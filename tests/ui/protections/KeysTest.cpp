@@ -133,6 +133,19 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     EXPECT_EQ(app.Focus(), app.PasswordBox());
     EXPECT_EQ(GetForegroundWindow(), app.Main());
     EXPECT_EQ(app.Password(), L"wqttttr");
+
+    // The keys themselves, while another program is in front, go by the release as well.
+    const Target target;
+    target.KeepClearOf(BoundsOf(app.Main()));
+    BringToFront(target.Window());
+    app.AwaitLayerAlpha(0);
+    pointer.MoveTo(CentreOf(q));
+    pointer.Press();
+    Await("q is down", [&] { return pushed(q); });
+    pointer.MoveTo(CentreOf(w), 5, Milliseconds(10));
+    EXPECT_TRUE(WaitFor([&] { return pushed(w) && !pushed(q); }, Milliseconds(3000)));
+    pointer.Release();
+    app.AwaitText(L"wqttttwr");
 }
 
 } // namespace

@@ -136,6 +136,32 @@ TEST(PhysicalKeys, CaptionsFollowShiftAndCapsLock) {
     awaitCaptions(L"q", L"1");
     app.AwaitLength(1);
     EXPECT_EQ(app.Password(), L"E");
+
+    // With Alt, too. What becomes of the keys elsewhere shows on the way back; a click of Shift on screen stays.
+    const Target target;
+    target.KeepClearOf(BoundsOf(app.Main()));
+    const auto away = [&] { BringToFront(target.Window()); };
+    const struct {
+        const char* name;
+        std::function<void()> before, elsewhere;
+        const wchar_t* key;
+    } steps[] = {
+        {"on screen", [&] { Pointer().Click(app.Key(42)); }, [] {}, L"Q"},
+        {"nothing elsewhere", away, [] {}, L"Q"},
+        {"Shift held", [] { Keys::Down(VK_SHIFT); }, [] {}, L"Q"},
+        {"released elsewhere", away, [] { Keys::Up(VK_SHIFT); }, L"q"},
+        {"Caps Lock", [] { Keys::Stroke(VK_CAPITAL); }, [] {}, L"Q"},
+        {"off elsewhere", away, [] { Keys::Stroke(VK_CAPITAL); }, L"q"},
+        {"with Alt", [] { Keys::Down(VK_MENU), Keys::Down(VK_SHIFT); }, [] {}, L"Q"},
+        {"released", [] { Keys::Up(VK_SHIFT), Keys::Up(VK_MENU); }, [] {}, L"q"},
+    };
+    for (const auto& step : steps) {
+        step.before();
+        step.elsewhere();
+        BringToFront(app.Main());
+        app.AwaitLayerAlpha(5);
+        EXPECT_TRUE(WaitFor([&] { return app.FindKey(step.key) != nullptr; }, Milliseconds(2000))) << step.name;
+    }
 }
 
 } // namespace
