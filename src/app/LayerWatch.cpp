@@ -50,6 +50,9 @@ bool LayerWatch::ToggleOpacity() noexcept {
     command_ = outcome.state;
     marked_ = outcome.marked;
     SetCoverTransparency(outcome.coverTransparency);
+    if (outcome.stuck) {
+        form_.ShowNotice(L"The layer keeps its value until the next start");
+    }
     return marked_;
 }
 

@@ -20,7 +20,7 @@ class LayerWatch {
     void SetCoverTransparency(std::int16_t value) noexcept;
     /// The check mark of the View menu's command: what the command did last, not how opaque the layer is.
     [[nodiscard]] bool IsMarked() const noexcept { return marked_; }
-    /// The protective-layer command up to its question. @return whether to ask.
+    /// The protective-layer command up to its question; says so where it can do nothing. @return whether to ask.
     [[nodiscard]] bool ToggleOpacity() noexcept;
     /// Asks for an opacity, and sets it.
     void AskOpacity();
