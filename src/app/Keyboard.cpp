@@ -50,14 +50,14 @@ void Keyboard::Start() {
     password_.SetTextIsMasked(true);
     hover_.SetTimerEnabled(false);
     placement_.RandomiseFormSizeAndPlacement();
-    ::ShowWindow(form_.Handle(), SW_SHOW);
+    ShowAsItIs(form_.Handle());
     layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
     layer_.ResetFormCover();
     layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
     layouts_.ReadActionCaptions();
     layouts_.RefreshCaptions();
     options_.ApplyRemainingSettings();
-    ::ShowWindow(form_.Handle(), SW_SHOW);
+    ShowAsItIs(form_.Handle());
     if (!layer_.AreTopmost(true)) { // as both windows are created; what takes a moment is left out
         layer_.KeepTogether(true);
     }

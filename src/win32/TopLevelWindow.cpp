@@ -26,6 +26,10 @@ MONITORINFO MonitorOf(HWND window) noexcept {
     return monitor;
 }
 
+void ShowAsItIs(HWND window) noexcept {
+    ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, inPlace | SWP_SHOWWINDOW);
+}
+
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept {
     if (alpha) {
         ChangeExStyle(window, WS_EX_LAYERED, true);

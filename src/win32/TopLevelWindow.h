@@ -12,6 +12,9 @@ namespace vextrel {
 /// The monitor that shows most of a window, or is nearest to it.
 [[nodiscard]] MONITORINFO MonitorOf(HWND window) noexcept;
 
+/// Shows and activates a window. To the first window that is shown otherwise, the system does what a shortcut says.
+void ShowAsItIs(HWND window) noexcept;
+
 /// Makes a window layered and gives it the alpha. Without an alpha nothing is done at all, style included: a layered
 /// window that never got one is invisible. Failures are ignored.
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept;
