@@ -45,7 +45,7 @@ void Keyboard::Start() {
     operations_.SetWindows(form_.Handle(), formCover_.Handle());
     form_.Sliders().SetHoverPosition(HoverSliderPosition(hover_.TimerInterval()));
     form_.Sliders().SetTransparencyPercent(TransparencySliderPercent(options_.KeyboardTransparency()));
-    placement_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
+    placement_.TakeWidestSize(); // the first random place's lower margin counts with the widest keyboard's height
     options_.ApplyEarlySettings();
     password_.SetTextIsMasked(true);
     hover_.SetTimerEnabled(false);

@@ -35,13 +35,12 @@ UniqueMenu CreateMenuBar() {
 void MainWindow::Load(KeyEvents& keys, BoxEvents& boxes, WindowEvents& events) {
     events_ = &events;
     UniqueMenu menu = CreateMenuBar();
-    // As wide as random sizing ever makes it; the height is a place holder. The window gets its size before it is
-    // shown.
+    // Small, so that it stands on one monitor only; it gets its size, which follows from that, before it is shown.
     Form::Load({.title = L"Vextrel",
                 .style = mainWindowStyle,
                 .exStyle = mainWindowExStyle,
                 .menu = menu.Get(),
-                .widthPx = ::GetSystemMetrics(SM_CXSCREEN) / 2,
+                .widthPx = 320,
                 .heightPx = 320});
     static_cast<void>(menu.Release()); // the window's from now on
     CreateControls(keys, boxes);

@@ -19,10 +19,10 @@ bool IsOurs(HWND window) noexcept {
     return ::GetWindowThreadProcessId(window, &process) != 0 && process == ::GetCurrentProcessId();
 }
 
-MONITORINFO MonitorOf(HWND window) noexcept {
+MONITORINFO MonitorOf(const RECT& area) noexcept {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    ::GetMonitorInfoW(::MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST), &monitor);
     return monitor;
 }
 

@@ -98,6 +98,9 @@ TEST(Geometry, LayerFollowsEveryChangeOfTheWindow) {
     Ask(app.Main(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
     EXPECT_TRUE(WaitFor([&] { return MonitorFromWindow(app.Main(), MONITOR_DEFAULTTONULL) != nullptr; }));
     expectInPlace("the way back to the screen");
+    app.MoveTo({300, -100}); // still to be seen, but not to be taken hold of
+    Ask(app.Main(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
+    EXPECT_TRUE(WaitFor([&] { return BoundsOf(app.Main()).top == 0; }));
 }
 
 TEST(Geometry, SmallestWindowShowsEverything) {
@@ -148,6 +151,11 @@ TEST(Geometry, RefreshGivesNewSizesAndPlacesOnTheScreen) {
         for (int round = 0; round < 6; ++round) {
             Ask(app.Main(), WM_COMMAND, ids::toolRefresh);
             look(app);
+        }
+        for (int round = 0; round < 6; ++round) { // of a window that is taller than its place
+            Resize(app, Width(seen.back()), 9999);
+            Ask(app.Main(), WM_COMMAND, ids::toolRefresh);
+            EXPECT_GE(BoundsOf(app.Main()).top, ScreenOf(app).top);
         }
         EXPECT_EQ(app.Close(), 0U);
     }
