@@ -52,7 +52,7 @@ void Keyboard::Start() {
     placement_.RandomiseFormSizeAndPlacement();
     ShowAsItIs(form_.Handle());
     layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
-    layer_.ResetFormCover();
+    layer_.FormMove();
     layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
     layouts_.ReadActionCaptions();
     layouts_.RefreshCaptions();
@@ -191,11 +191,6 @@ void Keyboard::FormActivated() {
     layer_.KeepLayerAbove();
     form_.FocusVisibleBox();
     options_.RefreshToolbar();
-}
-
-void Keyboard::FormResized() {
-    form_.Arrange();
-    layer_.FormMove();
 }
 
 void Keyboard::WipePassword() noexcept {

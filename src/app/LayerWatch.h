@@ -27,9 +27,7 @@ class LayerWatch {
     /// Whether the layer takes the clicks, or the keys beneath it do.
     [[nodiscard]] bool TakesClicks() const noexcept { return !cover_.IsInvisible(); }
 
-    /// Shows the layer and lays it over the keys.
-    void ResetFormCover() noexcept;
-    /// Lets the layer follow the main window.
+    /// Lets the layer follow the main window: over the keys while they can be seen, else hidden.
     void FormMove() noexcept;
 
     /// Puts the main window, and the layer right above it, before all other windows or among them; activates neither.

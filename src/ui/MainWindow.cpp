@@ -143,6 +143,9 @@ void MainWindow::FitPasswordFont() {
 }
 
 void MainWindow::Arrange() {
+    if (::IsIconic(Handle())) {
+        return; // it has no room now, and is told of its size when it gets it back
+    }
     KeepKeysClickable();
     const WindowGeometryInput input = GeometryInput();
     geometry_ = GeometryOfWindow(input);
@@ -170,6 +173,7 @@ void MainWindow::Arrange() {
     }
     FitPasswordFont();
     statusBar_.Show();
+    events_->FormMoved(); // the keys, if not the window
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
@@ -308,7 +312,7 @@ void MainWindow::KeepKeysClickable() {
     // The minimum was asked for at another width: at this one, menu and toolbar may need more rows.
     const Size smallest = MinimumSize();
     const RECT outer = OuterArea(Handle());
-    if (outer.bottom - outer.top < smallest.height && !::IsIconic(Handle())) {
+    if (outer.bottom - outer.top < smallest.height) {
         ::SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left, smallest.height,
                        SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
