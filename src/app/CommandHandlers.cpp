@@ -54,11 +54,6 @@ void ShowAbout(const Parts& parts) {
         .RunModal(parts.operations, parts.form.Handle());
 }
 
-void Rearrange(const Parts& parts) {
-    parts.placement.RandomiseFormSizeAndPlacement();
-    parts.layer.ResetFormCover();
-}
-
 void Clear(const Parts& parts) {
     parts.password.ClearText();
     parts.transfer.DiscardHanded();
@@ -100,7 +95,7 @@ constexpr Handler handlers[] = {
     {ids::mnuHelpDonate, L"mnuHelpDonate_Click", Open<WebPage::Donate>},
     {ids::mnuHelpAbout, L"mnuHelpAbout_Click", ShowAbout},
     {ids::toolInject, nullptr, ToggleInjection},
-    {ids::toolRefresh, nullptr, Rearrange},
+    {ids::toolRefresh, nullptr, [](const Parts& parts) { parts.placement.RandomiseFormSizeAndPlacement(); }},
     {ids::toolClear, nullptr, Clear},
 };
 

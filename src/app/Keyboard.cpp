@@ -46,20 +46,20 @@ void Keyboard::Start() {
     operations_.SetOnTransfer([this] { OnTransfer(); });
     form_.Sliders().SetHoverPosition(HoverSliderPosition(hover_.TimerInterval()));
     form_.Sliders().SetTransparencyPercent(TransparencySliderPercent(options_.KeyboardTransparency()));
-    placement_.FitHeight(); // the first random place's lower margin counts with that of the widest keyboard
+    placement_.TakeWidestSize(); // the first random place's lower margin counts with the widest keyboard's height
     options_.ApplyEarlySettings();
     password_.SetTextIsMasked(true);
     hover_.SetTimerEnabled(false);
     placement_.RandomiseFormSizeAndPlacement();
     hover_.SeePointer();
-    ::ShowWindow(form_.Handle(), SW_SHOW);
+    ShowAsItIs(form_.Handle());
     layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
-    layer_.ResetFormCover();
+    layer_.FormMove();
     layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
     layouts_.ReadActionCaptions();
     layouts_.RefreshCaptions();
     options_.ApplyRemainingSettings();
-    ::ShowWindow(form_.Handle(), SW_SHOW);
+    ShowAsItIs(form_.Handle());
     if (!layer_.AreTopmost(true)) { // as both windows are created; what takes a moment is left out
         layer_.KeepTogether(true);
     }
@@ -229,11 +229,6 @@ void Keyboard::FormActivated() {
     layer_.KeepLayerAbove();
     form_.FocusVisibleBox();
     options_.RefreshToolbar();
-}
-
-void Keyboard::FormResized() {
-    form_.Arrange();
-    layer_.FormMove();
 }
 
 void Keyboard::WipePassword() noexcept {

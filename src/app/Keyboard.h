@@ -17,6 +17,11 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     [[nodiscard]] vextrel::Options& Options() noexcept { return options_; }
     [[nodiscard]] vextrel::Layouts& Layouts() noexcept { return layouts_; }
 
+    /// Follows the main window's changes from now on, and makes up for those while the start read the layout.
+    void FollowWindow() {
+        form_.ReportMoves();
+        FormResized();
+    }
     /// Brings Shift on the screen into line with the physical keys.
     void FollowPhysicalModifiers();
 
@@ -63,7 +68,7 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void HoverSliderMoved(int positionMs) override { options_.HoverSliderMoved(positionMs); }
     void TransparencySliderMoved(int percent) override { options_.TransparencySliderMoved(percent); }
     void FormActivated() override;
-    void FormResized() override;
+    void FormResized() override { form_.Arrange(); }
     void FormMoved() override { layer_.FormMove(); }
     void DisplayChanged() override { placement_.ReturnToVisiblePlace(); }
     bool MayUnload() override { return operations_.RequestClose(); }

@@ -33,16 +33,13 @@ void LayerWatch::SetCoverTransparency(std::int16_t value) noexcept {
     cover_.SetAlpha(AlphaForLayer(value));
 }
 
-void LayerWatch::ResetFormCover() noexcept {
-    cover_.Place(form_.KeyAreaOnScreen());
-    cover_.Show(true);
-}
-
 void LayerWatch::FormMove() noexcept {
-    // A layer that is hidden just now, while the window is being restored, has to lie right when it comes back.
-    if (form_.IsVisible() && !::IsIconic(form_.Handle())) {
+    // The system hides and shows what a window owns not in every way in which that can be minimised and restored.
+    const bool shown = form_.IsVisible() && !::IsIconic(form_.Handle());
+    if (shown) {
         cover_.Place(form_.KeyAreaOnScreen());
     }
+    cover_.Show(shown);
 }
 
 bool LayerWatch::ToggleOpacity() noexcept {
@@ -50,6 +47,9 @@ bool LayerWatch::ToggleOpacity() noexcept {
     command_ = outcome.state;
     marked_ = outcome.marked;
     SetCoverTransparency(outcome.coverTransparency);
+    if (outcome.stuck) {
+        form_.ShowNotice(L"The layer keeps its value until the next start");
+    }
     return marked_;
 }
 
@@ -91,6 +91,7 @@ void LayerWatch::KeepLayerAbove() noexcept {
 }
 
 void LayerWatch::CheckForeground() {
+    FormMove();
     const HWND front = ::GetForegroundWindow();
     if (front == form_.Handle() || front == cover_.Handle()) {
         KeepLayerAbove();

@@ -20,16 +20,14 @@ class LayerWatch {
     void SetCoverTransparency(std::int16_t value) noexcept;
     /// The check mark of the View menu's command: what the command did last, not how opaque the layer is.
     [[nodiscard]] bool IsMarked() const noexcept { return marked_; }
-    /// The protective-layer command up to its question. @return whether to ask.
+    /// The protective-layer command up to its question; says so where it can do nothing. @return whether to ask.
     [[nodiscard]] bool ToggleOpacity() noexcept;
     /// Asks for an opacity, and sets it.
     void AskOpacity();
     /// Whether the layer takes the clicks, or the keys beneath it do.
     [[nodiscard]] bool TakesClicks() const noexcept { return !cover_.IsInvisible(); }
 
-    /// Shows the layer and lays it over the keys.
-    void ResetFormCover() noexcept;
-    /// Lets the layer follow the main window.
+    /// Lets the layer follow the main window: over the keys while they can be seen, else hidden.
     void FormMove() noexcept;
 
     /// Puts the main window, and the layer right above it, before all other windows or among them; activates neither.

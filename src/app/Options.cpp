@@ -36,11 +36,6 @@ void Options::ApplyRemainingSettings() {
     apply(settings::toolbarVisible, ParseBoolean, &Options::ShowToolbarControl);
 }
 
-void Options::ShowToolbarControl(bool show) {
-    parts_.form.ShowToolbarControl(show);
-    parts_.layer.ResetFormCover();
-}
-
 void Options::Write(const wchar_t* key, std::wstring_view value) {
     if (parts_.form.IsVisible()) {
         parts_.store.WriteSetting(key, value);

@@ -61,7 +61,7 @@ class Options {
 
   private:
     /// The toolbar control alone, whatever the option says.
-    void ShowToolbarControl(bool show);
+    void ShowToolbarControl(bool show) { parts_.form.ShowToolbarControl(show); }
     void Switch(bool& option, bool on, const wchar_t* key);
     void RefreshAndWrite(const wchar_t* key, std::wstring_view value);
     void Write(const wchar_t* key, std::wstring_view value);

@@ -6,11 +6,20 @@
 
 namespace vextrel {
 
+namespace {
+
+Rect RectOf(const RECT& area) noexcept {
+    return {area.left, area.top, area.right, area.bottom};
+}
+
+} // namespace
+
 void Placement::RandomiseFormSizeAndPlacement() {
     const HWND window = form_.Handle();
     const int dpi = form_.Dpi();
-    const RECT screen = MonitorOf(window).rcMonitor;
     const RECT old = OuterArea(window);
+    const MONITORINFO monitor = MonitorOf(old);
+    const RECT& screen = monitor.rcMonitor;
     const auto twips = [dpi](LONG px) { return TwipsFromPixels(px, dpi); };
     const auto px = [dpi](double length) { return PixelsFromTwips(length, dpi); };
 
@@ -30,13 +39,16 @@ void Placement::RandomiseFormSizeAndPlacement() {
     // The toolbar may need another number of rows at the new width.
     FitHeight();
     form_.Arrange();
-    // The random top follows from the height before: a window that has grown may reach below the screen.
-    const RECT work = MonitorOf(window).rcWork;
-    const RECT now = OuterArea(window);
-    if (now.bottom > work.bottom) {
-        ::SetWindowPos(window, nullptr, now.left, std::max(work.top, now.top + work.bottom - now.bottom), 0, 0,
-                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
+    // The random top follows from the height before: a window that has grown may reach below the screen, one that was
+    // taller than its screen above it.
+    MoveInto(monitor.rcWork);
+}
+
+void Placement::TakeWidestSize() {
+    const RECT screen = MonitorOf(OuterArea(form_.Handle())).rcMonitor;
+    ::SetWindowPos(form_.Handle(), nullptr, 0, 0, (screen.right - screen.left) / 2, screen.bottom - screen.top,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    FitHeight();
 }
 
 void Placement::FitHeight() {
@@ -51,11 +63,17 @@ void Placement::FitHeight() {
 }
 
 void Placement::ReturnToVisiblePlace() noexcept {
-    const HWND window = form_.Handle();
-    if (::MonitorFromWindow(window, MONITOR_DEFAULTTONULL) == nullptr && !::IsIconic(window)) {
-        const RECT work = MonitorOf(window).rcWork;
-        ::SetWindowPos(window, nullptr, work.left, work.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    RECT titleBar = OuterArea(form_.Handle());
+    titleBar.bottom = titleBar.top + ::GetSystemMetricsForDpi(SM_CYCAPTION, static_cast<UINT>(form_.Dpi()));
+    const RECT work = MonitorOf(titleBar).rcWork;
+    if (!::IsIconic(form_.Handle()) && !IsWithinReach(RectOf(work), RectOf(titleBar))) {
+        MoveInto(work);
     }
+}
+
+void Placement::MoveInto(const RECT& workArea) noexcept {
+    const Point place = PlaceInside(RectOf(workArea), RectOf(OuterArea(form_.Handle())));
+    ::SetWindowPos(form_.Handle(), nullptr, place.x, place.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 } // namespace vextrel

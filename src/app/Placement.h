@@ -13,12 +13,16 @@ class Placement {
 
     /// Gives the main window a random size and place, and arranges it.
     void RandomiseFormSizeAndPlacement();
-    /// Sets the window's height for the present width; what is in it is arranged when it is shown or resized then.
-    void FitHeight();
-    /// Brings a window that no monitor shows any more back to a visible place.
+    /// The widest that a random size can be on the window's monitor, and the height that follows.
+    void TakeWidestSize();
+    /// Brings a window back whose title bar lies on no monitor any more.
     void ReturnToVisiblePlace() noexcept;
 
   private:
+    /// Sets the window's height for the present width; what is in it is arranged when it is shown or resized then.
+    void FitHeight();
+    void MoveInto(const RECT& workArea) noexcept;
+
     MainWindow& form_;
     ClockRandom random_;
 };

@@ -79,7 +79,7 @@ int Main(bool hooksDisabled) {
             hook.Install(!program.hardening.switchedOff);
         }
         program.printScreenBlocked = hook.IsInstalled();
-        keyboard.Form().ReportMoves(true);
+        keyboard.FollowWindow();
         store.SetWriteGate([&] { return keyboard.Options().Snapshot().saveSettings; });
         exitCode = ServeEvents(keyboard, errors);
     });

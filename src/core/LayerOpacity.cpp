@@ -25,7 +25,11 @@ LayerCommandOutcome RunLayerCommand(LayerCommandState state, std::int16_t coverT
     } else if (state.lastTyped >= smallestRememberedOpacity) {
         opacity = LayerOpacity(state).value_or(coverTransparency);
     }
-    return {.state = state, .coverTransparency = opacity, .marked = opacity != state.firstSeen};
+    const bool marked = opacity != state.firstSeen;
+    return {.state = state,
+            .coverTransparency = opacity,
+            .marked = marked,
+            .stuck = !marked && opacity == coverTransparency};
 }
 
 LayerCommandState TakeLayerAnswer(LayerCommandState state, std::optional<std::int32_t> answer) noexcept {

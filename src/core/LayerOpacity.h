@@ -31,6 +31,7 @@ struct LayerCommandOutcome {
     LayerCommandState state;
     std::int16_t coverTransparency = 0; ///< to be set at once
     bool marked = false;                ///< the menu item's check mark; a new value is asked for afterwards
+    bool stuck = false;                 ///< it has changed nothing, and will not
     friend constexpr bool operator==(LayerCommandOutcome, LayerCommandOutcome) = default;
 };
 /// The command up to its question: from any other opacity to the default one, from the default one to the last typed

@@ -2,6 +2,8 @@
 
 #include "core/KeyGrid.h"
 
+#include <algorithm>
+
 namespace vextrel {
 
 namespace {
@@ -38,6 +40,17 @@ RandomPlace RandomisePlacement(const RandomPlaceInput& input) noexcept {
     placement.heightTwips =
         WindowHeightTwips(placement.keyWidthTwips, input.toolbarHeightTwips, input.statusBarHeightTwips);
     return placement;
+}
+
+Point PlaceInside(Rect workArea, Rect window) noexcept {
+    return {std::max(workArea.left, std::min(window.left, workArea.right - window.Width())),
+            std::max(workArea.top, std::min(window.top, workArea.bottom - window.Height()))};
+}
+
+bool IsWithinReach(Rect workArea, Rect titleBar) noexcept {
+    const int width = std::min(titleBar.right, workArea.right) - std::max(titleBar.left, workArea.left);
+    const int height = std::min(titleBar.bottom, workArea.bottom) - std::max(titleBar.top, workArea.top);
+    return width >= 4 * titleBar.Height() && 2 * height >= titleBar.Height();
 }
 
 } // namespace vextrel

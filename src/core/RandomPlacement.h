@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Geometry.h"
+
 namespace vextrel {
 
 /// What the window is and where it may go. Lengths in twips.
@@ -40,5 +42,12 @@ inline constexpr double widthBesidesKeysTwips = 2 * sideMarginTwips + 100;
 /// A random width between 5500 twips and half the screen, the size that follows from it, and a random place at least
 /// 400 twips from the top and left edges. The formula stands as it is: nothing is clamped.
 [[nodiscard]] RandomPlace RandomisePlacement(const RandomPlaceInput& input) noexcept;
+
+/// The place nearest to a window's own where it reaches out of the work area on no side. What is too large for it
+/// begins at its top or left edge.
+[[nodiscard]] Point PlaceInside(Rect workArea, Rect window) noexcept;
+
+/// Whether a title bar can be taken hold of: half its height lies in the work area, over a length of four heights.
+[[nodiscard]] bool IsWithinReach(Rect workArea, Rect titleBar) noexcept;
 
 } // namespace vextrel

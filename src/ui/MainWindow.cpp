@@ -35,13 +35,12 @@ UniqueMenu CreateMenuBar() {
 void MainWindow::Load(KeyEvents& keys, BoxEvents& boxes, WindowEvents& events) {
     events_ = &events;
     UniqueMenu menu = CreateMenuBar();
-    // As wide as random sizing ever makes it; the height is a place holder. The window gets its size before it is
-    // shown.
+    // Small, so that it stands on one monitor only; it gets its size, which follows from that, before it is shown.
     Form::Load({.title = L"Vextrel",
                 .style = mainWindowStyle,
                 .exStyle = mainWindowExStyle,
                 .menu = menu.Get(),
-                .widthPx = ::GetSystemMetrics(SM_CXSCREEN) / 2,
+                .widthPx = 320,
                 .heightPx = 320});
     static_cast<void>(menu.Release()); // the window's from now on
     CreateControls(keys, boxes);
@@ -143,6 +142,9 @@ void MainWindow::FitPasswordFont() {
 }
 
 void MainWindow::Arrange() {
+    if (::IsIconic(Handle())) {
+        return; // it has no room now, and is told of its size when it gets it back
+    }
     KeepKeysClickable();
     const WindowGeometryInput input = GeometryInput();
     geometry_ = GeometryOfWindow(input);
@@ -170,6 +172,7 @@ void MainWindow::Arrange() {
     }
     FitPasswordFont();
     statusBar_.Show();
+    events_->FormMoved(); // the keys, if not the window
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
@@ -302,7 +305,7 @@ void MainWindow::KeepKeysClickable() {
     // The minimum was asked for at another width: at this one, menu and toolbar may need more rows.
     const Size smallest = MinimumSize();
     const RECT outer = OuterArea(Handle());
-    if (outer.bottom - outer.top < smallest.height && !::IsIconic(Handle())) {
+    if (outer.bottom - outer.top < smallest.height) {
         ::SetWindowPos(Handle(), nullptr, 0, 0, outer.right - outer.left, smallest.height,
                        SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }

@@ -24,8 +24,8 @@ class MainWindow final : public Form {
 
     /// Watches the window's moves and sizes. @throws Error with the system's code.
     void InstallMoveHook() { moveHook_.Install(Handle(), *events_); }
-    /// From now on they are reported, or no longer.
-    void ReportMoves(bool report) noexcept { moveHook_.SetActing(report); }
+    /// From now on they are reported.
+    void ReportMoves() noexcept { moveHook_.SetActing(true); }
 
     /// @param number 1 to 65.
     [[nodiscard]] KeyButton& Key(int number) { return keys_.at(static_cast<std::size_t>(number - 1)); }
@@ -39,7 +39,7 @@ class MainWindow final : public Form {
     void ShowBox(PasswordBoxView view) noexcept;
     void FocusVisibleBox() noexcept { ::SetFocus(VisibleBox().Handle()); }
 
-    /// Puts everything where it belongs at the window's present size.
+    /// Puts everything where it belongs at the window's present size, and tells that the keys may have moved.
     void Arrange();
     /// Heights that the window's own height counts with, in pixels; the toolbar's is 0 when hidden.
     [[nodiscard]] int ToolbarHeightPx() noexcept;

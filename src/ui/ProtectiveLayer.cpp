@@ -31,8 +31,19 @@ void ProtectiveLayer::Load(HWND mainWindow, LayerEvents& events) {
 }
 
 void ProtectiveLayer::Place(const RECT& area) noexcept {
-    ::SetWindowPos(Handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
-                   SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOOWNERZORDER);
+    if (const RECT now = OuterArea(Handle()); ::EqualRect(&now, &area) == FALSE) {
+        ::SetWindowPos(Handle(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                       SWP_NOACTIVATE | SWP_NOZORDER | SWP_NOOWNERZORDER);
+    }
+}
+
+void ProtectiveLayer::Show(bool show) noexcept {
+    if (show != IsVisible()) {
+        ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE);
+    }
+    if (!show && ::GetCapture() == Handle()) {
+        ::ReleaseCapture(); // else the release would still enter a key
+    }
 }
 
 void ProtectiveLayer::SetAlpha(std::optional<std::uint8_t> alpha) noexcept {

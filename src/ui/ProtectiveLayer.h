@@ -22,7 +22,7 @@ class ProtectiveLayer final : public Form {
 
     /// Lays the layer over an area of the screen, in pixels, without activating it or moving it in the stack.
     void Place(const RECT& area) noexcept;
-    void Show(bool show) noexcept { ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE); }
+    void Show(bool show) noexcept;
     /// The layer's opacity; nothing changes without one. At 0 clicks fall through to the keys, and the layer is marked
     /// so that they do wherever the program runs.
     void SetAlpha(std::optional<std::uint8_t> alpha) noexcept;

@@ -19,11 +19,15 @@ bool IsOurs(HWND window) noexcept {
     return ::GetWindowThreadProcessId(window, &process) != 0 && process == ::GetCurrentProcessId();
 }
 
-MONITORINFO MonitorOf(HWND window) noexcept {
+MONITORINFO MonitorOf(const RECT& area) noexcept {
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
-    ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
+    ::GetMonitorInfoW(::MonitorFromRect(&area, MONITOR_DEFAULTTONEAREST), &monitor);
     return monitor;
+}
+
+void ShowAsItIs(HWND window) noexcept {
+    ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, inPlace | SWP_SHOWWINDOW);
 }
 
 void SetLayeredTransparency(HWND window, std::optional<std::uint8_t> alpha) noexcept {

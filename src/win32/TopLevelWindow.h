@@ -9,8 +9,10 @@ namespace vextrel {
 
 /// Whether a window belongs to this process. None belongs to nobody.
 [[nodiscard]] bool IsOurs(HWND window) noexcept;
-/// The monitor that shows most of a window, or is nearest to it.
-[[nodiscard]] MONITORINFO MonitorOf(HWND window) noexcept;
+/// The monitor that shows most of an area, or is nearest to it.
+[[nodiscard]] MONITORINFO MonitorOf(const RECT& area) noexcept;
+/// Shows and activates a window. To the first window that is shown otherwise, the system does what a shortcut says.
+void ShowAsItIs(HWND window) noexcept;
 
 /// Makes a window layered and gives it the alpha. Without an alpha nothing is done at all, style included: a layered
 /// window that never got one is invisible. Failures are ignored.

@@ -111,12 +111,13 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
         bool marked; // and asked for a new value
         std::optional<std::int32_t> answer;
         std::int16_t after;
+        bool stuck = false;                                // for the rest of the run
     } uses[] = {{100, true, cancel, 0}, {5, false, {}, 5}, // nothing was ever typed
                 {100, true, 1, 1},      {5, false, {}, 5}, // too little to be remembered
-                {100, true, 200, 200},  {5, false, {}, 5},     {200, true, cancel, 200},
-                {5, false, {}, 5},      {200, true, 300, 300}, {5, false, {}, 5}, // the range is not enforced
-                {300, true, -7, -7},    {5, false, {}, 5},     {100, true, 40000, 100},
-                {5, false, {}, 5},      {5, false, {}, 5}}; // no 16 bits: the layer stays as it is
+                {100, true, 200, 200},  {5, false, {}, 5},      {200, true, cancel, 200},
+                {5, false, {}, 5},      {200, true, 300, 300},  {5, false, {}, 5}, // the range is not enforced
+                {300, true, -7, -7},    {5, false, {}, 5},      {100, true, 40000, 100},
+                {5, false, {}, 5},      {5, false, {}, 5, true}}; // no 16 bits: the layer stays as it is
     LayerCommandState state;
     std::int16_t opacity = 5;
     for (const auto& use : uses) {
@@ -124,6 +125,7 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
         const LayerCommandOutcome outcome = RunLayerCommand(state, opacity);
         EXPECT_EQ(outcome.coverTransparency, use.atOnce);
         EXPECT_EQ(outcome.marked, use.marked);
+        EXPECT_EQ(outcome.stuck, use.stuck);
         state = outcome.state;
         opacity = outcome.coverTransparency;
         if (outcome.marked) {
@@ -136,6 +138,8 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
 
     const LayerCommandOutcome fromVisible = RunLayerCommand({}, 100);
     EXPECT_EQ(fromVisible, (LayerCommandOutcome{{100, 0}, 5, true})) << "the first opacity seen decides the mark";
+    EXPECT_TRUE(RunLayerCommand({5, 5}, 5).stuck) << "a typed 5 is what the layer has unmarked";
+    EXPECT_FALSE(RunLayerCommand({100, 5}, 5).stuck) << "it asks";
 }
 
 } // namespace

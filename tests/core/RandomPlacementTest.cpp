@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numeric>
 #include <random>
+#include <tuple>
 #include <vector>
 
 namespace vextrel {
@@ -90,6 +91,30 @@ TEST(RandomPlacement, TenThousandDrawsStayInBoundsAndTellNothingAboutEachOther) 
     EXPECT_LT(std::abs(Correlation(widths, lefts)), 0.05);
     EXPECT_LT(std::abs(Correlation(widths, tops)), 0.05);
     EXPECT_LT(std::abs(Correlation(lefts, tops)), 0.05);
+}
+
+TEST(RandomPlacement, AWindowOfAnySizeGetsItsTitleBarIntoTheWorkArea) {
+    constexpr Rect work{3440, 40, 4464, 728}; // of a small monitor beside a wide one; taskbar above and below
+    const std::tuple<const char*, Rect, Point> rows[] = {
+        {"inside", {3500, 100, 4000, 400}, {3500, 100}},   {"fills it", work, {3440, 40}},
+        {"below", {3500, 500, 4000, 800}, {3500, 428}},    {"above", {3500, -70, 4000, 230}, {3500, 40}},
+        {"left", {3300, 100, 3800, 400}, {3440, 100}},     {"right", {4000, 100, 4500, 400}, {3964, 100}},
+        {"too high", {3500, -200, 4000, 700}, {3500, 40}}, {"too wide", {3000, 100, 5000, 400}, {3440, 100}},
+    };
+    for (const auto& [name, window, expected] : rows) {
+        const Point place = PlaceInside(work, window);
+        EXPECT_TRUE(place.x == expected.x && place.y == expected.y) << name;
+    }
+}
+
+TEST(RandomPlacement, ATitleBarIsWithinReachWhereEnoughOfItLies) {
+    const std::pair<Point, bool> places[] = {{{100, 100}, true},   {{100, -10}, true},   {{100, -11}, false},
+                                             {{100, 1030}, true},  {{100, 1031}, false}, {{-520, 100}, true},
+                                             {{-521, 100}, false}, {{1840, 100}, true},  {{1841, 100}, false}};
+    for (const auto& [place, expected] : places) {
+        const Rect titleBar{place.x, place.y, place.x + 600, place.y + 20};
+        EXPECT_EQ(IsWithinReach({0, 0, 1920, 1040}, titleBar), expected) << place.x << ", " << place.y;
+    }
 }
 
 } // namespace

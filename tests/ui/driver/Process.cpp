@@ -33,10 +33,12 @@ BOOL CALLBACK Collect(HWND window, LPARAM parameter) noexcept {
 
 } // namespace
 
-Process::Process(const std::filesystem::path& program, const std::wstring& arguments) {
+Process::Process(const std::filesystem::path& program, const std::wstring& arguments, std::optional<WORD> show) {
     std::wstring commandLine = L"\"" + program.wstring() + L"\" " + arguments;
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
+    startup.dwFlags = show ? STARTF_USESHOWWINDOW : 0;
+    startup.wShowWindow = show.value_or(0);
     Check(CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
                          program.parent_path().c_str(), &startup, &information_) != FALSE,
           "starting " + Narrow(program.wstring()));

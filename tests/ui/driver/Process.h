@@ -14,8 +14,9 @@ namespace vextrel::driver {
 /// A program that the test started. Killed, if it still runs, when this object goes.
 class Process {
   public:
-    /// Starts a program; its folder becomes the current one.
-    explicit Process(const std::filesystem::path& program, const std::wstring& arguments = {});
+    /// Starts a program; its folder becomes the current one. `show` is how a shortcut would have its window shown.
+    explicit Process(const std::filesystem::path& program, const std::wstring& arguments = {},
+                     std::optional<WORD> show = {});
     ~Process();
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;

@@ -1,10 +1,11 @@
 // Takes the place of some of the system's calls in the faulty build. Those that keep windows out of screen captures:
-// Wine has none, so a window remembers in a property, which other programs can read, what it was asked for. And those
-// that make graphics objects and windows, which fail when a test wants them to.
+// Wine has none, so a window remembers in a property, which other programs can read, what it was asked for. Those that
+// make graphics objects and windows, which fail when a test wants them to. And the one that shows windows.
 
 #include "faults/FaultOrder.h"
 
 #include <cwchar>
+#include <utility>
 
 namespace vextrel {
 
@@ -62,6 +63,17 @@ HWND WINAPI MakeWindow(DWORD exStyle, LPCWSTR windowClass, LPCWSTR name, DWORD s
     return real(exStyle, windowClass, name, style, x, y, width, height, parent, menu, instance, creation);
 }
 
+/// As Windows does, but not Wine: the first main window that is shown so gets what the program's starter asked for.
+BOOL WINAPI Show(HWND window, int command) noexcept {
+    static const auto real = Real<decltype(&Show)>(L"user32.dll", "ShowWindow");
+    static bool isFirst = true;
+    const bool isMain = (::GetWindowLongPtrW(window, GWL_STYLE) & WS_CAPTION) == WS_CAPTION;
+    STARTUPINFOW startup{};
+    ::GetStartupInfoW(&startup);
+    const bool isAsked = isMain && command == SW_SHOW && (startup.dwFlags & STARTF_USESHOWWINDOW) != 0;
+    return real(window, isAsked && std::exchange(isFirst, false) ? startup.wShowWindow : command);
+}
+
 } // namespace
 
 // What the program's calls go through, under the names that the import library would give them.
@@ -72,5 +84,6 @@ auto* penImport asm("__imp_CreatePen") = &MakePen;
 auto* bitmapImport asm("__imp_CreateCompatibleBitmap") = &MakeBitmap;
 auto* windowImport asm("__imp_CreateWindowExW") = &MakeWindow;
 auto* pictureImport asm("__imp_LoadImageW") = &LoadPicture;
+auto* showImport asm("__imp_ShowWindow") = &Show;
 
 } // namespace vextrel

@@ -123,6 +123,20 @@ TEST(StartUp, WithoutHooksLeavesPrintScreenAloneAndShowsTheLayer) {
     EXPECT_EQ(app.Close(), 0U);
 }
 
+TEST(StartUp, OpensNormallyHoweverAShortcutShowsIt) {
+    for (const WORD show : {WORD{SW_SHOWMAXIMIZED}, WORD{SW_SHOWMINNOACTIVE}}) {
+        SCOPED_TRACE(show);
+        const Sandbox sandbox({}, L"vextrel_faults.exe");
+        const Process process(sandbox.Program(), {}, show);
+        const HWND main = process.AwaitWindow(formClass, L"Vextrel");
+        Await("the layer is shown", [&] { return process.Window(formClass, L"") != nullptr; });
+        EXPECT_FALSE(IsZoomed(main));
+        EXPECT_FALSE(IsIconic(main));
+        PostMessageW(main, WM_CLOSE, 0, 0);
+        EXPECT_EQ(process.ExitCode(), 0U);
+    }
+}
+
 TEST(ShutDown, EndsWhateverDialogIsOpen) {
     for (const int command : {ids::mnuHelpAbout, ids::mnuOptionsSaveSettingsInINI, ids::mnuModeHiddenMouseAndHover,
                               ids::mnuKeyboardLayoutImport}) {

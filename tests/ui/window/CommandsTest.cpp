@@ -365,6 +365,7 @@ TEST(Commands, ProtectiveLayerFollowsItsTable) {
         {-1, cancel, 5},  {5, L"7", 7},       {-1, cancel, 5},
         {7, L"5", 5},     {-1, cancel, 5},
     };
+    SetWindowPos(app.Main(), nullptr, 0, 0, 900, 450, SWP_NOZORDER | SWP_NOACTIVATE); // room for the notice
     for (std::size_t number = 0; number < std::size(rows); ++number) {
         const auto& [whileAsked, answer, afterwards] = rows[number];
         SCOPED_TRACE(testing::Message() << "row " << number);
@@ -380,6 +381,8 @@ TEST(Commands, ProtectiveLayerFollowsItsTable) {
         }
         EXPECT_TRUE(WaitFor([&] { return alpha() == afterwards; })) << alpha();
         EXPECT_TRUE(WaitFor([&] { return app.Checked(ids::mnuViewProtectiveLayer) == (whileAsked >= 0); }));
+        EXPECT_EQ(app.Text(ids::StatusBar1) == L"The layer keeps its value until the next start",
+                  number + 1 == std::size(rows));
     }
 }
 

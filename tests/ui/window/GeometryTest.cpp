@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <future>
 
 namespace vextrel::driver {
 namespace {
@@ -98,6 +99,60 @@ TEST(Geometry, LayerFollowsEveryChangeOfTheWindow) {
     Ask(app.Main(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
     EXPECT_TRUE(WaitFor([&] { return MonitorFromWindow(app.Main(), MONITOR_DEFAULTTONULL) != nullptr; }));
     expectInPlace("the way back to the screen");
+    app.MoveTo({300, -100}); // still to be seen, but not to be taken hold of
+    Ask(app.Main(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
+    EXPECT_TRUE(WaitFor([&] { return BoundsOf(app.Main()).top == 0; }));
+}
+
+TEST(Geometry, LayerIsOnTheKeysWheneverTheWindowCanBeSeen) {
+    const Sandbox sandbox;
+    sandbox.SetSetting(settings::keyboardLayout, L"Default");
+    std::future<void> change = std::async(std::launch::async, [] { // while the start still reads the system's layout
+        HWND main = nullptr;
+        Await("the window", [&] { return (main = FindWindowW(formClass, L"Vextrel")) && IsWindowVisible(main); });
+        SetWindowPos(main, nullptr, 0, 0, 701, 433, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    });
+    const App app(sandbox);
+    change.get();
+    const auto expectInPlace = [&](const char* after) {
+        EXPECT_TRUE(WaitFor([&] { return LayerIsInPlace(app); })) << after;
+    };
+    RECT client{};
+    GetClientRect(app.Main(), &client);
+    EXPECT_TRUE(WaitFor([&] { return Width(BoundsOf(app.Control(ids::StatusBar1))) == client.right; }));
+    expectInPlace("a new size during the start");
+
+    app.MoveTo({61, 0});
+    Resize(app, 701, 9999);
+    Ask(app.Main(), WM_COMMAND, ids::mnuViewToolbar);
+    Resize(app, 701, 9999);
+    Ask(app.Main(), WM_COMMAND, ids::mnuViewToolbar);
+    expectInPlace("showing the toolbar where the window cannot grow");
+    Resize(app, 701, 433);
+
+    const std::pair<int, int> ways[] = {
+        {SW_MINIMIZE, SW_RESTORE}, {SW_SHOWMINNOACTIVE, SW_SHOWNOACTIVATE}, {SW_HIDE, SW_SHOW}};
+    for (const auto& [hide, restore] : ways) { // by another program
+        SCOPED_TRACE(hide);
+        ShowWindow(app.Main(), hide);
+        EXPECT_TRUE(WaitFor([&] { return app.Layer() == nullptr; })) << "no window, no layer";
+        ShowWindow(app.Main(), restore);
+        expectInPlace("the window is back");
+    }
+    ShowWindow(app.Layer(), SW_HIDE);
+    expectInPlace("another program has hidden the layer");
+    SetWindowPos(app.Layer(), nullptr, 0, 0, 9, 9, SWP_NOZORDER | SWP_NOACTIVATE);
+    expectInPlace("another program has moved the layer");
+
+    Pointer pointer;
+    pointer.MoveTo(CentreOf(app.Control(firstKeyId + 30)));
+    pointer.Press();
+    ShowWindow(app.Main(), SW_MINIMIZE);
+    Await("the window has gone", [&] { return app.Layer() == nullptr; });
+    pointer.Release();
+    ShowWindow(app.Main(), SW_RESTORE);
+    expectInPlace("minimised during a click");
+    EXPECT_EQ(Ask(app.PasswordBox(), WM_GETTEXTLENGTH), 0);
 }
 
 TEST(Geometry, SmallestWindowShowsEverything) {
@@ -148,6 +203,11 @@ TEST(Geometry, RefreshGivesNewSizesAndPlacesOnTheScreen) {
         for (int round = 0; round < 6; ++round) {
             Ask(app.Main(), WM_COMMAND, ids::toolRefresh);
             look(app);
+        }
+        for (int round = 0; round < 6; ++round) { // of a window that is taller than its place
+            Resize(app, Width(seen.back()), 9999);
+            Ask(app.Main(), WM_COMMAND, ids::toolRefresh);
+            EXPECT_GE(BoundsOf(app.Main()).top, ScreenOf(app).top);
         }
         EXPECT_EQ(app.Close(), 0U);
     }
