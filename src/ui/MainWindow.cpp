@@ -216,6 +216,12 @@ void MainWindow::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
     statusBar_.SetTexts(std::move(status));
 }
 
+void MainWindow::OnNotify(const NMHDR& header) noexcept {
+    if (header.hwndFrom == toolbar_.Handle() && header.code == static_cast<UINT>(TBN_DROPDOWN)) {
+        toolbar_.OpenHoverMenu();
+    }
+}
+
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (keyCapture_.Route(Handle(), keys_, message, wParam, lParam)) {
         return 0;
@@ -230,12 +236,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     // The form itself, no child of it, got the focus: it belongs into the password box.
     case WM_SETFOCUS: GuardEvent(Handle(), L"Form_GotFocus", [&] { FocusVisibleBox(); }); return 0;
     case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
-    case WM_NOTIFY:
-        if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-            header.hwndFrom == toolbar_.Handle() && header.code == static_cast<UINT>(TBN_DROPDOWN)) {
-            toolbar_.OpenHoverMenu();
-        }
-        return 0; // TBDDRET_DEFAULT among others
+    case WM_NOTIFY: OnNotify(*reinterpret_cast<const NMHDR*>(lParam)); return 0; // TBDDRET_DEFAULT among others
     case WM_HSCROLL: sliders_.OnMoved(reinterpret_cast<HWND>(lParam), *events_); return 0;
     case WM_MOUSEMOVE: GuardEvent(Handle(), L"Form_MouseMove", [&] { events_->MouseMoveInForm(); }); break;
     case WM_SETCURSOR:

@@ -60,6 +60,7 @@ class MainWindow final : public Form {
     [[nodiscard]] HWND ActiveControl() const noexcept;
 
   private:
+    void OnNotify(const NMHDR& header) noexcept;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnUnload() noexcept override;
 

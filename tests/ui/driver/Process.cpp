@@ -76,6 +76,19 @@ HWND Process::Window(const std::wstring& className, const std::optional<std::wst
     return found.empty() ? nullptr : found.front();
 }
 
+std::vector<HWND> Process::AllBeside(HWND window) {
+    std::vector<HWND> windows;
+    const auto collect = [](HWND found, LPARAM all) -> BOOL {
+        reinterpret_cast<std::vector<HWND>*>(all)->push_back(found);
+        return TRUE;
+    };
+    EnumThreadWindows(GetWindowThreadProcessId(window, nullptr), collect, reinterpret_cast<LPARAM>(&windows));
+    const std::size_t topLevel = windows.size();
+    for (std::size_t i = 0; i < topLevel; ++i)
+        EnumChildWindows(windows[i], collect, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
 HWND Process::AwaitWindow(const std::wstring& className, const std::optional<std::wstring>& title) const {
     HWND window = nullptr;
     const std::string what = "a window of class " + Narrow(className) + (title ? ", title " + Narrow(*title) : "");

@@ -39,6 +39,9 @@ class Process {
     /// Waits for such a window; throws if the program ends before it shows one.
     [[nodiscard]] HWND AwaitWindow(const std::wstring& className, const std::optional<std::wstring>& title = {}) const;
 
+    /// Every window of the thread that made this one, shown or not, and every one in those.
+    [[nodiscard]] static std::vector<HWND> AllBeside(HWND window);
+
   private:
     PROCESS_INFORMATION information_{};
 };

@@ -75,15 +75,7 @@ class Victim {
 
 /// Every window of the program, hidden ones and those in others as well.
 std::vector<HWND> AllWindows(const App& app) {
-    std::vector<HWND> windows;
-    const auto collect = [](HWND window, LPARAM all) -> BOOL {
-        reinterpret_cast<std::vector<HWND>*>(all)->push_back(window);
-        return TRUE;
-    };
-    EnumThreadWindows(GetWindowThreadProcessId(app.Main(), nullptr), collect, reinterpret_cast<LPARAM>(&windows));
-    const std::size_t topLevel = windows.size();
-    for (std::size_t i = 0; i < topLevel; ++i)
-        EnumChildWindows(windows[i], collect, reinterpret_cast<LPARAM>(&windows));
+    std::vector<HWND> windows = Process::AllBeside(app.Main());
     // Of 65 keys, one; and what the system keeps for itself is its own affair.
     std::erase_if(windows, [&](HWND window) {
         const int id = GetDlgCtrlID(window);

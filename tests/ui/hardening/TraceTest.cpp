@@ -45,15 +45,7 @@ class Traces : public testing::Test {
     /// No window and no control of the program, shown or not, has a part of the password (5 characters) in its
     /// text.
     void ExpectNoWindowToHoldAny() const {
-        std::vector<HWND> windows;
-        const auto collect = [](HWND window, LPARAM all) -> BOOL {
-            reinterpret_cast<std::vector<HWND>*>(all)->push_back(window);
-            return TRUE;
-        };
-        EnumThreadWindows(GetWindowThreadProcessId(app_.Main(), nullptr), collect, reinterpret_cast<LPARAM>(&windows));
-        const std::size_t ownWindows = windows.size();
-        for (std::size_t i = 0; i < ownWindows; ++i)
-            EnumChildWindows(windows[i], collect, reinterpret_cast<LPARAM>(&windows));
+        const std::vector<HWND> windows = Process::AllBeside(app_.Main());
         for (const int id : {ids::txtText, ids::txtSetup, ids::StatusBar1})
             EXPECT_NE(std::find(windows.begin(), windows.end(), app_.Control(id)), windows.end()) << id;
         for (const HWND window : windows) {
