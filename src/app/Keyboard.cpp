@@ -55,6 +55,7 @@ void Keyboard::Start() {
     ShowAsItIs(form_.Handle());
     layer_.SetCoverTransparency(program_.HooksDisabled ? visibleCoverTransparency : defaultCoverTransparency);
     layer_.FormMove();
+    form_.ShowNotice(L"Click the keys to begin");
     layouts_.SwitchKeyboardLang(ParseKeyboardLayout(store_.ReadSetting(settings::keyboardLayout)), true);
     layouts_.ReadActionCaptions();
     layouts_.RefreshCaptions();
@@ -80,13 +81,12 @@ void Keyboard::ButtonClick(int button) {
         if (operations_.IsTransferring()) {
             return;
         }
-        form_.ShowNotice({});
         const KeyPressOutcome outcome =
             PressKey(button, form_.Key(button).Caption(), password_.ReadBox(), layouts_.Modifiers());
         if (outcome.edit) {
             password_.Apply(*outcome.edit);
         }
-        ShowRemark();
+        BoxChanged();
         layouts_.SetModifiers(outcome.modifiers);
         if (outcome.showLeftover) {
             ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
@@ -141,7 +141,7 @@ bool Keyboard::KeyPress(wchar_t code) {
         // The masked box takes nothing by itself: it must hold exactly one asterisk per character.
         password_.Enter({&code, 1});
     }
-    ShowRemark();
+    BoxChanged();
     return false;
 }
 
@@ -162,7 +162,7 @@ bool Keyboard::PlainBoxWillChange() {
 
 void Keyboard::PlainBoxHasChanged() {
     password_.PlainBoxHasChanged();
-    ShowRemark();
+    BoxChanged();
 }
 
 bool Keyboard::KeyDown(unsigned virtualKey) {
@@ -172,7 +172,7 @@ bool Keyboard::KeyDown(unsigned virtualKey) {
     }
     if (virtualKey == VK_DELETE && password_.TextIsMasked()) {
         password_.Apply(EraseForwards(password_.ReadBox()));
-        ShowRemark();
+        BoxChanged();
         return false;
     }
     return true;
@@ -184,12 +184,13 @@ void Keyboard::PasteIntoMaskedBox() {
         ReadClipboardText(form_.Handle(), pasted);
         DropControlCharacters(pasted);
         password_.Enter(pasted.View());
-        ShowRemark();
+        BoxChanged();
     }
 }
 
 void Keyboard::DragPassword() {
     hover_.LeaveKeys();
+    form_.ShowNotice({});
     transfer_.Drag();
     form_.ShowNotice(transfer_.Notice());
     ShowRemark();

@@ -78,6 +78,11 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void SessionEnding() override { WipePassword(); }
 
     void WipePassword() noexcept;
+    /// After what the user has entered or taken away.
+    void BoxChanged() {
+        form_.ShowNotice({});
+        ShowRemark();
+    }
     /// After whatever may have changed box or password.
     void ShowRemark() { form_.ShowRemark(password_.Remark()); }
     /// Shows what a transfer refuses, and carries out what has waited for its end.

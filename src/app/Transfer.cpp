@@ -5,6 +5,7 @@
 #include "ui/DragHint.h"
 #include "win32/EventGuard.h"
 #include "win32/FreedMemory.h"
+#include "win32/TopLevelWindow.h"
 
 namespace vextrel {
 
@@ -13,13 +14,18 @@ namespace {
 /// A few words for the status bar. That something arrived is never claimed: nobody can know it.
 std::wstring NoticeOf(const InjectionOutcome& outcome) {
     switch (outcome.kind) {
-    case InjectionOutcome::Kind::Injected: break;
+    case InjectionOutcome::Kind::Injected: return L"Posted";
     case InjectionOutcome::Kind::NoWindow: return L"No window to inject into";
     case InjectionOutcome::Kind::OwnWindow: return L"Nothing injected here";
     case InjectionOutcome::Kind::Refused:
         return L"Refused by Windows (error " + std::to_wstring(outcome.errorCode) + L")";
     }
     return {};
+}
+
+bool IsPointerOverUs() noexcept {
+    POINT place{};
+    return ::GetCursorPos(&place) != FALSE && IsOurs(::WindowFromPoint(place));
 }
 
 } // namespace
@@ -59,6 +65,9 @@ void Transfer::Drag() {
     data_->EndSoon();
     hint.Unload();
     const bool mayInject = Mode() == DragDropMode::Inject && source->WasReleased();
+    if (Mode() != DragDropMode::Inject && source->WasReleased() && !IsPointerOverUs()) {
+        notice_ = dropped ? L"Dropped" : L"Not taken here: try Injection Mode";
+    }
     GuardEvent(form_.Handle(), masked ? L"txtPassword_OLECompleteDrag" : L"txtText_OLECompleteDrag", [&] {
         CompleteDrag(plan, dropped || mayInject ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver);
     });
@@ -75,6 +84,7 @@ void Transfer::DiscardHanded() noexcept {
 
 void Transfer::CompleteDrag(const TransferPlan& plan, TransferEnd end) {
     if (Mode() == DragDropMode::Inject && end == TransferEnd::HandedOver) {
+        form_.ShowNotice(L"Injecting\u2026");
         const InjectionOutcome outcome = Inject(field_.SelectedPassword());
         notice_ = NoticeOf(outcome);
         if (outcome.kind != InjectionOutcome::Kind::Injected) {

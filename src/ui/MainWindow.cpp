@@ -65,6 +65,9 @@ void MainWindow::CreateControls(KeyEvents& keys, BoxEvents& boxes) {
     GateWindow(toolbar_.ToolTips(), GatedWindow::Control);
     ExcludeFromCapture(toolbar_.ToolTips());
     sliders_.Name(toolbar_.ToolTips());
+    for (const HWND box : {txtPassword_.Handle(), txtText_.Handle()}) {
+        AddToolTip(toolbar_.ToolTips(), box, L"Drag the password from here onto the field that asks for it");
+    }
 }
 
 void MainWindow::ApplyDpi() {
@@ -74,6 +77,7 @@ void MainWindow::ApplyDpi() {
     for (const HWND control : {txtPassword_.Handle(), txtText_.Handle(), toolbar_.Handle()}) {
         SetFont(control, messageFont, true);
     }
+    txtPassword_.SetCueFont(messageFont);
     statusBar_.SetFont(messageFont, dpi);
     // The keys need the room into which the sliders' labels would have to grow with the user's text.
     const int highest = ::MulDiv(usualFontHeight96, dpi, USER_DEFAULT_SCREEN_DPI);

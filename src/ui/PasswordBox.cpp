@@ -7,6 +7,7 @@
 #include "win32/EventGuard.h"
 #include "win32/Gate.h"
 #include "win32/InputState.h"
+#include "win32/SystemLook.h"
 
 #include <imm.h>
 
@@ -77,6 +78,10 @@ void PasswordBox::Changed() noexcept {
     // The undo would keep what was there before.
     ToWindow(EM_EMPTYUNDOBUFFER, 0, 0);
     longest_ = std::max(longest_, Length());
+    // The control paints what has changed of its text only.
+    if (std::exchange(showsCue_, Length() == 0) != showsCue_) {
+        ::InvalidateRect(Handle(), nullptr, TRUE);
+    }
 }
 
 void PasswordBox::SetText(const wchar_t* text) noexcept {
@@ -111,8 +116,39 @@ void PasswordBox::OverwriteAndEmpty() noexcept {
     // Deleted so that it can be undone: what was to be undone before is overwritten with it.
     ToWindow(EM_SETSEL, 0, -1);
     ToWindow(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
-    ToWindow(EM_EMPTYUNDOBUFFER, 0, 0);
+    Changed();
     longest_ = 0;
+}
+
+void PasswordBox::PaintCue() const noexcept {
+    RECT area{};
+    ToWindow(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
+    constexpr std::wstring_view cue = L"Click the keys; then drag the password out of this box";
+    constexpr LONG smallestPx = 8;
+    LOGFONTW look{};
+    ::GetObjectW(cueFont_, sizeof look, &look);
+    UniqueFont font(::CreateFontIndirectW(&look));
+    ::HideCaret(Handle());
+    const HDC device = ::GetDC(Handle());
+    const auto fits = [&] {
+        const SelectScope selected(device, font.Get());
+        SIZE wanted{};
+        ::GetTextExtentPoint32W(device, cue.data(), static_cast<int>(cue.size()), &wanted);
+        return wanted.cx <= area.right - area.left;
+    };
+    while (!fits() && look.lfHeight < -smallestPx) {
+        ++look.lfHeight;
+        font.Reset(::CreateFontIndirectW(&look));
+    }
+    {
+        const SelectScope selected(device, font.Get());
+        ::SetBkMode(device, TRANSPARENT);
+        ::SetTextColor(device, ::GetSysColor(COLOR_GRAYTEXT));
+        ::DrawTextW(device, cue.data(), static_cast<int>(cue.size()), &area,
+                    DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+    }
+    ::ReleaseDC(Handle(), device);
+    ::ShowCaret(Handle());
 }
 
 LRESULT PasswordBox::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -166,6 +202,19 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDBLCLK: return OnButtonDown(message, wParam, lParam);
     case WM_MOUSEMOVE: return OnMouseMove(wParam, lParam);
     case WM_LBUTTONUP: return OnButtonUp(wParam, lParam);
+    case WM_SETCURSOR:
+        if (LOWORD(lParam) == HTCLIENT && IsDraggedFromHere()) {
+            ::SetCursor(::LoadCursorW(nullptr, IDC_SIZEALL));
+            return TRUE;
+        }
+        return ToWindow(message, wParam, lParam);
+    case WM_PAINT: {
+        const LRESULT result = ToWindow(message, wParam, lParam);
+        if (showsCue_ && view_ == PasswordBoxView::Masked) {
+            PaintCue();
+        }
+        return result;
+    }
     case WM_CAPTURECHANGED: gesture_.Cancel(); return ToWindow(message, wParam, lParam);
     default: return ToWindow(message, wParam, lParam);
     }
@@ -282,6 +331,17 @@ bool PasswordBox::IsOnSelection(LPARAM point) const {
     const BoxSelection selection = Selection();
     const int character = LOWORD(ToWindow(EM_CHARFROMPOS, 0, point));
     return character >= selection.start && character < selection.start + selection.length;
+}
+
+bool PasswordBox::IsDraggedFromHere() const {
+    // Among asterisks there is little to select; in clear it is what the pointer in the shape of a beam is for.
+    if (view_ == PasswordBoxView::Masked) {
+        return !showsCue_;
+    }
+    POINT point{};
+    ::GetCursorPos(&point);
+    ::ScreenToClient(Handle(), &point);
+    return IsOnSelection(MAKELPARAM(point.x, point.y));
 }
 
 LRESULT PasswordBox::OnButtonDown(UINT message, WPARAM wParam, LPARAM lParam) {

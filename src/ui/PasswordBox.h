@@ -25,6 +25,9 @@ class PasswordBox final : public SubclassedWindow {
     }
     void ReadText(SecretText& text) const;
 
+    /// The font of what the empty masked box says that it is for. @param font outlives the next call.
+    void SetCueFont(HFONT font) noexcept { cueFont_ = font; }
+
     // Our own changes; none of them comes back as an event.
 
     void SetText(const wchar_t* text) noexcept;
@@ -50,6 +53,9 @@ class PasswordBox final : public SubclassedWindow {
     LRESULT OnMouseMove(WPARAM wParam, LPARAM lParam);
     LRESULT OnButtonUp(WPARAM wParam, LPARAM lParam);
     [[nodiscard]] bool IsOnSelection(LPARAM point) const;
+    /// Whether the place under the pointer is one from which the password is dragged rather than edited.
+    [[nodiscard]] bool IsDraggedFromHere() const;
+    void PaintCue() const noexcept;
     void StartDrag();
 
     PasswordBoxView view_ = PasswordBoxView::Masked;
@@ -57,8 +63,10 @@ class PasswordBox final : public SubclassedWindow {
     DragGesture gesture_;
     BoxSelection selectionBeforePress_;
     LPARAM pressPoint_ = 0;
+    HFONT cueFont_ = nullptr;
     std::size_t longest_ = 0; ///< how many characters the control's memory may hold
     bool following_ = false;  ///< the box is acting by itself
+    bool showsCue_ = true;
 };
 
 } // namespace vextrel

@@ -31,16 +31,6 @@ HWND CreateSlider(HWND parent, int id, int smallest, int largest, int arrow, int
     return slider;
 }
 
-void AddToolTip(HWND toolTips, HWND control, std::wstring text) {
-    TOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = ::GetParent(control);
-    tool.uId = reinterpret_cast<UINT_PTR>(control);
-    tool.lpszText = text.data();
-    Tell(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-}
-
 } // namespace
 
 void SliderRow::Create(HWND parent) {

@@ -84,14 +84,22 @@ void StatusBar::Show() {
     if (!texts_.warning.empty()) {
         texts.push_back(texts_.warning);
     }
-    const int panes = static_cast<int>(texts.size());
     const int padding = PixelsFromTwips(paddingTwips, dpi_);
-    const int roomPx = static_cast<int>(ClientArea(handle_).right) - panes * padding - PixelsFromTwips(gripTwips, dpi_);
+    const auto room = [&] {
+        return static_cast<int>(ClientArea(handle_).right) - static_cast<int>(texts.size()) * padding -
+               PixelsFromTwips(gripTwips, dpi_);
+    };
     std::vector<int> widths = WidthsOf(texts);
-    if (Sum(widths) > roomPx) {
+    if (Sum(widths) > room()) {
         std::ranges::transform(texts, texts.begin(), BriefStatus);
         widths = WidthsOf(texts);
     }
+    if (Sum(widths) > room() && texts.front() != BriefStatus(texts_.inputMode)) {
+        texts.erase(texts.begin() + 1, texts.begin() + 3); // what happened now is worth more than what stays as it is
+        widths = WidthsOf(texts);
+    }
+    const int panes = static_cast<int>(texts.size());
+    const int roomPx = room();
     if (const int missing = Sum(widths) - roomPx; missing > 0) {
         const auto longest = static_cast<std::size_t>(std::ranges::max_element(widths) - widths.begin());
         widths[longest] = std::max(0, widths[longest] - missing);

@@ -27,7 +27,8 @@ class StatusBar {
     /// What it says when there is no notice; likewise.
     void SetRemark(std::wstring remark) { Change(remark_, std::move(remark)); }
     /// Shows each text in a pane with room for it; what room is left the panes share. Where room is missing the texts
-    /// become brief, and the longest ends in dots if that is not enough.
+    /// become brief; then a notice or remark takes the place of those on transfer and layout, and the longest ends in
+    /// dots if all of that is not enough.
     void Show();
 
   private:

@@ -27,4 +27,14 @@ HWND CreateSetupBox(HWND parent, int dpi) {
     return box;
 }
 
+void AddToolTip(HWND toolTips, HWND control, std::wstring text) {
+    TOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = ::GetParent(control);
+    tool.uId = reinterpret_cast<UINT_PTR>(control);
+    tool.lpszText = text.data();
+    Tell(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
 } // namespace vextrel

@@ -2,6 +2,8 @@
 
 #include "win32/SubclassedWindow.h"
 
+#include <string>
+
 namespace vextrel {
 
 /// Of a window without its frame, from 0, 0.
@@ -21,6 +23,9 @@ namespace vextrel {
 inline void SetFont(HWND control, HFONT font, bool redraw) noexcept {
     Tell(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw ? TRUE : FALSE);
 }
+
+/// Shows a text on a window of tool tips while the pointer rests on a control.
+void AddToolTip(HWND toolTips, HWND control, std::wstring text);
 
 /// The small grey dot that stands in for the pointer, in the size that fits a DPI.
 /// @return the system's arrow where it cannot be loaded.

@@ -128,15 +128,37 @@ void TakeAll(const std::filesystem::path& folder, const std::wstring& stem, bool
     const App app(sandbox);
     Photographer photographer(app, folder, stem);
     Pointer pointer;
+    const POINT corner{GetSystemMetrics(SM_CXSCREEN) - 5, 5};
+    pointer.MoveTo(corner);
     app.MoveTo({60, 60});
+    const double widest =
+        std::max(TwipsFromPixels(GetSystemMetrics(SM_CXSCREEN), static_cast<int>(GetDpiForSystem())) / 2, 5500.0);
+    photographer.Size(widest);
+    photographer.Take(L"first-start-widest");
+    photographer.Size(5500);
+    photographer.Take(L"first-start-narrowest");
     app.ClickPassword(pointer, sample);
-    pointer.MoveTo({GetSystemMetrics(SM_CXSCREEN) - 5, 5});
-
-    const double widest = TwipsFromPixels(GetSystemMetrics(SM_CXSCREEN), static_cast<int>(GetDpiForSystem())) / 2;
-    photographer.Size(std::max(widest, 5500.0));
+    pointer.MoveTo(corner);
+    photographer.Take(L"narrowest");
+    photographer.Size(widest);
     photographer.Take(L"widest");
     photographer.Size(5500);
-    photographer.Take(L"narrowest");
+    pointer.Pull(CentreOf(app.PasswordBox()), corner); // where nobody takes it
+    pointer.Release();
+    Await("the refused drop is told", [&] { return app.Text(ids::StatusBar1).starts_with(L"Not taken"); });
+    photographer.Take(L"refused-drop-narrowest");
+    photographer.Size(7000);
+    photographer.Take(L"refused-drop");
+    app.Activate();
+    Ask(app.PasswordBox(), EM_SETSEL, 2, 5);
+    Keys::Stroke(VK_BACK);
+    Await("the difference is told", [&] { return app.Text(ids::StatusBar1).starts_with(L"The box"); });
+    photographer.Take(L"differing-box");
+    photographer.Size(5500);
+    photographer.Take(L"differing-box-narrowest");
+    app.Command(ids::toolClear);
+    app.ClickPassword(pointer, sample);
+    pointer.MoveTo(corner);
     app.Command(ids::mnuViewToolbar);
     Await("the toolbar goes", [&] { return !app.Visible(ids::tbToolbar); });
     photographer.Take(L"without-toolbar");

@@ -147,6 +147,24 @@ void Keys::Type(std::wstring_view text) {
     }
 }
 
+HCURSOR ShownPointer() {
+    CURSORINFO info{};
+    info.cbSize = sizeof info;
+    Check(GetCursorInfo(&info) != FALSE, "GetCursorInfo");
+    return info.hCursor;
+}
+
+HCURSOR SettledPointer() {
+    HCURSOR pointer = nullptr;
+    Await("the pointer settles", [&pointer, same = 0]() mutable {
+        const HCURSOR now = ShownPointer();
+        same = now != nullptr && now == pointer ? same + 1 : 0;
+        pointer = now;
+        return same == 20;
+    });
+    return pointer;
+}
+
 void SetClipboard(const std::wstring& text) {
     const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
     const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);

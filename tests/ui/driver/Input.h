@@ -50,6 +50,11 @@ class Keys {
     static void Type(std::wstring_view text);
 };
 
+/// The pointer's shape.
+[[nodiscard]] HCURSOR ShownPointer();
+/// What it is once it no longer changes.
+[[nodiscard]] HCURSOR SettledPointer();
+
 /// Puts a text on the clipboard, in place of what is there.
 void SetClipboard(const std::wstring& text);
 

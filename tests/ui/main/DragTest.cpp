@@ -55,6 +55,49 @@ void AwaitEnd(const App& app) {
     Await("a drag may begin again", [&] { return (app.MenuState(ids::mnuViewPasswordMask) & MF_GRAYED) == 0; });
 }
 
+void AwaitStatus(const App& app, const std::wstring& start) {
+    Await("the status bar says " + Narrow(start), [&] { return app.Text(ids::StatusBar1).starts_with(start); });
+}
+
+/// Of the text in the left half of the shown box; 0 when it is empty.
+int InkIn(const App& app) {
+    const RECT box = BoundsOf(app.PasswordBox());
+    const HDC screen = GetDC(nullptr);
+    int ink = 0;
+    for (int x = box.left + 30; x < (box.left + box.right) / 2; ++x)
+        ink += GetPixel(screen, x, (box.top + box.bottom) / 2) != GetPixel(screen, box.right - 6, box.top + 5) ? 1 : 0;
+    ReleaseDC(nullptr, screen);
+    return ink;
+}
+
+TEST(Drag, IsWhatBoxAndStatusBarInviteTo) {
+    const Sandbox sandbox;
+    const App app(sandbox);
+    Pointer pointer;
+    const auto pointerAt = [&](POINT place) {
+        pointer.MoveTo(place);
+        return SettledPointer();
+    };
+    const POINT text = PlaceOf(app, 0);
+    AwaitStatus(app, L"Click the keys to begin");
+    Await("the empty box says what it is for", [&] { return InkIn(app) > 20; });
+    const HCURSOR beam = pointerAt(text);
+    app.ClickPassword(pointer, L"ab");
+    EXPECT_EQ(InkIn(app), 0);
+    AwaitStatus(app, L"Standard");
+    const HCURSOR drags = pointerAt(text);
+    EXPECT_NE(drags, beam);
+    Switch(app, ids::mnuViewPasswordMask, false);
+    for (const auto& [selected, expected] : {std::pair{Selection{1, 2}, beam}, {Selection{0, 1}, drags}}) {
+        Select(app, selected);
+        pointerAt(CentreOf(app.FindKey(L"g")));
+        EXPECT_EQ(pointerAt(text), expected) << selected.start;
+    }
+    app.Command(ids::toolClear);
+    Switch(app, ids::mnuViewPasswordMask, true);
+    Await("the box is empty again", [&] { return InkIn(app) > 20; });
+}
+
 TEST(Drag, HandsOverWhatIsSelectedAndKeepsTheRest) {
     const Sandbox sandbox;
     const App app(sandbox);
@@ -90,6 +133,7 @@ TEST(Drag, HandsOverWhatIsSelectedAndKeepsTheRest) {
         pointer.Release();
         Await("the drop arrives in case " + std::to_string(&c - cases), [&] { return c.target.Drops() == drops + 1; });
         AwaitEnd(app);
+        AwaitStatus(app, L"Dropped");
         c.target.ReadNow();
         EXPECT_EQ(c.target.Text(), c.arrives);
         EXPECT_EQ(TextOf(app.PasswordBox()), c.masked ? std::wstring(std::wcslen(c.left), L'*') : c.left);
@@ -119,6 +163,7 @@ TEST(Drag, TakesNothingAwayWhenNothingIsHandedOver) {
             AwaitEnd(app);
             if (escape)
                 pointer.Release();
+            AwaitStatus(app, escape ? L"Standard" : L"Not taken here: try Injection Mode");
             EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (Selection{1, 1}));
             EXPECT_EQ(PasswordOf(app), L"abc");
         }

@@ -144,25 +144,6 @@ TEST(HoverByPointer, TakesAnArrivalToEnterAKeyAndAClickForTheEntry) {
     check("a click", L"qet", L"qet");
 }
 
-HCURSOR Shown() {
-    CURSORINFO info{};
-    info.cbSize = sizeof info;
-    Check(GetCursorInfo(&info) != FALSE, "GetCursorInfo");
-    return info.hCursor;
-}
-
-/// What it is once it no longer changes.
-HCURSOR SettledPointer() {
-    HCURSOR pointer = nullptr;
-    Await("the pointer settles", [&pointer, same = 0]() mutable {
-        const HCURSOR now = Shown();
-        same = now != nullptr && now == pointer ? same + 1 : 0;
-        pointer = now;
-        return same == 20;
-    });
-    return pointer;
-}
-
 TEST(DotPointer, IsAskedForAndShownOverTheKeysOnly) {
     const Sandbox sandbox;
     const Session app(sandbox);
@@ -189,21 +170,21 @@ TEST(DotPointer, IsAskedForAndShownOverTheKeysOnly) {
     answer(IDOK);
     Await("the mode is in force", [&] { return app.Checked(ids::mnuModeHiddenMouseAndHover); });
     pointer.MoveTo(key);
-    Await("the dot is shown", [&] { return Shown() != arrow; });
+    Await("the dot is shown", [&] { return ShownPointer() != arrow; });
     const HCURSOR dot = SettledPointer();
     const POINT toolbar = app.ToolPlace(ids::toolClear);
     const POINT box = CentreOf(app.PasswordBox());
     for (const POINT place : {toolbar, space, box}) {
         pointer.MoveTo(key);
-        Await("the dot is back", [&] { return Shown() == dot; });
+        Await("the dot is back", [&] { return ShownPointer() == dot; });
         pointer.MoveTo(place);
-        Await("no dot off the keys", [&] { return Shown() != dot; });
+        Await("no dot off the keys", [&] { return ShownPointer() != dot; });
         EXPECT_TRUE(SettledPointer() == arrow || place.y == box.y);
     }
     pointer.MoveTo(key);
-    Await("the dot is back", [&] { return Shown() == dot; });
+    Await("the dot is back", [&] { return ShownPointer() == dot; });
     app.Command(ids::mnuModeStandard);
-    Await("the arrow is back at once", [&] { return Shown() == arrow; });
+    Await("the arrow is back at once", [&] { return ShownPointer() == arrow; });
 }
 
 } // namespace
