@@ -2,6 +2,7 @@
 
 #include "app/ErrorReport.h"
 #include "app/Keyboard.h"
+#include "win32/FreedMemory.h"
 #include "win32/Gate.h"
 #include "win32/KeyboardHook.h"
 #include "win32/ScreenCapture.h"
@@ -81,6 +82,7 @@ int Main(bool hooksDisabled) {
         program.printScreenBlocked = hook.IsInstalled();
         keyboard.FollowWindow();
         store.SetWriteGate([&] { return keyboard.Options().Snapshot().saveSettings; });
+        GiveBackUnusedStack();
         exitCode = ServeEvents(keyboard, errors);
     });
     return exitCode;

@@ -87,6 +87,7 @@ void MainWindow::ApplyDpi() {
     }
     toolbar_.SetDpi(dpi);
     passwordFontPx_ = 0;
+    plainFontPx_ = 0;
     arrangedWidthPx_ = -1;
 }
 
@@ -102,6 +103,7 @@ void MainWindow::OnUnload() noexcept {
 
 void MainWindow::ShowBox(PasswordBoxView view) noexcept {
     shownView_ = view;
+    FitPasswordFont();
     txtText_.Show(view == PasswordBoxView::Plain);
     txtPassword_.Show(view == PasswordBoxView::Masked);
 }
@@ -141,6 +143,10 @@ void MainWindow::FitPasswordFont() {
     if (fontPx != passwordFontPx_) {
         passwordFontPx_ = fontPx;
         SetFont(txtPassword_.Handle(), fonts_.Sized(Dpi(), fontPx), false);
+    }
+    // Not before it is shown: another face is another file to be read.
+    if (shownView_ == PasswordBoxView::Plain && fontPx != plainFontPx_) {
+        plainFontPx_ = fontPx;
         SetFont(txtText_.Handle(), fonts_.FixedPitch(Dpi(), fontPx), false);
     }
 }

@@ -92,6 +92,7 @@ class MainWindow final : public Form {
     int arrangedWidthPx_ = -1; ///< the width that the toolbar is arranged for
     int toolbarHeightPx_ = 0;
     int passwordFontPx_ = 0; ///< 0: not fitted to the box yet
+    int plainFontPx_ = 0;
 };
 
 } // namespace vextrel

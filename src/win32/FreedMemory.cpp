@@ -98,4 +98,19 @@ void OverwriteFreedMemory() noexcept {
     }
 }
 
+void GiveBackUnusedStack() noexcept {
+    constexpr ULONG_PTR inUse = 16384; // by this call and by what the system does for it
+    constexpr ULONG_PTR page = 4096;
+    const ULONG_PTR top = (reinterpret_cast<ULONG_PTR>(__builtin_frame_address(0)) - inUse) & ~(page - 1);
+    ULONG_PTR low = 0;
+    ULONG_PTR high = 0;
+    ::GetCurrentThreadStackLimits(&low, &high);
+    MEMORY_BASIC_INFORMATION part{};
+    for (; low < top && ::VirtualQuery(reinterpret_cast<void*>(low), &part, sizeof part) != 0; low += part.RegionSize) {
+        if (part.State == MEM_COMMIT && part.Protect == PAGE_READWRITE) {
+            ::VirtualAlloc(part.BaseAddress, std::min(part.RegionSize, top - low), MEM_RESET, PAGE_READWRITE);
+        }
+    }
+}
+
 } // namespace vextrel

@@ -1,5 +1,6 @@
 #include "win32/KeyboardHook.h"
 
+#include "win32/FreedMemory.h"
 #include "win32/Hardening.h"
 
 namespace vextrel {
@@ -66,6 +67,7 @@ DWORD WINAPI KeyboardHook::ServeHook(void* self) noexcept {
     ::PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
     ::SetEvent(hook.ready_.Get());
     ::SetTimer(nullptr, 0, renewalMs, nullptr);
+    GiveBackUnusedStack();
     while (hook.IsInstalled() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (message.message == WM_TIMER) {
             // The new one first: there is no moment without a hook.
