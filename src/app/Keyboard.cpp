@@ -240,6 +240,7 @@ void Keyboard::WipePassword() noexcept {
 
 void Keyboard::FormUnloading() {
     WipePassword();
+    store_.WriteWaiting();
     // The other windows, last to first. Unloading one may take others with it: look anew each time.
     for (std::size_t left = Form::Loaded().size(); left > 0; --left) {
         if (left <= Form::Loaded().size()) {

@@ -46,7 +46,9 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void Timer() override;
     void ClearCurrentButton() override { hover_.ClearCurrentButton(); }
     void CheckForeground() override {
-        hover_.SeePointer();
+        if (hover_.TimerEnabled()) {
+            hover_.SeePointer();
+        }
         layer_.CheckForeground();
     }
     [[nodiscard]] InputMode CurrentInputMode() const override { return options_.Snapshot().inputMode; }
@@ -75,7 +77,10 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void FormUnloading() override;
     void CheckActiveWindow() override;
     void MenuLoop(bool entered) override;
-    void SessionEnding() override { WipePassword(); }
+    void SessionEnding() override {
+        WipePassword();
+        store_.WriteWaiting();
+    }
 
     void WipePassword() noexcept;
     /// After what the user has entered or taken away.

@@ -93,7 +93,10 @@ void Options::SetDragDropMode(DragDropMode mode) {
 
 void Options::SetTextIsMasked(bool masked) {
     parts_.password.SetTextIsMasked(masked);
-    RefreshAndWrite(settings::viewPasswordMask, BooleanText(masked));
+    RefreshToolbar();
+    if (parts_.form.IsVisible()) {
+        parts_.store.WriteSettingSoon(settings::viewPasswordMask, BooleanText(masked));
+    }
 }
 
 void Options::SetKeyboardTransparency(std::int16_t transparency) {

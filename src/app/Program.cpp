@@ -37,7 +37,7 @@ Hardening HardenUnlessSwitchedOff(const SettingsStore& store) noexcept {
 }
 
 /// Until the main window has gone.
-int ServeEvents(Keyboard& keyboard, ErrorReport& errors) {
+int ServeEvents(Keyboard& keyboard, SettingsStore& store, ErrorReport& errors) {
     MSG message{};
     while (keyboard.Form().IsLoaded() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
         // Of this the boxes tell nothing: Shift goes down with Alt, or comes up when the focus has left them.
@@ -48,6 +48,9 @@ int ServeEvents(Keyboard& keyboard, ErrorReport& errors) {
         }
         Serve(message, keyboard.Form().Handle());
         errors.ShowWaiting();
+        if (store.HasWaiting() && (HIWORD(::GetQueueStatus(QS_PAINT)) & QS_PAINT) == 0) {
+            store.WriteWaiting();
+        }
     }
     return message.message == WM_QUIT ? static_cast<int>(message.wParam) : 0;
 }
@@ -83,7 +86,7 @@ int Main(bool hooksDisabled) {
         keyboard.FollowWindow();
         store.SetWriteGate([&] { return keyboard.Options().Snapshot().saveSettings; });
         GiveBackUnusedStack();
-        exitCode = ServeEvents(keyboard, errors);
+        exitCode = ServeEvents(keyboard, store, errors);
     });
     return exitCode;
 }

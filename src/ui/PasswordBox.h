@@ -14,7 +14,12 @@ class PasswordBox final : public SubclassedWindow {
     void Create(HWND parent, int id, PasswordBoxView view, BoxEvents& events);
 
     [[nodiscard]] PasswordBoxView View() const noexcept { return view_; }
-    void Show(bool show) noexcept { ::ShowWindow(Handle(), show ? SW_SHOWNA : SW_HIDE); }
+    /// The other box takes the place of a hidden one: what was beneath is not painted.
+    void Show(bool show) noexcept {
+        ::SetWindowPos(Handle(), nullptr, 0, 0, 0, 0,
+                       SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE |
+                           (show ? SWP_SHOWWINDOW : SWP_HIDEWINDOW | SWP_NOREDRAW));
+    }
 
     /// @throws Error "Overflow" when a position does not fit 16 bits.
     [[nodiscard]] BoxSelection Selection() const;

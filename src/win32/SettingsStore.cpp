@@ -79,10 +79,20 @@ DWORD SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view s
     if (file.empty()) {
         program_.SettingsFilePath = GetSettingsPath(false);
     }
-    const std::wstring& target = file.empty() ? program_.SettingsFilePath : file;
-    const WriteScope alone(target, waitLimitMs_);
+    return Write(file.empty() ? program_.SettingsFilePath : file, section, key, value);
+}
+
+void SettingsStore::WriteWaiting() {
+    for (const auto& [key, value] : std::exchange(waiting_, {})) {
+        Write(program_.SettingsFilePath, settings::section, key, value);
+    }
+}
+
+DWORD SettingsStore::Write(const std::wstring& file, std::wstring_view section, std::wstring_view key,
+                           std::wstring_view value) {
+    const WriteScope alone(file, waitLimitMs_);
     const BOOL written = ::WritePrivateProfileStringW(ThroughCodePage(section).c_str(), ThroughCodePage(key).c_str(),
-                                                      ThroughCodePage(value).c_str(), target.c_str());
+                                                      ThroughCodePage(value).c_str(), file.c_str());
     return written != FALSE ? ERROR_SUCCESS : ::GetLastError();
 }
 

@@ -4,6 +4,7 @@
 #include "win32/ProgramState.h"
 
 #include <functional>
+#include <vector>
 
 namespace vextrel {
 
@@ -35,13 +36,25 @@ class SettingsStore {
         WriteINIValue(program_.SettingsFilePath, settings::section, key, value);
     }
 
+    /// Writes the value when nothing waits to be painted any more, if saving is on now: what the user sees goes first.
+    void WriteSettingSoon(std::wstring_view key, std::wstring_view value) {
+        if (!mayWrite_ || mayWrite_()) {
+            waiting_.emplace_back(key, value);
+        }
+    }
+    [[nodiscard]] bool HasWaiting() const noexcept { return !waiting_.empty(); }
+    void WriteWaiting();
+
     /// From now on each write asks first. Until the controller exists, writes are unconditional.
     void SetWriteGate(std::function<bool()> mayWrite) { mayWrite_ = std::move(mayWrite); }
 
   private:
+    DWORD Write(const std::wstring& file, std::wstring_view section, std::wstring_view key, std::wstring_view value);
+
     ProgramState& program_;
     std::function<bool()> mayWrite_;
-    DWORD waitLimitMs_ = 1000; ///< for another program's write to the same file
+    std::vector<std::pair<std::wstring, std::wstring>> waiting_; ///< keys and values, oldest first
+    DWORD waitLimitMs_ = 1000;                                   ///< for another program's write to the same file
 };
 
 } // namespace vextrel
