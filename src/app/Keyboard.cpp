@@ -17,7 +17,7 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     , hover_(form_, formCover_)
     , password_(form_)
     , pointer_(form_, operations)
-    , placement_(form_)
+    , placement_(form_, program)
     , layer_(form_, formCover_, operations)
     , options_({form_, program, store, operations, password_, hover_, pointer_, layer_})
     , transfer_(form_, password_, operations, options_)

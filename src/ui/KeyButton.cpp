@@ -7,6 +7,7 @@
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
+#include "win32/Touch.h"
 
 namespace vextrel {
 
@@ -50,6 +51,7 @@ void KeyButton::Create(HWND parent, int number, KeyEvents& events, FontCache& fo
     Attach(CreateControl(parent, {.windowClass = WC_BUTTONW,
                                   .style = BS_PUSHBUTTON | WS_CLIPSIBLINGS | (IsKeyShown(number) ? WS_VISIBLE : 0U),
                                   .id = ids::firstKey + number - 1}));
+    TakeTouchAsMouse(Handle());
 }
 
 void KeyButton::SetCaption(const std::wstring& caption) {
@@ -110,6 +112,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CAPTURECHANGED: SetPushed(false); return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: return 0;
+    case WM_TABLET_QUERYSYSTEMGESTURESTATUS: return pressesAtOnce;
     // Neither dialog navigation nor access keys reach a key: its "&" is a character.
     case WM_GETDLGCODE: return DLGC_STATIC | DLGC_WANTCHARS;
     default: return ToWindow(message, wParam, lParam);

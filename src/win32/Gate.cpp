@@ -145,7 +145,9 @@ InputSource Gate::SourceOfInput() noexcept {
     switch (source.originId) {
     case IMO_HARDWARE: return InputSource::Hardware;
     case IMO_INJECTED: return InputSource::Injected;
-    case IMO_SYSTEM: return InputSource::System;
+    case IMO_SYSTEM:
+        return IsOfTouch(static_cast<std::uintptr_t>(::GetMessageExtraInfo())) ? InputSource::Touch
+                                                                               : InputSource::System;
     default: return InputSource::Nobody;
     }
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <oleacc.h>
+#include <tpcshrd.h>
 
 #include <optional>
 
@@ -171,6 +172,12 @@ TEST_F(ByDefault, ScreenReadersLearnNameAndRoleOfAKey) {
     read(ids::firstKey + 16, L"q", ROLE_SYSTEM_PUSHBUTTON);
     read(ids::lblTransparency, L"Opacity", ROLE_SYSTEM_STATICTEXT);
     CoUninitialize();
+}
+
+TEST_F(ByDefault, AFingerPressesAtOnceOnKeysLayerAndBox) {
+    for (const HWND window : {app_->FindKey(L"q"), app_->Layer(), app_->PasswordBox()})
+        EXPECT_NE(Ask(window, WM_TABLET_QUERYSYSTEMGESTURESTATUS) & TABLET_DISABLE_PRESSANDHOLD, 0)
+            << GetDlgCtrlID(window);
 }
 
 } // namespace
