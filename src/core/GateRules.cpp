@@ -67,8 +67,8 @@ constexpr Messages answeredByForms[] = {
     {0x30F, 0x311}, // palette
     {0x31E, 0x328}, // composition
 };
-/// Close, system commands, and news that lead to much painting.
-constexpr Messages takenLater[] = {{0x10}, {0x15}, {0x1A}, {0x7E}, {0x112}, {0x31A}};
+/// Close, system commands, and news that lead to much: painting, clearing.
+constexpr Messages takenLater[] = {{0x10}, {0x15}, {0x1A}, {0x7E}, {0x112}, {0x2B1}, {0x31A}};
 
 constexpr Messages keysDown[] = {{0x100}, {0x104}};
 constexpr Messages characters[] = {{0x102, 0x103}, {0x106, 0x107}, {0x109}};

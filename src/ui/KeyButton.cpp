@@ -2,6 +2,7 @@
 
 #include "core/CaptionText.h"
 #include "core/KeyTable.h"
+#include "core/SpokenName.h"
 #include "core/ids.h"
 #include "ui/KeyPainter.h"
 #include "ui/WindowParts.h"
@@ -62,9 +63,18 @@ void KeyButton::SetCaption(const std::wstring& caption) {
     // Beneath the gate, to where the window keeps its text.
     ::DefWindowProcW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption.c_str()));
     ::InvalidateRect(Handle(), nullptr, FALSE);
-    if (const bool blank = EntersBlank(caption_); blank != namedAsBlank_) {
-        namedAsBlank_ = blank;
-        SetAccessibleNames({{Handle(), blank ? L"space" : nullptr}});
+    Name();
+}
+
+void KeyButton::SetLit(bool lit) noexcept {
+    Change(lit_, lit);
+    Name();
+}
+
+void KeyButton::Name() noexcept {
+    // Names are constants: the same one stands at the same place.
+    if (const wchar_t* name = SpokenName(number_, caption_, lit_); std::exchange(spokenName_, name) != name) {
+        SetAccessibleNames({{Handle(), name}});
     }
 }
 
@@ -97,6 +107,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         // From outside, too: what a key enters is what it shows.
         caption_ = lParam != 0 ? reinterpret_cast<const wchar_t*>(lParam) : L"";
         ::InvalidateRect(Handle(), nullptr, FALSE);
+        Name();
         return ::DefWindowProcW(Handle(), message, wParam, lParam);
     case BM_SETSTATE: SetPushed(wParam != 0); return 0;
     case BM_GETSTATE: return pushed_ ? BST_PUSHED : 0;

@@ -11,8 +11,8 @@ namespace vextrel {
 inline constexpr LRESULT pressesAtOnce = TABLET_DISABLE_PRESSANDHOLD | TABLET_DISABLE_PENTAPFEEDBACK |
                                          TABLET_DISABLE_PENBARRELFEEDBACK | TABLET_DISABLE_FLICKS;
 
-/// Keeps the system from marking where fingers touch a window, which whoever looks on would remember, and from scrolling
-/// it: every move comes as one of the mouse. A system that knows neither goes on as it is.
+/// Keeps the system from marking where fingers touch a window, which whoever looks on would remember, and from
+/// scrolling it: every move comes as one of the mouse. A system that knows neither goes on as it is.
 void TakeTouchAsMouse(HWND window) noexcept;
 
 } // namespace vextrel

@@ -1,10 +1,13 @@
 #include "core/Captions.h"
 
 #include "core/CaptionText.h"
+#include "core/SpokenName.h"
 
 #include <gtest/gtest.h>
 
+#include <cwctype>
 #include <map>
+#include <set>
 
 namespace vextrel {
 namespace {
@@ -73,6 +76,44 @@ TEST(Captions, AKeyEntersAndShowsWhatItsCaptionMeans) {
         EXPECT_EQ(TextShownOnKey(row.caption), row.shown);
         EXPECT_EQ(EntersBlank(row.caption), row.entered == std::wstring(L" "));
     }
+}
+
+TEST(Captions, ActionKeysAndSignsAreSpokenByNameLettersAndDigitsAsTheyAre) {
+    const struct {
+        int button;
+        const wchar_t* caption;
+        const wchar_t* off; // null: the caption itself
+        const wchar_t* lit;
+    } rows[] = {
+        {keys::backspace, L"bksp", L"Backspace", L"Backspace"},
+        {keys::tab, L"&&", L"Tab", L"Tab"},
+        {keys::enter, L"", L"Enter", L"Enter"},
+        {keys::capsLock, L"cap", L"Caps Lock, off", L"Caps Lock, on"},
+        {keys::leftShift, L"shft", L"Shift, off", L"Shift, on"},
+        {keys::rightShift, L"shft", L"Shift, off", L"Shift, on"},
+        {keys::space, L" ", L"Space", L"Space"},
+        {3, L"", L"Space", L"Space"},
+        {3, L"&&", L"Ampersand", L"Ampersand"},
+        {3, L".", L"Full stop", L"Full stop"},
+        {3, L"\u20AC", L"Euro sign", L"Euro sign"},
+        {3, L"..", nullptr, nullptr},
+        {3, L"\u00E9", nullptr, nullptr},
+    };
+    for (const auto& row : rows) {
+        EXPECT_STREQ(SpokenName(row.button, row.caption, false), row.off) << row.button;
+        EXPECT_STREQ(SpokenName(row.button, row.caption, true), row.lit) << row.button;
+    }
+    // What is drawn in a way of its own, and no letter or digit, has a name, and no two have the same.
+    std::set<std::wstring> names;
+    std::size_t signs = 0;
+    for (wchar_t character = L' '; character < 0x7F; ++character) {
+        const bool plain = std::iswalnum(static_cast<wint_t>(character)) != 0;
+        const wchar_t* name = SpokenName(1, CharacterKeyCaption({{character}, {}, {}}, {}), false);
+        EXPECT_EQ(name == nullptr, plain) << static_cast<int>(character);
+        signs += plain ? 0 : 1;
+        names.insert(name != nullptr ? name : L"");
+    }
+    EXPECT_EQ(names.size(), signs + 1);
 }
 
 } // namespace

@@ -67,9 +67,9 @@ TEST(GateRules, WhoeverSendsGetsNamesAndNoSecretAndGivesNoOrder) {
         Message message;
         bool form, control, box;
     } rows[] = {
-        {GetObject, true, true, true},      {GetDialogCode, true, true, true}, {GetText, true, true, false},
-        {GetTextLength, true, true, false}, {SettingChange, true, true, true}, {Close, true, false, false},
-        {SysCommand, true, false, false},   {SetIcon, true, false, false},     {EndSession, true, false, false},
+        {GetObject, true, true, true},      {GetDialogCode, true, true, true},   {GetText, true, true, false},
+        {GetTextLength, true, true, false}, {SettingChange, true, true, true},   {Close, true, false, false},
+        {SysCommand, true, false, false},   {SetIcon, true, false, false},       {EndSession, true, false, false},
         {TabletQuery, true, true, true},    {SessionChange, true, false, false},
     };
     std::set<std::uint32_t> named;
