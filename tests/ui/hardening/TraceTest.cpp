@@ -237,5 +237,24 @@ TEST(Accessibility, HearsOfNoticesAndOfNoKeyThatIsEntered) {
     EXPECT_EQ(alerts(), 1);
 }
 
+TEST(Absence, OfAMinuteClearsWhateverIsPosted) {
+    const Sandbox sandbox;
+    sandbox.SetSetting(L"Clear after Minutes", L"1");
+    const App app(sandbox);
+    Pointer pointer;
+    Keys::Stroke('A');
+    static_cast<void>(WaitFor([] { return false; }, Milliseconds(5000)));
+    pointer.MoveTo(CentreOf(app.PasswordBox()));
+    const ULONGLONG lastMs = GetTickCount64();
+    const auto cleared = [&] {
+        PostMessageW(app.Main(), WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+        PostMessageW(app.PasswordBox(), WM_KEYDOWN, VK_END, 1);
+        return app.Text(ids::StatusBar1) == L"Cleared after 1 minute without input";
+    };
+    EXPECT_TRUE(WaitFor(cleared, Milliseconds(70000)));
+    EXPECT_GE(GetTickCount64() - lastMs, 59000U);
+    EXPECT_EQ(app.Text(ids::txtPassword), L"");
+}
+
 } // namespace
 } // namespace vextrel::driver

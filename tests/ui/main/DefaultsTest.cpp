@@ -199,25 +199,6 @@ TEST_F(ByDefault, ALockedOrLeftSessionClearsOnceATransferHasEnded) {
     EXPECT_EQ(Password(), L"c");
 }
 
-TEST_F(ByDefault, AMinuteWithoutInputClearsWhateverIsPosted) {
-    sandbox_.SetSetting(L"Clear after Minutes", L"1");
-    EXPECT_EQ(app_->Close(), 0U);
-    app_.reset();
-    app_.emplace(sandbox_);
-    app_->Activate();
-    Keys::Stroke('A');
-    static_cast<void>(WaitFor([] { return false; }, Milliseconds(5000)));
-    pointer_.MoveTo(CentreOf(app_->PasswordBox()));
-    const ULONGLONG lastMs = GetTickCount64();
-    const auto cleared = [&] {
-        PostMessageW(app_->Main(), WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
-        PostMessageW(app_->PasswordBox(), WM_KEYDOWN, VK_END, 1);
-        return TextOf(app_->Control(ids::StatusBar1)) == L"Cleared after 1 minute without input";
-    };
-    EXPECT_TRUE(WaitFor(cleared, Milliseconds(70000)));
-    EXPECT_GE(GetTickCount64() - lastMs, 59000U);
-}
-
 TEST_F(ByDefault, AFingerPressesAtOnceOnKeysLayerAndBox) {
     for (const HWND window : {app_->FindKey(L"q"), app_->Layer(), app_->PasswordBox()})
         EXPECT_NE(Ask(window, WM_TABLET_QUERYSYSTEMGESTURESTATUS) & TABLET_DISABLE_PRESSANDHOLD, 0)
