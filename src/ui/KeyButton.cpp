@@ -56,14 +56,13 @@ void KeyButton::Create(HWND parent, int number, KeyEvents& events, FontCache& fo
 }
 
 void KeyButton::SetCaption(const std::wstring& caption) {
-    if (caption == caption_) {
-        return;
+    if (caption != caption_) {
+        caption_ = caption;
+        // Beneath the gate, to where the window keeps its text.
+        ::DefWindowProcW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption.c_str()));
+        ::InvalidateRect(Handle(), nullptr, FALSE);
     }
-    caption_ = caption;
-    // Beneath the gate, to where the window keeps its text.
-    ::DefWindowProcW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption.c_str()));
-    ::InvalidateRect(Handle(), nullptr, FALSE);
-    Name();
+    Name(); // an empty caption from the start on, too
 }
 
 void KeyButton::SetLit(bool lit) noexcept {
