@@ -11,9 +11,10 @@ namespace vextrel {
 /// @return empty for changes that clear nothing: the session comes back, or is another one.
 [[nodiscard]] constexpr std::wstring_view ClearedBySession(std::uintptr_t change) noexcept {
     switch (change) {
-    case 2: // left for another one, at the machine itself
-    case 4: // or from afar
-    case 6: // logged off
+    // Left for another one at the machine itself, or from afar; logged off; ended.
+    case 2:
+    case 4:
+    case 6:
     case 11: return L"Cleared: the session was left";
     case 7: return L"Cleared: the session was locked";
     default: return {};

@@ -4,7 +4,7 @@
 #include "core/KeyTable.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
 
 namespace vextrel {
 
@@ -16,54 +16,23 @@ struct Sign {
 };
 
 /// The signs of ASCII, and those of the Latin layouts beyond it.
-constexpr Sign signs[] = {
-    {L' ', L"Space"},
-    {L'!', L"Exclamation mark"},
-    {L'"', L"Quotation mark"},
-    {L'#', L"Number sign"},
-    {L'$', L"Dollar sign"},
-    {L'%', L"Percent sign"},
-    {L'&', L"Ampersand"},
-    {L'\'', L"Apostrophe"},
-    {L'(', L"Left parenthesis"},
-    {L')', L"Right parenthesis"},
-    {L'*', L"Asterisk"},
-    {L'+', L"Plus sign"},
-    {L',', L"Comma"},
-    {L'-', L"Hyphen"},
-    {L'.', L"Full stop"},
-    {L'/', L"Slash"},
-    {L':', L"Colon"},
-    {L';', L"Semicolon"},
-    {L'<', L"Less than"},
-    {L'=', L"Equals sign"},
-    {L'>', L"Greater than"},
-    {L'?', L"Question mark"},
-    {L'@', L"At sign"},
-    {L'[', L"Left square bracket"},
-    {L'\\', L"Backslash"},
-    {L']', L"Right square bracket"},
-    {L'^', L"Circumflex"},
-    {L'_', L"Underscore"},
-    {L'`', L"Grave accent"},
-    {L'{', L"Left brace"},
-    {L'|', L"Vertical bar"},
-    {L'}', L"Right brace"},
-    {L'~', L"Tilde"},
-    {L'\u00A1', L"Inverted exclamation mark"},
-    {L'\u00A3', L"Pound sign"},
-    {L'\u00A4', L"Currency sign"},
-    {L'\u00A6', L"Broken bar"},
-    {L'\u00A7', L"Section sign"},
-    {L'\u00A8', L"Diaeresis"},
-    {L'\u00AC', L"Not sign"},
-    {L'\u00B0', L"Degree sign"},
-    {L'\u00B4', L"Acute accent"},
-    {L'\u00B7', L"Middle dot"},
-    {L'\u00B8', L"Cedilla"},
-    {L'\u00BF', L"Inverted question mark"},
-    {L'\u20AC', L"Euro sign"},
-};
+constexpr auto signs =
+    [](auto... all) {
+        return std::array{all...};
+    }(Sign{L' ', L"Space"}, Sign{L'!', L"Exclamation mark"}, Sign{L'"', L"Quotation mark"}, Sign{L'#', L"Number sign"},
+      Sign{L'$', L"Dollar sign"}, Sign{L'%', L"Percent sign"}, Sign{L'&', L"Ampersand"}, Sign{L'\'', L"Apostrophe"},
+      Sign{L'(', L"Left parenthesis"}, Sign{L')', L"Right parenthesis"}, Sign{L'*', L"Asterisk"},
+      Sign{L'+', L"Plus sign"}, Sign{L',', L"Comma"}, Sign{L'-', L"Hyphen"}, Sign{L'.', L"Full stop"},
+      Sign{L'/', L"Slash"}, Sign{L':', L"Colon"}, Sign{L';', L"Semicolon"}, Sign{L'<', L"Less than"},
+      Sign{L'=', L"Equals sign"}, Sign{L'>', L"Greater than"}, Sign{L'?', L"Question mark"}, Sign{L'@', L"At sign"},
+      Sign{L'[', L"Left square bracket"}, Sign{L'\\', L"Backslash"}, Sign{L']', L"Right square bracket"},
+      Sign{L'^', L"Circumflex"}, Sign{L'_', L"Underscore"}, Sign{L'`', L"Grave accent"}, Sign{L'{', L"Left brace"},
+      Sign{L'|', L"Vertical bar"}, Sign{L'}', L"Right brace"}, Sign{L'~', L"Tilde"},
+      Sign{L'\u00A1', L"Inverted exclamation mark"}, Sign{L'\u00A3', L"Pound sign"}, Sign{L'\u00A4', L"Currency sign"},
+      Sign{L'\u00A6', L"Broken bar"}, Sign{L'\u00A7', L"Section sign"}, Sign{L'\u00A8', L"Diaeresis"},
+      Sign{L'\u00AC', L"Not sign"}, Sign{L'\u00B0', L"Degree sign"}, Sign{L'\u00B4', L"Acute accent"},
+      Sign{L'\u00B7', L"Middle dot"}, Sign{L'\u00B8', L"Cedilla"}, Sign{L'\u00BF', L"Inverted question mark"},
+      Sign{L'\u20AC', L"Euro sign"});
 
 } // namespace
 
@@ -78,8 +47,8 @@ const wchar_t* SpokenName(int button, std::wstring_view caption, bool lit) noexc
     default: break;
     }
     const std::wstring_view text = TextOfCaption(caption);
-    const auto* const sign = std::ranges::find(signs, text.front(), &Sign::character);
-    return text.size() == 1 && sign != std::end(signs) ? sign->name : nullptr;
+    const auto sign = std::ranges::find(signs, text.front(), &Sign::character);
+    return text.size() == 1 && sign != signs.end() ? sign->name : nullptr;
 }
 
 } // namespace vextrel

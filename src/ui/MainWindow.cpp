@@ -4,7 +4,7 @@
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
-#include "win32/SessionWatch.h"
+#include "win32/TopLevelWindow.h"
 
 namespace vextrel {
 
