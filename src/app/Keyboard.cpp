@@ -1,5 +1,6 @@
 #include "app/Keyboard.h"
 
+#include "core/Absence.h"
 #include "core/PasswordView.h"
 #include "core/TextEdit.h"
 #include "win32/EventGuard.h"
@@ -17,7 +18,7 @@ Keyboard::Keyboard(ProgramState& program, SettingsStore& store, Operations& oper
     , hover_(form_, formCover_)
     , password_(form_)
     , pointer_(form_, operations)
-    , placement_(form_)
+    , placement_(form_, program)
     , layer_(form_, formCover_, operations)
     , options_({form_, program, store, operations, password_, hover_, pointer_, layer_})
     , transfer_(form_, password_, operations, options_)
@@ -86,7 +87,7 @@ void Keyboard::ButtonClick(int button) {
         if (outcome.edit) {
             password_.Apply(*outcome.edit);
         }
-        BoxChanged();
+        ShowEntry();
         layouts_.SetModifiers(outcome.modifiers);
         if (outcome.showLeftover) {
             ShowMessageBox(operations_, L"asdf", L"Vextrel", MB_OK);
@@ -141,7 +142,7 @@ bool Keyboard::KeyPress(wchar_t code) {
         // The masked box takes nothing by itself: it must hold exactly one asterisk per character.
         password_.Enter({&code, 1});
     }
-    BoxChanged();
+    ShowEntry();
     return false;
 }
 
@@ -162,7 +163,7 @@ bool Keyboard::PlainBoxWillChange() {
 
 void Keyboard::PlainBoxHasChanged() {
     password_.PlainBoxHasChanged();
-    BoxChanged();
+    ShowEntry();
 }
 
 bool Keyboard::KeyDown(unsigned virtualKey) {
@@ -172,7 +173,7 @@ bool Keyboard::KeyDown(unsigned virtualKey) {
     }
     if (virtualKey == VK_DELETE && password_.TextIsMasked()) {
         password_.Apply(EraseForwards(password_.ReadBox()));
-        BoxChanged();
+        ShowEntry();
         return false;
     }
     return true;
@@ -184,7 +185,7 @@ void Keyboard::PasteIntoMaskedBox() {
         ReadClipboardText(form_.Handle(), pasted);
         DropControlCharacters(pasted);
         password_.Enter(pasted.View());
-        BoxChanged();
+        ShowEntry();
     }
 }
 
@@ -192,7 +193,9 @@ void Keyboard::DragPassword() {
     hover_.LeaveKeys();
     form_.ShowNotice({});
     transfer_.Drag();
-    form_.ShowNotice(transfer_.Notice());
+    if (!transfer_.Notice().empty()) {
+        form_.ShowNotice(transfer_.Notice());
+    }
     ShowRemark();
 }
 
@@ -210,8 +213,29 @@ void Keyboard::Command(int id) {
 void Keyboard::OnTransfer() noexcept {
     GuardEvent(form_.Handle(), L"Transfer", [&] { options_.RefreshToolbar(); });
     if (!operations_.IsTransferring()) {
+        transferEndMs_ = ::GetTickCount64();
         RunCommand(std::exchange(waitingCommand_, 0), commands_);
         ShowRemark();
+        if (const std::wstring reason = std::exchange(waitingReason_, {}); !reason.empty()) {
+            GuardEvent(form_.Handle(), L"Transfer", [&] { ClearUnasked(reason); });
+        }
+    }
+}
+
+void Keyboard::ClearUnasked(std::wstring_view reason) {
+    if (StateOfCommand(ids::toolClear, options_.Snapshot()).waits) {
+        waitingReason_ = reason;
+    } else if (password_.CurrentPassword().Size() > 0 || form_.VisibleBox().Length() > 0) {
+        Command(ids::toolClear);
+        form_.ShowNotice(std::wstring(reason));
+    } else {
+        transfer_.DiscardHanded();
+    }
+}
+
+void Keyboard::SessionChanged(WPARAM change) {
+    if (const std::wstring_view reason = ClearedBySession(change); !reason.empty()) {
+        ClearUnasked(reason);
     }
 }
 
@@ -256,6 +280,10 @@ void Keyboard::BringToFront() {
 }
 
 void Keyboard::CheckActiveWindow() {
+    if (!operations_.IsTransferring() &&
+        IsAbsent(program_.clearAfterMinutes, ::GetTickCount64(), std::max(Gate::LastInputMs(), transferEndMs_))) {
+        ClearUnasked(ClearedByAbsence(program_.clearAfterMinutes));
+    }
     if (operations_.IsClosePending()) {
         static_cast<void>(operations_.RequestClose());
     }

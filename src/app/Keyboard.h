@@ -72,6 +72,7 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     void FormActivated() override;
     void FormResized() override { form_.Arrange(); }
     void FormMoved() override { layer_.FormMove(); }
+    void SessionChanged(WPARAM change) override;
     void DisplayChanged() override { placement_.ReturnToVisiblePlace(); }
     bool MayUnload() override { return operations_.RequestClose(); }
     void FormUnloading() override;
@@ -83,8 +84,11 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     }
 
     void WipePassword() noexcept;
-    /// After what the user has entered or taken away.
-    void BoxChanged() {
+    /// Clears everything, if there is anything, when nobody has asked for it, and says why: after a transfer, if one is
+    /// running.
+    void ClearUnasked(std::wstring_view reason);
+    /// After an entry: what was said of before it is past.
+    void ShowEntry() {
         form_.ShowNotice({});
         ShowRemark();
     }
@@ -110,6 +114,8 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     bool scrambledInput_ = false;           ///< dormant: no command sets it
     std::optional<Operations::Scope> menu_; ///< while one is open
     int waitingCommand_ = 0;                ///< 0: none waits for the end of a transfer
+    std::wstring waitingReason_;            ///< to clear everything then; empty: none
+    ULONGLONG transferEndMs_ = 0;           ///< of the last one
     int flashedKey_ = 0;                    ///< 0: none flashes
     int flashRoundsLeft_ = 0;
     HWND lastForeground_ = nullptr;

@@ -30,6 +30,7 @@ void Placement::RandomiseFormSizeAndPlacement() {
         .toolbarHeightTwips = twips(form_.ToolbarHeightPx()),
         .statusBarHeightTwips = twips(form_.StatusBarHeightPx()),
         .twipsPerPixel = TwipsPerPixel(dpi),
+        .smallestKeyTwips = TwipsFromPixels(program_.smallestKeyPx, USER_DEFAULT_SCREEN_DPI),
         .widthDraw = random_.Draw(),
         .topDraw = random_.Draw(),
         .leftDraw = random_.Draw(),

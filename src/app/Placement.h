@@ -2,14 +2,16 @@
 
 #include "ui/MainWindow.h"
 #include "win32/ClockRandom.h"
+#include "win32/ProgramState.h"
 
 namespace vextrel {
 
 /// Where the main window stands and how large it is: at random.
 class Placement {
   public:
-    explicit Placement(MainWindow& form)
-        : form_(form) {}
+    Placement(MainWindow& form, const ProgramState& program)
+        : form_(form)
+        , program_(program) {}
 
     /// Gives the main window a random size and place, and arranges it.
     void RandomiseFormSizeAndPlacement();
@@ -24,6 +26,7 @@ class Placement {
     void MoveInto(const RECT& workArea) noexcept;
 
     MainWindow& form_;
+    const ProgramState& program_;
     ClockRandom random_;
 };
 

@@ -70,6 +70,8 @@ int Main(bool hooksDisabled) {
         // Before anything else is loaded or shown.
         program.hardening = HardenUnlessSwitchedOff(store);
         program.answersOthers = ParseBoolean(store.ReadSetting(settings::answerOtherPrograms)).value_or(false);
+        program.smallestKeyPx = ParseAmount(store.ReadSetting(settings::smallestKey));
+        program.clearAfterMinutes = ParseAmount(store.ReadSetting(settings::clearAfterMinutes));
         const Gate gate(program.answersOthers, !hooksDisabled);
         const OleScope ole;
         RegisterControls();

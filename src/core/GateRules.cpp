@@ -19,7 +19,7 @@ bool IsAmong(std::span<const Messages> list, std::uint32_t message) noexcept {
 }
 
 // What the system itself sends while another thread shows, moves, sizes, enables, activates or restyles a window; and
-// what screen readers ask: the object (0x3D) and the dialog code (0x87).
+// what screen readers ask: the object (0x3D) and the dialog code (0x87). The system's tablet service is a program, too.
 constexpr Messages answeredByAll[] = {
     {0x00},                         // null
     {0x03},                         // move
@@ -43,6 +43,7 @@ constexpr Messages answeredByAll[] = {
     {0x215},                        // the mouse was taken
     {0x281},                        // input methods come and go
     {0x282},        {0x2E2, 0x2E3}, // another DPI, told to children
+    {0x2CC},                        // what a finger or pen may do here
     {0x31A},                        // theme
 };
 /// The text and its length.
@@ -66,8 +67,8 @@ constexpr Messages answeredByForms[] = {
     {0x30F, 0x311}, // palette
     {0x31E, 0x328}, // composition
 };
-/// Close, system commands, and news that lead to much painting.
-constexpr Messages takenLater[] = {{0x10}, {0x15}, {0x1A}, {0x7E}, {0x112}, {0x31A}};
+/// Close, system commands, and news that lead to much: painting, clearing.
+constexpr Messages takenLater[] = {{0x10}, {0x15}, {0x1A}, {0x7E}, {0x112}, {0x2B1}, {0x31A}};
 
 constexpr Messages keysDown[] = {{0x100}, {0x104}};
 constexpr Messages characters[] = {{0x102, 0x103}, {0x106, 0x107}, {0x109}};
@@ -138,13 +139,21 @@ bool IsKeyDown(std::uint32_t message) noexcept {
     return IsAmong(keysDown, message);
 }
 
+bool IsUsersDoing(InputSource source) noexcept {
+    return source != InputSource::Nobody && source != InputSource::System;
+}
+
+bool IsOfTouch(std::uintptr_t extraInfo) noexcept {
+    constexpr std::uint32_t signature = 0xFF515700; // its last byte tells fingers and pens apart
+    return (static_cast<std::uint32_t>(extraInfo) & 0xFFFFFF00) == signature;
+}
+
 bool IsCharacter(std::uint32_t message) noexcept {
     return IsAmong(characters, message);
 }
 
 bool CountsAsInput(std::uint32_t message, InputSource source) noexcept {
-    const bool isUsers = source == InputSource::Hardware || source == InputSource::Injected;
-    return isUsers || (source == InputSource::System && IsAmong(moves, message));
+    return IsUsersDoing(source) || (source == InputSource::System && IsAmong(moves, message));
 }
 
 } // namespace vextrel

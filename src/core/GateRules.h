@@ -16,6 +16,7 @@ enum class InputSource {
     Hardware, ///< the user; also a program that the system trusts like one
     Injected, ///< a program that moves the user's pointer or presses the user's keys
     System,   ///< windows that changed under a resting pointer
+    Touch,    ///< the system, for a finger or a pen: it makes mouse messages of what they do
 };
 
 /// Whether a window answers a message that another thread sent. What it does not answer gets 0. What the system makes
@@ -29,6 +30,10 @@ enum class InputSource {
 /// when it is dispatched, the commands of menus by whoever knows which menu is open.
 [[nodiscard]] bool TakesPosted(std::uint32_t message, std::uintptr_t wParam, std::intptr_t lParam) noexcept;
 
+/// Whether somebody did something, be it by a program; not so when windows change under a resting pointer.
+[[nodiscard]] bool IsUsersDoing(InputSource source) noexcept;
+/// Whether what goes along with a mouse message says that the system made it of a touch.
+[[nodiscard]] bool IsOfTouch(std::uintptr_t extraInfo) noexcept;
 /// Keys going down and up, buttons and the pointer, in and around a window; not characters.
 [[nodiscard]] bool IsInput(std::uint32_t message) noexcept;
 /// A key that went down, with or without Alt.

@@ -79,6 +79,11 @@ std::optional<std::int32_t> ParseHoverInterval(std::wstring_view text) noexcept 
     return *number < 1 ? shortIntervalReplacementMs : static_cast<std::int32_t>(*number);
 }
 
+int ParseAmount(std::wstring_view text) noexcept {
+    const std::optional<std::int64_t> number = ParseNumber(text);
+    return number && Narrowed<std::int16_t>(*number) && *number > 0 ? static_cast<int>(*number) : 0;
+}
+
 std::optional<std::uint8_t> AlphaForKeyboard(std::int16_t transparency) noexcept {
     return Narrowed<std::uint8_t>(transparency == largestKeyboardTransparency ? mostOpaqueAlpha : transparency);
 }

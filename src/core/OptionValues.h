@@ -26,6 +26,8 @@ inline constexpr const wchar_t* toolbarVisible = L"Toolbar Visible";
 inline constexpr const wchar_t* hardenProcess = L"Harden Process";
 inline constexpr const wchar_t* allowScreenCapture = L"Allow Screen Capture";
 inline constexpr const wchar_t* answerOtherPrograms = L"Answer Other Programs";
+inline constexpr const wchar_t* smallestKey = L"Smallest Key";
+inline constexpr const wchar_t* clearAfterMinutes = L"Clear after Minutes";
 } // namespace settings
 
 /// Named as it is stored.
@@ -64,6 +66,9 @@ enum class LayoutId : std::int32_t {
 
 /// In milliseconds. Below 1 gives 2000; nothing when the text is not numeric or the number beyond 16 bits.
 [[nodiscard]] std::optional<std::int32_t> ParseHoverInterval(std::wstring_view text) noexcept;
+
+/// A width or a time; 0, which asks for nothing, when it is not numeric or the number beyond 15 bits.
+[[nodiscard]] int ParseAmount(std::wstring_view text) noexcept;
 
 /// The alpha that the main window gets for its opacity; 256 is applied as 255. Nothing outside 0..256.
 [[nodiscard]] std::optional<std::uint8_t> AlphaForKeyboard(std::int16_t transparency) noexcept;

@@ -3,6 +3,7 @@
 #include "core/KeyGrid.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vextrel {
 
@@ -28,8 +29,13 @@ double WindowHeightTwips(double keyWidthTwips, double toolbarHeightTwips, double
 }
 
 RandomPlace RandomisePlacement(const RandomPlaceInput& input) noexcept {
-    const double targetWidth =
-        WholeTwips((input.screenWidthTwips / 2 - narrowestWidthTwips) * input.widthDraw + narrowestWidthTwips);
+    // Half of a narrow screen is less than the narrowest width: the range runs downwards then.
+    const double half = input.screenWidthTwips / 2;
+    const double smallestUnit = std::ceil(input.smallestKeyTwips / input.twipsPerPixel) * input.twipsPerPixel;
+    const double least =
+        std::min(widthBesidesKeysTwips + unitsPerRow * smallestUnit, std::max(narrowestWidthTwips, half));
+    const double first = std::max(narrowestWidthTwips, least);
+    const double targetWidth = WholeTwips((std::max(half, least) - first) * input.widthDraw + first);
     RandomPlace placement;
     placement.keyWidthTwips = KeyUnitTwips(targetWidth, input.twipsPerPixel);
     placement.widthTwips = widthBesidesKeysTwips + unitsPerRow * placement.keyWidthTwips;

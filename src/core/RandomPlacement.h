@@ -12,6 +12,7 @@ struct RandomPlaceInput {
     double toolbarHeightTwips = 0; ///< 0 when hidden: the window is lower by exactly that
     double statusBarHeightTwips = 0;
     double twipsPerPixel = 15;
+    double smallestKeyTwips = 0; ///< what a key unit is at least, as far as the range of widths has room for it
     // Uniform in [0, 1), each drawn after a fresh seed.
     double widthDraw = 0;
     double topDraw = 0;
@@ -40,7 +41,8 @@ inline constexpr double widthBesidesKeysTwips = 2 * sideMarginTwips + 100;
                                        double statusBarHeightTwips) noexcept;
 
 /// A random width between 5500 twips and half the screen, the size that follows from it, and a random place at least
-/// 400 twips from the top and left edges. The formula stands as it is: nothing is clamped.
+/// 400 twips from the top and left edges. The formula stands as it is: nothing is clamped. A smallest key draws the
+/// width from the part of its range where the keys are that wide; of a range that has no such part, from its wide end.
 [[nodiscard]] RandomPlace RandomisePlacement(const RandomPlaceInput& input) noexcept;
 
 /// The place nearest to a window's own where it reaches out of the work area on no side. What is too large for it

@@ -80,6 +80,8 @@ class WindowEvents : public MoveEvents {
     virtual void HoverSliderMoved(int positionMs) = 0;
     virtual void TransparencySliderMoved(int percent) = 0;
     virtual void FormActivated() = 0;
+    /// The user's session was locked, left, taken up or the like. @param change the system's number.
+    virtual void SessionChanged(WPARAM change) = 0;
     /// The screen's resolution or arrangement changed.
     virtual void DisplayChanged() = 0;
     /// The user wants to leave. @return whether the main window may be unloaded now.

@@ -2,11 +2,13 @@
 
 #include "core/CaptionText.h"
 #include "core/KeyTable.h"
+#include "core/SpokenName.h"
 #include "core/ids.h"
 #include "ui/KeyPainter.h"
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
+#include "win32/Touch.h"
 
 namespace vextrel {
 
@@ -50,19 +52,28 @@ void KeyButton::Create(HWND parent, int number, KeyEvents& events, FontCache& fo
     Attach(CreateControl(parent, {.windowClass = WC_BUTTONW,
                                   .style = BS_PUSHBUTTON | WS_CLIPSIBLINGS | (IsKeyShown(number) ? WS_VISIBLE : 0U),
                                   .id = ids::firstKey + number - 1}));
+    TakeTouchAsMouse(Handle());
 }
 
 void KeyButton::SetCaption(const std::wstring& caption) {
-    if (caption == caption_) {
-        return;
+    if (caption != caption_) {
+        caption_ = caption;
+        // Beneath the gate, to where the window keeps its text.
+        ::DefWindowProcW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption.c_str()));
+        ::InvalidateRect(Handle(), nullptr, FALSE);
     }
-    caption_ = caption;
-    // Beneath the gate, to where the window keeps its text.
-    ::DefWindowProcW(Handle(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(caption.c_str()));
-    ::InvalidateRect(Handle(), nullptr, FALSE);
-    if (const bool blank = EntersBlank(caption_); blank != namedAsBlank_) {
-        namedAsBlank_ = blank;
-        SetAccessibleNames({{Handle(), blank ? L"space" : nullptr}});
+    Name(); // an empty caption from the start on, too
+}
+
+void KeyButton::SetLit(bool lit) noexcept {
+    Change(lit_, lit);
+    Name();
+}
+
+void KeyButton::Name() noexcept {
+    // Names are constants: the same one stands at the same place.
+    if (const wchar_t* name = SpokenName(number_, caption_, lit_); std::exchange(spokenName_, name) != name) {
+        SetAccessibleNames({{Handle(), name}});
     }
 }
 
@@ -95,6 +106,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         // From outside, too: what a key enters is what it shows.
         caption_ = lParam != 0 ? reinterpret_cast<const wchar_t*>(lParam) : L"";
         ::InvalidateRect(Handle(), nullptr, FALSE);
+        Name();
         return ::DefWindowProcW(Handle(), message, wParam, lParam);
     case BM_SETSTATE: SetPushed(wParam != 0); return 0;
     case BM_GETSTATE: return pushed_ ? BST_PUSHED : 0;
@@ -110,6 +122,7 @@ LRESULT KeyButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CAPTURECHANGED: SetPushed(false); return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS: return 0;
+    case WM_TABLET_QUERYSYSTEMGESTURESTATUS: return pressesAtOnce;
     // Neither dialog navigation nor access keys reach a key: its "&" is a character.
     case WM_GETDLGCODE: return DLGC_STATIC | DLGC_WANTCHARS;
     default: return ToWindow(message, wParam, lParam);

@@ -38,7 +38,7 @@ class KeyButton final : public SubclassedWindow {
     void SetCaption(const std::wstring& caption);
     void SetPushed(bool pushed) noexcept { Change(pushed_, pushed); }
     /// Marks a modifier key that is in effect.
-    void SetLit(bool lit) noexcept { Change(lit_, lit); }
+    void SetLit(bool lit) noexcept;
     /// What the key draws in from then on.
     void SetDpi(int dpi) noexcept { dpi_ = dpi; }
 
@@ -46,6 +46,8 @@ class KeyButton final : public SubclassedWindow {
     friend KeyCapture; // passes on beneath the gate, for which a message that is sent has no origin
     LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept override;
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    /// Tells assistive programs how to say the key.
+    void Name() noexcept;
     /// Gives what the key shows another value.
     void Change(bool& shown, bool value) noexcept;
     void OnMouseMove(POINT point) noexcept;
@@ -58,7 +60,7 @@ class KeyButton final : public SubclassedWindow {
     FontCache* fonts_ = nullptr;
     KeyCapture* capture_ = nullptr;
     std::wstring caption_;
-    bool namedAsBlank_ = false; ///< to a screen reader
+    const wchar_t* spokenName_ = nullptr; ///< null: its caption
     bool pushed_ = false;
     bool lit_ = false;
 };

@@ -4,6 +4,7 @@
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
+#include "win32/TopLevelWindow.h"
 
 namespace vextrel {
 
@@ -45,6 +46,7 @@ void MainWindow::Load(KeyEvents& keys, BoxEvents& boxes, WindowEvents& events) {
     static_cast<void>(menu.Release()); // the window's from now on
     CreateControls(keys, boxes);
     ApplyDpi();
+    WatchSession(Handle(), true);
     ::SetTimer(Handle(), tmrCheckActiveWindow, checkActiveWindowMs, nullptr);
 }
 
@@ -94,6 +96,7 @@ void MainWindow::ApplyDpi() {
 void MainWindow::OnUnload() noexcept {
     GuardEvent(Handle(), L"Form_Unload", [&] {
         ::KillTimer(Handle(), tmrCheckActiveWindow);
+        WatchSession(Handle(), false);
         moveHook_.Remove();
         // Undoes what a hidden pointer may have left.
         ::ShowCursor(TRUE);
@@ -271,6 +274,9 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         GuardEvent(Handle(), L"DpiChanged", [&] { OnDpiChanged(*reinterpret_cast<const RECT*>(lParam)); });
         return 0;
     case WM_DISPLAYCHANGE: GuardEvent(Handle(), L"DisplayChange", [&] { events_->DisplayChanged(); }); break;
+    case WM_WTSSESSION_CHANGE:
+        GuardEvent(Handle(), L"SessionChange", [&] { events_->SessionChanged(wParam); });
+        return 0;
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
     case WM_SETTINGCHANGE: OnSystemLookChanged(message); break;

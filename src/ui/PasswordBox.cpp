@@ -8,6 +8,7 @@
 #include "win32/Gate.h"
 #include "win32/InputState.h"
 #include "win32/SystemLook.h"
+#include "win32/Touch.h"
 
 #include <imm.h>
 
@@ -49,6 +50,7 @@ void PasswordBox::Create(HWND parent, int id, PasswordBoxView view, BoxEvents& e
                                   .exStyle = WS_EX_CLIENTEDGE,
                                   .id = id,
                                   .isSecret = true}));
+    TakeTouchAsMouse(Handle());
     ToWindow(EM_SETLIMITTEXT, SecretText::capacity, 0);
     // An input method would keep and show what is composed, and put it into the box by ways of its own.
     ::ImmAssociateContextEx(Handle(), nullptr, 0);
@@ -215,6 +217,7 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return result;
     }
+    case WM_TABLET_QUERYSYSTEMGESTURESTATUS: return pressesAtOnce;
     case WM_CAPTURECHANGED: gesture_.Cancel(); return ToWindow(message, wParam, lParam);
     default: return ToWindow(message, wParam, lParam);
     }

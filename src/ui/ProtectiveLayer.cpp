@@ -6,6 +6,7 @@
 #include "win32/EventGuard.h"
 #include "win32/InputState.h"
 #include "win32/TopLevelWindow.h"
+#include "win32/Touch.h"
 
 namespace vextrel {
 
@@ -26,6 +27,7 @@ void ProtectiveLayer::Load(HWND mainWindow, LayerEvents& events) {
                 // No entry in the taskbar, no place in Alt+Tab, and a click leaves the activation where it is.
                 .exStyle = WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST,
                 .owner = mainWindow});
+    TakeTouchAsMouse(Handle());
     txtSetup_ = CreateSetupBox(Handle(), Dpi());
     ::SetTimer(Handle(), tmrForegroundCheck, foregroundCheckMs, nullptr);
 }
@@ -89,6 +91,7 @@ LRESULT ProtectiveLayer::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return guarded(L"Timer1_Timer", [&] { OnHoverTick(); });
         }
         return guarded(L"tmrForegroundCheck_Timer", [&] { events_->CheckForeground(); });
+    case WM_TABLET_QUERYSYSTEMGESTURESTATUS: return pressesAtOnce;
     // The main window places the layer, on another DPI as well, and ends it.
     case WM_DPICHANGED:
     case WM_CLOSE: return 0;

@@ -59,6 +59,19 @@ void StatusBar::SetTexts(StatusTexts texts) {
     }
 }
 
+void StatusBar::SetNotice(std::wstring notice) {
+    if (notice == notice_) {
+        return;
+    }
+    Change(notice_, std::move(notice));
+    const bool shown = !notice_.empty();
+    // Whole, where the pane has room for a part of it only.
+    SetAccessibleNames({{handle_, shown ? notice_.c_str() : nullptr}});
+    if (shown) {
+        ::NotifyWinEvent(EVENT_SYSTEM_ALERT, handle_, OBJID_CLIENT, CHILDID_SELF);
+    }
+}
+
 void StatusBar::Change(std::wstring& text, std::wstring to) {
     if (text != to) {
         text = std::move(to);

@@ -22,9 +22,9 @@ class StatusBar {
     [[nodiscard]] int HeightPx() const noexcept { return heightPx_; }
 
     void SetTexts(StatusTexts texts);
-    /// What the first pane says in place of its text; empty takes it back.
-    void SetNotice(std::wstring notice) { Change(notice_, std::move(notice)); }
-    /// What it says when there is no notice; likewise.
+    /// What the first pane says in place of its text; empty takes it back. Assistive programs are told of it.
+    void SetNotice(std::wstring notice);
+    /// What it says when there is no notice; likewise, but nobody is told: it may follow from the key just entered.
     void SetRemark(std::wstring remark) { Change(remark_, std::move(remark)); }
     /// Shows each text in a pane with room for it; what room is left the panes share. Where room is missing the texts
     /// become brief; then a notice or remark takes the place of those on transfer and layout, and the longest ends in

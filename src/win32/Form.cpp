@@ -94,8 +94,8 @@ bool Form::PassesGate(UINT message, WPARAM wParam, LPARAM lParam) const noexcept
     }
     if (!Gate::IsOpen() && Gate::IsSentFromOutside() && IsTakenLater(message)) {
         // What the others carry is of no use to us, and may be a pointer.
-        const bool isOrder = message == WM_CLOSE || message == WM_SYSCOMMAND;
-        ::PostMessageW(handle_, message, isOrder ? wParam : 0, isOrder ? lParam : 0);
+        const bool isOfUse = message == WM_CLOSE || message == WM_SYSCOMMAND || message == WM_WTSSESSION_CHANGE;
+        ::PostMessageW(handle_, message, isOfUse ? wParam : 0, isOfUse ? lParam : 0);
         return false;
     }
     Gate::OnMenu(message, wParam);

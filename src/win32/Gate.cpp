@@ -18,10 +18,17 @@ struct {
     UINT highlighted = 0;                         ///< the menu's item; 0: none
     UINT chosen = 0;                              ///< the item that a menu has just ended on
     InputSource menuSource = InputSource::Nobody; ///< of the key or button that a menu saw last
+    ULONGLONG lastInputMs = 0;
 } state;
 
 bool IsForged(UINT message) noexcept {
     return IsInput(message) && !CountsAsInput(message, Gate::SourceOfInput());
+}
+
+void Note(InputSource source) noexcept {
+    if (IsUsersDoing(source)) {
+        state.lastInputMs = ::GetTickCount64();
+    }
 }
 
 /// The one command that a menu may post, once: that of the item it has just ended on.
@@ -62,6 +69,7 @@ bool MaySystemAct(const MSG& message) noexcept {
         return true;
     }
     const InputSource source = Gate::SourceOfInput();
+    Note(source);
     // Wine's way to open the menu that Alt and a letter ask for.
     const bool opensMenu = source == InputSource::Nobody && message.message == WM_KEYDOWN &&
                            message.wParam == VK_RETURN && message.lParam == 0 && state.mayOpenMenu;
@@ -99,6 +107,7 @@ bool TakeWaiting(MSG& message, UINT first, UINT last) noexcept {
 
 Gate::Gate(bool answersOthers, bool hooks) noexcept {
     state.open = answersOthers;
+    state.lastInputMs = ::GetTickCount64();
     if (!answersOthers && hooks) {
         state.queueHook.Reset(::SetWindowsHookExW(WH_GETMESSAGE, &OnTaken, nullptr, ::GetCurrentThreadId()));
         state.loopHook.Reset(::SetWindowsHookExW(WH_MSGFILTER, &OnLoop, nullptr, ::GetCurrentThreadId()));
@@ -124,6 +133,9 @@ bool Gate::IsOpen() noexcept {
 }
 
 bool Gate::LetsThrough(GatedWindow window, UINT message, WPARAM wParam) noexcept {
+    if (IsInput(message) && !IsSentFromOutside()) {
+        Note(SourceOfInput());
+    }
     if (state.open) {
         return true;
     }
@@ -131,6 +143,10 @@ bool Gate::LetsThrough(GatedWindow window, UINT message, WPARAM wParam) noexcept
         return AnswersSent(window, message, wParam);
     }
     return IsCharacter(message) ? state.keySource.has_value() : !IsForged(message);
+}
+
+ULONGLONG Gate::LastInputMs() noexcept {
+    return state.lastInputMs;
 }
 
 bool Gate::IsSentFromOutside() noexcept {
@@ -145,7 +161,9 @@ InputSource Gate::SourceOfInput() noexcept {
     switch (source.originId) {
     case IMO_HARDWARE: return InputSource::Hardware;
     case IMO_INJECTED: return InputSource::Injected;
-    case IMO_SYSTEM: return InputSource::System;
+    case IMO_SYSTEM:
+        return IsOfTouch(static_cast<std::uintptr_t>(::GetMessageExtraInfo())) ? InputSource::Touch
+                                                                               : InputSource::System;
     default: return InputSource::Nobody;
     }
 }

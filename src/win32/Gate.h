@@ -29,6 +29,9 @@ class Gate : private Pinned {
     [[nodiscard]] static bool LetsThrough(GatedWindow window, UINT message, WPARAM wParam) noexcept;
     /// Whether the message that is being handled was sent by another thread.
     [[nodiscard]] static bool IsSentFromOutside() noexcept;
+    /// When the user, or a program that moves pointer and keys, last did something to a window of ours or to a menu, as
+    /// GetTickCount64 counts; at first, when the gate came to be.
+    [[nodiscard]] static ULONGLONG LastInputMs() noexcept;
     /// Who made the input that is being handled.
     [[nodiscard]] static InputSource SourceOfInput() noexcept;
     /// Whether the user's own hand made the input that is being handled, not a program that moves pointer and keys.

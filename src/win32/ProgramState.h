@@ -16,6 +16,8 @@ struct ProgramState {
     Hardening hardening; ///< what the process was granted
     bool printScreenBlocked = false;
     bool answersOthers = false; ///< the gate is open
+    int smallestKeyPx = 0;      ///< at 96 DPI
+    int clearAfterMinutes = 0;  ///< without input; 0: never
 };
 
 /// ProgramState::folder. @throws Error with the system's code.

@@ -1,5 +1,9 @@
 #include "win32/TopLevelWindow.h"
 
+#include "win32/SystemLibrary.h"
+
+#include <wtsapi32.h>
+
 namespace vextrel {
 
 namespace {
@@ -64,6 +68,16 @@ void SetTopmostAlone(HWND window, bool topmost) noexcept {
 void RaiseAlone(HWND window, bool topmost) noexcept {
     // HWND_NOTOPMOST leaves a window where it is that is in no topmost band already.
     ::SetWindowPos(window, topmost ? HWND_TOPMOST : HWND_TOP, 0, 0, 0, 0, alone);
+}
+
+void WatchSession(HWND window, bool watch) noexcept {
+    // Not a static import: wtsapi32.dll is none of those that the system always takes from its own folder.
+    static const SystemLibrary library(L"wtsapi32.dll");
+    const auto begin = library.Find<decltype(&::WTSRegisterSessionNotification)>("WTSRegisterSessionNotification");
+    const auto end = library.Find<decltype(&::WTSUnRegisterSessionNotification)>("WTSUnRegisterSessionNotification");
+    if (begin != nullptr && end != nullptr) {
+        watch ? begin(window, NOTIFY_FOR_THIS_SESSION) : end(window);
+    }
 }
 
 } // namespace vextrel

@@ -31,4 +31,8 @@ void SetTopmostAlone(HWND window, bool topmost) noexcept;
 /// To the top of the topmost band or of the one below it, as alone as that.
 void RaiseAlone(HWND window, bool topmost) noexcept;
 
+/// Has the system tell a window when the session is locked, left or taken up (WM_WTSSESSION_CHANGE), or no longer. A
+/// system that cannot tells nothing.
+void WatchSession(HWND window, bool watch) noexcept;
+
 } // namespace vextrel

@@ -1,10 +1,13 @@
 #include "core/Captions.h"
 
 #include "core/CaptionText.h"
+#include "core/SpokenName.h"
 
 #include <gtest/gtest.h>
 
+#include <cwctype>
 #include <map>
+#include <set>
 
 namespace vextrel {
 namespace {
@@ -72,6 +75,39 @@ TEST(Captions, AKeyEntersAndShowsWhatItsCaptionMeans) {
         EXPECT_EQ(TextOfCaption(row.caption), row.entered);
         EXPECT_EQ(TextShownOnKey(row.caption), row.shown);
         EXPECT_EQ(EntersBlank(row.caption), row.entered == std::wstring(L" "));
+    }
+}
+
+TEST(Captions, ActionKeysAndSignsAreSpokenByNameLettersAndDigitsAsTheyAre) {
+    const struct {
+        int button;
+        bool lit;
+        const wchar_t* caption;
+        const wchar_t* name; // null: the caption itself
+    } rows[] = {{keys::backspace, false, L"bksp", L"Backspace"},
+                {keys::tab, false, L"&&", L"Tab"},
+                {keys::enter, false, L"", L"Enter"},
+                {keys::capsLock, false, L"cap", L"Caps Lock, off"},
+                {keys::capsLock, true, L"cap", L"Caps Lock, on"},
+                {keys::leftShift, true, L"shft", L"Shift, on"},
+                {keys::rightShift, false, L"shft", L"Shift, off"},
+                {keys::space, false, L" ", L"Space"},
+                {3, false, L"", L"Space"},
+                {3, false, L"&&", L"Ampersand"},
+                {3, false, L".", L"Full stop"},
+                {3, false, L"~", L"Tilde"},
+                {3, true, L"\u20AC", L"Euro sign"},
+                {3, false, L"..", nullptr},
+                {3, false, L"\u00E9", nullptr}};
+    for (const auto& row : rows) {
+        EXPECT_STREQ(SpokenName(row.button, row.caption, row.lit), row.name) << row.button;
+    }
+    std::set<std::wstring> names;
+    for (wchar_t sign = L' '; sign < 0x7F; ++sign) {
+        const wchar_t* name = SpokenName(1, CharacterKeyCaption({{sign}, {}, {}}, {}), false);
+        const bool isPlain = std::iswalnum(static_cast<wint_t>(sign)) != 0;
+        EXPECT_EQ(name == nullptr, isPlain) << static_cast<int>(sign);
+        EXPECT_TRUE(isPlain || names.insert(name).second) << "a second " << static_cast<int>(sign);
     }
 }
 

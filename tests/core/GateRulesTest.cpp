@@ -49,6 +49,8 @@ enum Message : std::uint32_t {
     Wheel = 0x20A,
     EnterMenuLoop = 0x211,
     MouseLeave = 0x2A3,
+    SessionChange = 0x2B1,
+    TabletQuery = 0x2CC,
     DpiChanged = 0x2E0,
     Cut = 0x300,
     Copy = 0x301,
@@ -65,9 +67,10 @@ TEST(GateRules, WhoeverSendsGetsNamesAndNoSecretAndGivesNoOrder) {
         Message message;
         bool form, control, box;
     } rows[] = {
-        {GetObject, true, true, true},      {GetDialogCode, true, true, true}, {GetText, true, true, false},
-        {GetTextLength, true, true, false}, {SettingChange, true, true, true}, {Close, true, false, false},
-        {SysCommand, true, false, false},   {SetIcon, true, false, false},     {EndSession, true, false, false},
+        {GetObject, true, true, true},      {GetDialogCode, true, true, true},   {GetText, true, true, false},
+        {GetTextLength, true, true, false}, {SettingChange, true, true, true},   {Close, true, false, false},
+        {SysCommand, true, false, false},   {SetIcon, true, false, false},       {EndSession, true, false, false},
+        {TabletQuery, true, true, true},    {SessionChange, true, false, false},
     };
     std::set<std::uint32_t> named;
     for (const auto& row : rows) {
@@ -142,7 +145,8 @@ TEST(GateRules, InputCountsWhenSomebodyMadeIt) {
          {KeyDown, KeyUp, SysKeyDown, NcButtonDown, ButtonDown, Wheel, MouseMove, NcMouseMove}) {
         const bool moves = message == MouseMove || message == NcMouseMove;
         EXPECT_TRUE(IsInput(message)) << std::hex << message;
-        EXPECT_TRUE(CountsAsInput(message, Hardware) && CountsAsInput(message, Injected)) << std::hex << message;
+        for (const InputSource source : {Hardware, Injected, Touch})
+            EXPECT_TRUE(CountsAsInput(message, source)) << std::hex << message;
         EXPECT_FALSE(CountsAsInput(message, Nobody)) << std::hex << message;
         EXPECT_EQ(CountsAsInput(message, System), moves) << std::hex << message;
         EXPECT_EQ(IsKeyDown(message), message == KeyDown || message == SysKeyDown) << std::hex << message;
@@ -151,6 +155,11 @@ TEST(GateRules, InputCountsWhenSomebodyMadeIt) {
     for (const Message message : {Char, SysChar}) {
         EXPECT_TRUE(IsCharacter(message) && !IsInput(message)) << std::hex << message;
     }
+    // Of pens and fingers; of nobody in particular.
+    for (const std::uintptr_t info : {0xFF515700U, 0xFF515780U, 0xFF5157FFU})
+        EXPECT_TRUE(IsOfTouch(info)) << info;
+    for (const std::uintptr_t info : {0U, 1U, 0x51570080U, 0xFF515880U})
+        EXPECT_FALSE(IsOfTouch(info)) << info;
     EXPECT_FALSE(IsInput(Timer) || IsInput(Registered) || IsInput(LastOfControls));
 }
 

@@ -45,17 +45,18 @@ TEST(OptionValues, NumbersOfTheSettingsFile) {
         std::optional<std::int16_t> transparency;
         std::optional<std::int32_t> intervalMs;
         std::optional<std::int32_t> layerAnswer;
+        int amount = 0;
     } rows[] = {
         {L"", 252, none, none},
         {L"a lot", 252, none, none},
         {L"0", 0, 2000, 0},
-        {L" 1 ", 1, 1, 1},
+        {L" 1 ", 1, 1, 1, 1},
         {L"0.4", 0, 2000, 0},
-        {L"256", 256, 256, 256},
-        {L"256.4", 256, 256, 256},
-        {L"257", none, 257, 257},
+        {L"256", 256, 256, 256, 256},
+        {L"256.4", 256, 256, 256, 256},
+        {L"257", none, 257, 257, 257},
         {L"-1", none, 2000, -1},
-        {L"32767", none, 32767, 32767},
+        {L"32767", none, 32767, 32767, 32767},
         {L"32768", none, none, 32768},
         {L"-32769", none, none, -32769},
         {L"2147483647", none, none, 2147483647},
@@ -68,6 +69,7 @@ TEST(OptionValues, NumbersOfTheSettingsFile) {
         EXPECT_EQ(ParseTransparency(row.text), row.transparency);
         EXPECT_EQ(ParseHoverInterval(row.text), row.intervalMs);
         EXPECT_EQ(ParseLayerAnswer(row.text), row.layerAnswer);
+        EXPECT_EQ(ParseAmount(row.text), row.amount);
     }
 }
 

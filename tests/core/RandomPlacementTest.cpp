@@ -65,6 +65,30 @@ TEST(RandomPlacement, SizesAndPlacesFollowTheFormula) {
     }
 }
 
+TEST(RandomPlacement, ASmallestKeyMovesTheDrawIntoItsPartOfTheRange) {
+    const struct {
+        const char* name;
+        double screenWidth, twipsPerPixel, smallest, narrowest, middle, widest; // twips; of the key unit
+    } rows[] = {
+        {"narrower than any", 28800, 15, 300, 315, 615, 915},
+        {"30 pixels", 28800, 15, 450, 450, 675, 915},
+        {"37.5 pixels are 38", 28800, 12, 450, 456, 684, 912},
+        {"wider than the widest", 28800, 15, 32767 * 15, 915, 915, 915},
+        {"narrow screen", 9600, 15, 0, 315, 300, 270},
+        {"wider than all of a narrow screen's", 9600, 15, 32767 * 15, 315, 315, 315},
+    };
+    for (const auto& row : rows) {
+        RandomPlaceInput input = FullHd();
+        input.screenWidthTwips = row.screenWidth;
+        input.twipsPerPixel = row.twipsPerPixel;
+        input.smallestKeyTwips = row.smallest;
+        for (const auto& [draw, expected] : {std::pair(0.0, row.narrowest), {0.5, row.middle}, {0.99999, row.widest}}) {
+            input.widthDraw = draw;
+            EXPECT_EQ(RandomisePlacement(input).keyWidthTwips, expected) << row.name << ", " << draw;
+        }
+    }
+}
+
 TEST(RandomPlacement, TenThousandDrawsStayInBoundsAndTellNothingAboutEachOther) {
     std::mt19937_64 generator(20260101);
     std::uniform_real_distribution<double> draw(0, 1);

@@ -57,6 +57,8 @@ void RequireNumbersReadWell(const std::wstring& text) {
     const std::optional<std::int32_t> interval = ParseHoverInterval(text);
     Require(interval.has_value() == (number && *number >= -32768 && *number <= 32767), "intervals have 16 bits");
     Require(!interval || *interval == (*number < 1 ? 2000 : *number), "intervals below 1 are 2000");
+    Require(ParseAmount(text) == (number && *number > 0 && *number <= 32767 ? *number : 0),
+            "amounts have 15 bits or are 0");
     Require(FitsOrNothing(ParseLayerAnswer(text), number, -2147483648LL, 2147483647), "answers have 32 bits");
 }
 

@@ -190,8 +190,8 @@ class Events {
     Events(const Events&) = delete;
     Events& operator=(const Events&) = delete;
 
-    /// The identifiers of the controls that events have named; they come while this thread takes messages.
-    static const std::vector<int>& Named() {
+    /// Which event has named the control of which identifier; they come while this thread takes messages.
+    static const std::vector<std::pair<DWORD, int>>& Noted() {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
             DispatchMessageW(&message);
@@ -199,21 +199,26 @@ class Events {
     }
 
   private:
-    static void CALLBACK Note(HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) noexcept {
-        noted_.push_back(GetDlgCtrlID(window));
+    static void CALLBACK Note(HWINEVENTHOOK, DWORD event, HWND window, LONG, LONG, DWORD, DWORD) noexcept {
+        noted_.emplace_back(event, GetDlgCtrlID(window));
     }
-    static inline std::vector<int> noted_;
+    static inline std::vector<std::pair<DWORD, int>> noted_;
     HWINEVENTHOOK hook_;
 };
 
-TEST(Accessibility, HearsOfNoKeyThatIsEntered) {
+TEST(Accessibility, HearsOfNoticesAndOfNoKeyThatIsEntered) {
     const Sandbox sandbox;
     const App app(sandbox);
     Pointer pointer;
     const Events events(app.Running());
     const auto named = [](int first, int last) {
-        const auto& all = Events::Named();
-        return std::any_of(all.begin(), all.end(), [&](int id) { return id >= first && id <= last; });
+        const auto& all = Events::Noted();
+        return std::any_of(all.begin(), all.end(),
+                           [&](const auto& noted) { return noted.second >= first && noted.second <= last; });
+    };
+    const auto alerts = [] {
+        const auto& all = Events::Noted();
+        return std::count(all.begin(), all.end(), std::pair(DWORD{EVENT_SYSTEM_ALERT}, ids::StatusBar1));
     };
     app.ClickPassword(pointer, L"qW1");
     PostMessageW(app.FindKey(L"z"), WM_LBUTTONDOWN, 0, 0);
@@ -223,6 +228,32 @@ TEST(Accessibility, HearsOfNoKeyThatIsEntered) {
     // Of what the system tells by itself, Wine has hardly more than the focus; that a key's would be seen it proves.
     Keys::Stroke(VK_TAB);
     Await("the focus is heard of", [&] { return named(ids::sldHoverDelay, ids::sldHoverDelay); });
+    EXPECT_EQ(alerts(), 0);
+    PostMessageW(app.Main(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
+    Await("the notice is heard of", [&] { return alerts() == 1; });
+    EXPECT_EQ(app.Text(ids::StatusBar1), L"Cleared: the session was locked");
+    app.ClickPassword(pointer, L"a");
+    EXPECT_EQ(app.Text(ids::StatusBar1), L"Standard entry");
+    EXPECT_EQ(alerts(), 1);
+}
+
+TEST(Absence, OfAMinuteClearsWhateverIsPosted) {
+    const Sandbox sandbox;
+    sandbox.SetSetting(L"Clear after Minutes", L"1");
+    const App app(sandbox);
+    Pointer pointer;
+    Keys::Stroke('A');
+    static_cast<void>(WaitFor([] { return false; }, Milliseconds(5000)));
+    pointer.MoveTo(CentreOf(app.PasswordBox()));
+    const ULONGLONG lastMs = GetTickCount64();
+    const auto cleared = [&] {
+        PostMessageW(app.Main(), WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));
+        PostMessageW(app.PasswordBox(), WM_KEYDOWN, VK_END, 1);
+        return app.Text(ids::StatusBar1) == L"Cleared after 1 minute without input";
+    };
+    EXPECT_TRUE(WaitFor(cleared, Milliseconds(70000)));
+    EXPECT_GE(GetTickCount64() - lastMs, 59000U);
+    EXPECT_EQ(app.Text(ids::txtPassword), L"");
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <oleacc.h>
+#include <tpcshrd.h>
 
 #include <optional>
 
@@ -171,6 +172,37 @@ TEST_F(ByDefault, ScreenReadersLearnNameAndRoleOfAKey) {
     read(ids::firstKey + 16, L"q", ROLE_SYSTEM_PUSHBUTTON);
     read(ids::lblTransparency, L"Opacity", ROLE_SYSTEM_STATICTEXT);
     CoUninitialize();
+}
+
+TEST_F(ByDefault, ALockedOrLeftSessionClearsOnceATransferHasEnded) {
+    const auto says = [&](const wchar_t* text) {
+        return WaitFor([&] { return TextOf(app_->Control(ids::StatusBar1)) == text; });
+    };
+    Keys::Stroke('A');
+    Ask(app_->Main(), WM_WTSSESSION_CHANGE, WTS_SESSION_UNLOCK);
+    EXPECT_EQ(Password(), L"a");
+    const int drops = field_.Drops();
+    field_.PullHere(pointer_, CentreOf(app_->PasswordBox()));
+    Ask(app_->Main(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK);
+    pointer_.Release();
+    Await("the drop arrives", [&] { return field_.Drops() > drops; });
+    EXPECT_EQ(field_.Text(), L"a");
+    EXPECT_TRUE(says(L"Cleared: the session was locked"));
+    app_->Activate();
+    Keys::Stroke('B');
+    EXPECT_TRUE(says(L"Standard entry"));
+    EXPECT_EQ(Password(), L"b");
+    PostMessageW(app_->Main(), WM_WTSSESSION_CHANGE, WTS_REMOTE_DISCONNECT, 0);
+    EXPECT_TRUE(says(L"Cleared: the session was left"));
+    app_->Activate();
+    Keys::Stroke('C');
+    EXPECT_EQ(Password(), L"c");
+}
+
+TEST_F(ByDefault, AFingerPressesAtOnceOnKeysLayerAndBox) {
+    for (const HWND window : {app_->FindKey(L"q"), app_->Layer(), app_->PasswordBox()})
+        EXPECT_NE(Ask(window, WM_TABLET_QUERYSYSTEMGESTURESTATUS) & TABLET_DISABLE_PRESSANDHOLD, 0)
+            << GetDlgCtrlID(window);
 }
 
 } // namespace

@@ -93,6 +93,7 @@ TEST_F(Errors, OfNoHandlerEndTheProgram) {
         {L"Form_QueryUnload", main, WM_CLOSE, 0, 0},
         {L"DpiChanged", main, WM_DPICHANGED, 0, 0},
         {L"DisplayChange", main, WM_DISPLAYCHANGE, 0, 0},
+        {L"SessionChange", main, WM_WTSSESSION_CHANGE, 0, 0},
         {L"Resize", main, WM_SIZE, SIZE_RESTORED, 0},
         {L"FormMove", main, WM_MOVE, 0, 0},
         {L"tmrCheckActiveWindow_Timer", main, WM_TIMER, 1, 0},

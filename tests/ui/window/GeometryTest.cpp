@@ -48,6 +48,20 @@ void Resize(const App& app, int width, int height) {
     Ask(app.Main(), WM_NULL);
 }
 
+TEST(Geometry, TheSmallestKeyOfTheSettingsFileHoldsAtTheStartAndForResize) {
+    for (const auto& [asked, least] : {std::pair(L"40", 40), {L"32767", 9999}, {L"99999", 0}}) {
+        const Sandbox sandbox;
+        sandbox.SetSetting(L"Smallest Key", asked);
+        const App app(sandbox);
+        const int widest = (Width(ScreenOf(app)) / 2 * 15 - 700) / 15 / 15;
+        for (int times = 0; times < 3; ++times) {
+            EXPECT_GE(Width(KeyBounds(app, 2)), std::min(least, widest)) << asked;
+            EXPECT_LE(Width(BoundsOf(app.Main())), Width(ScreenOf(app)) / 2 + 8) << asked;
+            Ask(app.Main(), WM_COMMAND, ids::toolRefresh);
+        }
+    }
+}
+
 TEST(Geometry, LayerFollowsEveryChangeOfTheWindow) {
     const Sandbox sandbox;
     const App app(sandbox);
