@@ -193,9 +193,6 @@ void Keyboard::DragPassword() {
     hover_.LeaveKeys();
     form_.ShowNotice({});
     transfer_.Drag();
-    if (!transfer_.Notice().empty()) {
-        form_.ShowNotice(transfer_.Notice());
-    }
     ShowRemark();
 }
 

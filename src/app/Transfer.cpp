@@ -34,7 +34,6 @@ void Transfer::Drag() {
     if (operations_.IsResting()) {
         return;
     }
-    notice_.clear();
     const Operations::Scope transfer(operations_, Operations::Kind::Transfer);
     const bool masked = field_.TextIsMasked();
     data_.reset(); // whoever was handed the last one has had time enough
@@ -66,7 +65,7 @@ void Transfer::Drag() {
     hint.Unload();
     const bool mayInject = Mode() == DragDropMode::Inject && source->WasReleased();
     if (Mode() != DragDropMode::Inject && source->WasReleased() && !IsPointerOverUs()) {
-        notice_ = dropped ? L"Dropped" : L"Not taken here: try Injection Mode";
+        form_.ShowNotice(dropped ? L"Dropped" : L"Not taken here: try Injection Mode");
     }
     GuardEvent(form_.Handle(), masked ? L"txtPassword_OLECompleteDrag" : L"txtText_OLECompleteDrag", [&] {
         CompleteDrag(plan, dropped || mayInject ? TransferEnd::HandedOver : TransferEnd::NothingHandedOver);
@@ -86,7 +85,7 @@ void Transfer::CompleteDrag(const TransferPlan& plan, TransferEnd end) {
     if (Mode() == DragDropMode::Inject && end == TransferEnd::HandedOver) {
         form_.ShowNotice(L"Injecting\u2026");
         const InjectionOutcome outcome = Inject(field_.SelectedPassword());
-        notice_ = NoticeOf(outcome);
+        form_.ShowNotice(NoticeOf(outcome));
         if (outcome.kind != InjectionOutcome::Kind::Injected) {
             end = TransferEnd::NothingHandedOver;
         }

@@ -16,10 +16,8 @@ class Transfer {
         , operations_(operations)
         , options_(options) {}
 
-    /// What the user should know of the last transfer, in a few words; empty when there is nothing to say.
-    [[nodiscard]] const std::wstring& Notice() const noexcept { return notice_; }
-
-    /// The whole drag. Returns when the button is up and the transfer is over. Refused while one is running.
+    /// The whole drag. Returns when the button is up and the transfer is over, of which the status bar then tells.
+    /// Refused while one is running.
     void Drag();
 
     /// Wipes what a drag carries or has handed on, whoever still holds it.
@@ -34,7 +32,6 @@ class Transfer {
     Operations& operations_;
     const Options& options_;
     std::optional<DragData> data_; ///< of the last drag, until the next one
-    std::wstring notice_;
 };
 
 } // namespace vextrel
