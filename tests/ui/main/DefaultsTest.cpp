@@ -125,6 +125,19 @@ TEST_F(ByDefault, DialogsTakeTextAndAnswers) {
     App::Answer(pointer_, app_->AwaitDialog(), IDCANCEL);
     EXPECT_FALSE(app_->Visible(ids::lblHoverDelay));
 }
+TEST_F(ByDefault, F1AsksForTheManualWhereverTheFocusIs) {
+    for (const WORD way :
+         {WORD{0}, WORD{VK_TAB}, WORD{VK_TAB}, WORD{VK_TAB}}) { // the box, a slider, the toolbar, the box
+        app_->Activate();
+        if (way != 0)
+            Keys::Stroke(way);
+        PostMessageW(app_->PasswordBox(), WM_KEYDOWN, VK_F1, 1); // nobody's key
+        EXPECT_EQ(app_->Running().Window(dialogClass), nullptr);
+        Keys::Stroke(VK_F1);
+        App::Answer(pointer_, app_->AwaitDialog(), IDOK); // there is none
+    }
+}
+
 
 TEST_F(ByDefault, RestingThePointerAndInjectingWork) {
     sandbox_.SetSetting(L"MouseMode", L"Hover Entry Mode");

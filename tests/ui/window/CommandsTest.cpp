@@ -70,10 +70,12 @@ void Choose(const App& app, int command, int answer) {
 /// Takes the browser's place for a while: leaves the address that it is to open in a file.
 class BrowserStandIn {
   public:
-    BrowserStandIn() {
+    explicit BrowserStandIn(const wchar_t* kind = L"https")
+        : opener_(kind + std::wstring(L"\\shell\\open\\command")) {
         usual_.resize(MAX_PATH);
         auto bytes = static_cast<DWORD>(usual_.size() * sizeof(wchar_t));
-        Check(RegGetValueW(HKEY_CLASSES_ROOT, opener, nullptr, RRF_RT_REG_SZ, nullptr, usual_.data(), &bytes) == 0,
+        Check(RegGetValueW(HKEY_CLASSES_ROOT, opener_.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, usual_.data(),
+                           &bytes) == 0,
               "reading the browser's place");
         SetOpener(L"cmd.exe /c echo %1>\"" + File().wstring() + L"\"");
     }
@@ -87,17 +89,18 @@ class BrowserStandIn {
     static bool HasOpened(std::string_view address) {
         std::string opened;
         std::ifstream(File()) >> opened;
+        std::erase(opened, '"');
         return opened == address;
     }
 
   private:
-    static constexpr const wchar_t* opener = L"https\\shell\\open\\command";
-    static void SetOpener(const std::wstring& command) {
-        RegSetKeyValueW(HKEY_CLASSES_ROOT, opener, nullptr, REG_SZ, command.c_str(),
+    void SetOpener(const std::wstring& command) const {
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, opener_.c_str(), nullptr, REG_SZ, command.c_str(),
                         static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
     }
     static std::filesystem::path File() { return std::filesystem::temp_directory_path() / L"vextrel-opened.txt"; }
 
+    std::wstring opener_;
     std::wstring usual_;
 };
 
@@ -444,6 +447,32 @@ TEST(Commands, ACloseRequestEndsAnOpenMenuFirst) {
         }
         if (menu == OfTheMenuBar)
             Keys::Stroke('F', {VK_MENU});
+}
+
+TEST(Commands, TheManualOpensFromTheProgramsFolderOrIsSaidToBeMissing) {
+    RegSetKeyValueW(HKEY_CLASSES_ROOT, L".html", nullptr, REG_SZ, L"htmlfile", sizeof L"htmlfile"); // Wine has none
+    const BrowserStandIn browser(L"htmlfile");
+    const Sandbox sandbox;
+    const auto manual = sandbox.Folder() / L"docs" / L"manual.html";
+    const App app(sandbox);
+    app.Command(ids::mnuHelpAbout);
+    const HWND about = app.Running().AwaitWindow(formClass, L"About Vextrel");
+    SettleInForeground(about);
+    Pointer pointer;
+    const auto clickLink = [&] {
+        const RECT place = BoundsOf(GetDlgItem(about, ids::aboutManual));
+        pointer.Click({place.left + 9, place.top + 7});
+    };
+    clickLink();
+    const HWND message = app.AwaitDialog();
+    EXPECT_TRUE(TextOf(GetDlgItem(message, 0xFFFF)).ends_with(manual.wstring()));
+    EXPECT_FALSE(IsWindowEnabled(about));
+    App::Answer(pointer, message, IDOK);
+    std::filesystem::create_directory(manual.parent_path());
+    sandbox.Write("<html>", L"docs\\manual.html");
+    clickLink();
+    EXPECT_TRUE(WaitFor([&] { return BrowserStandIn::HasOpened(manual.string()); }));
+    EXPECT_EQ(app.Close(), 0U);
         else
             PostMessageW(box, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(box), MAKELPARAM(300, 300));
         Await("the menu is open", [&] { return app.Running().Window(L"#32768") != nullptr; });
