@@ -131,9 +131,10 @@ void Options::SetKeepOnTop(bool keepOnTop) {
     RefreshToolbar();
 }
 
-void Options::SetLayoutMark(LayoutMark mark, bool noneImported) {
+void Options::SetLayoutMark(LayoutMark mark, bool noneImported, std::wstring name) {
     chosen_.layout = mark;
     chosen_.noneImported = noneImported;
+    layoutName_ = std::move(name);
     RefreshToolbar();
 }
 
@@ -149,7 +150,7 @@ CommandSnapshot Options::Snapshot() const {
 
 void Options::RefreshToolbar() {
     const CommandSnapshot snapshot = Snapshot();
-    parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval()));
+    parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval(), layoutName_));
 }
 
 } // namespace vextrel

@@ -15,6 +15,7 @@ inline constexpr const wchar_t* saveSettings = L"Save Settings in INI";
 inline constexpr const wchar_t* viewToolbar = L"View Toolbar";
 inline constexpr const wchar_t* keyboardLayout = L"Keyboard Layout";
 inline constexpr const wchar_t* mouseMode = L"MouseMode";
+inline constexpr const wchar_t* importedLayoutName = L"Imported Layout Name";
 inline constexpr const wchar_t* dragDropMode = L"Drag Drop Mode";
 inline constexpr const wchar_t* viewPasswordMask = L"View Password Mask";
 inline constexpr const wchar_t* beepOnHover = L"Beep on Hover";
