@@ -143,6 +143,7 @@ void Layouts::RefreshCaptions(bool shuffle) {
     if (IsShuffledKeyboardType(keyboardType_)) {
         slots_.Rebuild(shuffle, [this] { return random_.Draw(); });
     }
+    parts_.form.SetCharacters(SingleCharacters(layout_.captions, layout_.actionCaptions));
     for (const auto& [button, caption] :
          RefreshedCaptions(layout_.captions, layout_.actionCaptions, modifiers_, slots_)) {
         parts_.form.Key(button).SetCaption(caption);

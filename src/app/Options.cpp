@@ -81,7 +81,7 @@ void Options::SetInputMode(InputMode mode) {
         return;
     }
     parts_.hover.SetTimerEnabled(mode != InputMode::Standard);
-    parts_.form.ShowHoverDelayLabel(mode != InputMode::Standard);
+    parts_.form.ShowHoverDelay(mode != InputMode::Standard);
     chosen_.inputMode = mode;
     RefreshAndWrite(settings::mouseMode, InputModeText(mode));
 }

@@ -99,15 +99,6 @@ constexpr HoverDelayItem hoverDelays[] = {
     {ids::hoverDelayTwoSeconds, L"twosecondsdelay", L"Two Second Delay", 2000},
 };
 
-/// Seconds with at least one decimal: "2.0 s", "1.25 s".
-std::wstring SecondsText(int milliseconds) {
-    std::wstring fraction = std::to_wstring(1000 + milliseconds % 1000).substr(1);
-    while (fraction.size() > 1 && fraction.back() == L'0') {
-        fraction.pop_back();
-    }
-    return std::to_wstring(milliseconds / 1000) + L"." + fraction + L" s";
-}
-
 std::wstring InputModeStatus(InputMode mode, int intervalMs) {
     if (mode == InputMode::Standard) {
         return L"Standard entry";

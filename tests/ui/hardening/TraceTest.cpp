@@ -222,7 +222,7 @@ TEST(Accessibility, HearsOfNoKeyThatIsEntered) {
     EXPECT_FALSE(named(ids::firstKey, ids::lastKey));
     // Of what the system tells by itself, Wine has hardly more than the focus; that a key's would be seen it proves.
     Keys::Stroke(VK_TAB);
-    Await("the focus is heard of", [&] { return named(ids::sldHoverDelay, ids::sldHoverDelay); });
+    Await("the focus is heard of", [&] { return named(ids::sldTransparency, ids::sldTransparency); });
 }
 
 } // namespace

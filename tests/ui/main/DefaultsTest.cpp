@@ -94,11 +94,10 @@ TEST_F(ByDefault, MenusToolbarAndSlidersObeyKeysAndPointer) {
     pointer_.Click(POINT{tools.left + 36, tools.top + 14});
     Await("a click on the second button", hovers);
     app_->Activate();
-    Press({VK_TAB, VK_TAB, VK_TAB, VK_HOME, VK_SPACE});
-    Await("Space on the first button", [&] { return !hovers(); });
-
-    Press({VK_TAB, VK_TAB, VK_RIGHT}); // by way of the box
+    Press({VK_TAB, VK_RIGHT});
     Await("an arrow moves the slider", [&] { return sandbox_.Setting(L"Hover Timer Interval") == L"1100"; });
+    Press({VK_TAB, VK_TAB, VK_HOME, VK_SPACE});
+    Await("Space on the first button", [&] { return !hovers(); });
     const RECT slider = BoundsOf(app_->Control(ids::sldTransparency));
     pointer_.Click(POINT{slider.left + 20, (slider.top + slider.bottom) / 2});
     Await("a click moves the other", [&] {
@@ -125,6 +124,7 @@ TEST_F(ByDefault, DialogsTakeTextAndAnswers) {
     App::Answer(pointer_, app_->AwaitDialog(), IDCANCEL);
     EXPECT_FALSE(app_->Visible(ids::lblHoverDelay));
 }
+
 TEST_F(ByDefault, F1AsksForTheManualWhereverTheFocusIs) {
     for (const WORD way :
          {WORD{0}, WORD{VK_TAB}, WORD{VK_TAB}, WORD{VK_TAB}}) { // the box, a slider, the toolbar, the box
@@ -137,7 +137,6 @@ TEST_F(ByDefault, F1AsksForTheManualWhereverTheFocusIs) {
         App::Answer(pointer_, app_->AwaitDialog(), IDOK); // there is none
     }
 }
-
 
 TEST_F(ByDefault, RestingThePointerAndInjectingWork) {
     sandbox_.SetSetting(L"MouseMode", L"Hover Entry Mode");

@@ -67,7 +67,7 @@ void Choose(const App& app, int command, int answer) {
     Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()) != FALSE; });
 }
 
-/// Takes the browser's place for a while: leaves the address that it is to open in a file.
+/// Takes the browser's place for a while: leaves the address or page that it is to open in a file.
 class BrowserStandIn {
   public:
     explicit BrowserStandIn(const wchar_t* kind = L"https")
@@ -142,8 +142,10 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
     constexpr auto lastSaved = [](S& s) { s.layout = LayoutMark::LastSaved; };
     constexpr auto english = [](S& s) { s.layout = LayoutMark::English; };
     constexpr auto systems = [](S& s) { s.layout = LayoutMark::Default; };
-    constexpr auto labelShown = [](const App& app) { return app.Visible(lblHoverDelay); };
-    constexpr auto labelHidden = [](const App& app) { return !app.Visible(lblHoverDelay); };
+    constexpr auto labelShown = [](const App& app) { return app.Visible(lblHoverDelay) && app.Visible(sldHoverDelay); };
+    constexpr auto labelHidden = [](const App& app) {
+        return !app.Visible(lblHoverDelay) && !app.Visible(sldHoverDelay);
+    };
     constexpr auto barShown = [](const App& app) { return app.Visible(tbToolbar); };
     constexpr auto barHidden = [](const App& app) { return !app.Visible(tbToolbar); };
     constexpr auto inClear = [](const App& app) { return app.Visible(txtText) && !app.Visible(txtPassword); };
@@ -313,7 +315,7 @@ TEST(Commands, OnlyTheStartWritesWhileSavingIsOff) {
 
 TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
     const Sandbox sandbox;
-    sandbox.Write("[Settings]\r\nHover Timer Interval=137\r\nTransparency=131\r\n");
+    sandbox.Write("[Settings]\r\nHover Timer Interval=137\r\nTransparency=131\r\nMouseMode=Hover Entry Mode\r\n");
     const App app(sandbox);
     const HWND hover = app.Control(ids::sldHoverDelay);
     const HWND opacity = app.Control(ids::sldTransparency);
@@ -345,11 +347,28 @@ TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
     }
 
     Pointer pointer;
-    const RECT bounds = BoundsOf(hover);
-    pointer.Drag({bounds.left + (bounds.bottom - bounds.top) / 2 - 2, (bounds.top + bounds.bottom) / 2},
-                 {bounds.right + 40, (bounds.top + bounds.bottom) / 2});
+    const auto tip = [&] { return app.Running().Window(L"tooltips_class32"); };
+    for (const auto& [slider, value] : {std::pair{opacity, L"100%"}, {hover, L"2.0 s"}}) {
+        const RECT bounds = BoundsOf(slider);
+        pointer.Pull({bounds.left + (bounds.bottom - bounds.top) / 2 - 2, (bounds.top + bounds.bottom) / 2},
+                     {bounds.right + 40, (bounds.top + bounds.bottom) / 2});
+        EXPECT_TRUE(WaitFor([&, wanted = value] { return tip() && TextOf(tip()) == wanted; }));
+        EXPECT_LE(tip() ? BoundsOf(tip()).bottom : 0, bounds.bottom) << "over no key";
+        pointer.Release();
+        EXPECT_TRUE(WaitFor([&] { return tip() == nullptr; }));
+    }
     EXPECT_TRUE(WaitFor([&] { return sandbox.Setting(settings::hoverTimerInterval) == L"2000"; }))
         << sandbox.Setting(settings::hoverTimerInterval).c_str();
+
+    const auto focused = [&] {
+        GUITHREADINFO information{};
+        information.cbSize = sizeof information;
+        GetGUIThreadInfo(GetWindowThreadProcessId(app.Main(), nullptr), &information);
+        return information.hwndFocus;
+    };
+    EXPECT_TRUE(WaitFor([&] { return focused() == hover; }));
+    Ask(app.Main(), WM_COMMAND, ids::mnuModeStandard);
+    EXPECT_EQ(focused(), app.PasswordBox()) << "the focus goes with the slider";
 }
 
 TEST(Commands, ProtectiveLayerFollowsItsTable) {
@@ -430,25 +449,6 @@ TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
     EXPECT_EQ(app.Close(), 0U);
 }
 
-TEST(Commands, ACloseRequestEndsAnOpenMenuFirst) {
-    enum { OfTheMenuBar, OfTheBox, OfADialogsField };
-    for (const int menu : {OfTheMenuBar, OfTheBox, OfADialogsField}) {
-        SCOPED_TRACE(menu);
-        const Sandbox sandbox;
-        const App app(sandbox);
-        app.Activate();
-        HWND box = app.PasswordBox();
-        if (menu == OfADialogsField) {
-            app.Command(ids::mnuViewProtectiveLayer);
-            Await("the question", [&] {
-                box = GetDlgItem(app.Running().Window(formClass, L"Transparency Value"), ids::inputBoxText);
-                return box != nullptr;
-            });
-        }
-        if (menu == OfTheMenuBar)
-            Keys::Stroke('F', {VK_MENU});
-}
-
 TEST(Commands, TheManualOpensFromTheProgramsFolderOrIsSaidToBeMissing) {
     RegSetKeyValueW(HKEY_CLASSES_ROOT, L".html", nullptr, REG_SZ, L"htmlfile", sizeof L"htmlfile"); // Wine has none
     const BrowserStandIn browser(L"htmlfile");
@@ -473,6 +473,25 @@ TEST(Commands, TheManualOpensFromTheProgramsFolderOrIsSaidToBeMissing) {
     clickLink();
     EXPECT_TRUE(WaitFor([&] { return BrowserStandIn::HasOpened(manual.string()); }));
     EXPECT_EQ(app.Close(), 0U);
+}
+
+TEST(Commands, ACloseRequestEndsAnOpenMenuFirst) {
+    enum { OfTheMenuBar, OfTheBox, OfADialogsField };
+    for (const int menu : {OfTheMenuBar, OfTheBox, OfADialogsField}) {
+        SCOPED_TRACE(menu);
+        const Sandbox sandbox;
+        const App app(sandbox);
+        app.Activate();
+        HWND box = app.PasswordBox();
+        if (menu == OfADialogsField) {
+            app.Command(ids::mnuViewProtectiveLayer);
+            Await("the question", [&] {
+                box = GetDlgItem(app.Running().Window(formClass, L"Transparency Value"), ids::inputBoxText);
+                return box != nullptr;
+            });
+        }
+        if (menu == OfTheMenuBar)
+            Keys::Stroke('F', {VK_MENU});
         else
             PostMessageW(box, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(box), MAKELPARAM(300, 300));
         Await("the menu is open", [&] { return app.Running().Window(L"#32768") != nullptr; });
