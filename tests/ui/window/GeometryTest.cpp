@@ -1,5 +1,6 @@
 #include "core/Geometry.h"
 #include "core/Commands.h"
+#include "core/KeyTable.h"
 #include "core/OptionValues.h"
 #include "core/ids.h"
 #include "driver/App.h"
@@ -178,6 +179,25 @@ TEST(Geometry, SmallestWindowShowsEverything) {
     const RECT bar = BoundsOf(app.Control(ids::tbToolbar));
     for (const ToolButton& tool : ToolButtons())
         EXPECT_TRUE(PtInRect(&bar, app.ToolPlace(tool.id))) << tool.id;
+
+    Pointer pointer;
+    pointer.Click(app.Control(firstKeyId + keys::leftShift - 1));
+    Await("capitals", [&] { return app.FindKey(L"W") != nullptr; });
+    const auto inkHeight = [&](const wchar_t* caption) {
+        const HDC screen = GetDC(nullptr);
+        const RECT key = BoundsOf(app.FindKey(caption));
+        int rows = 0;
+        for (int y = key.top + 2; y < key.bottom - 2; ++y) {
+            bool inked = false;
+            for (int x = key.left + 2; x < key.right - 2; ++x)
+                inked = inked || GetGValue(GetPixel(screen, x, y)) < 200;
+            rows += inked ? 1 : 0;
+        }
+        ReleaseDC(nullptr, screen);
+        return rows;
+    };
+    EXPECT_TRUE(WaitFor([&] { return inkHeight(L"I") > 0 && inkHeight(L"I") == inkHeight(L"W"); }))
+        << inkHeight(L"I") << " and " << inkHeight(L"W");
 }
 
 TEST(Geometry, RefreshGivesNewSizesAndPlacesOnTheScreen) {
