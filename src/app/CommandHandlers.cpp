@@ -46,11 +46,11 @@ void ToggleLayer(const Parts& parts) {
 }
 
 void ShowAbout(const Parts& parts) {
-    AboutDialog({.program = parts.program,
-                 .layerTakesClicks = parts.layer.TakesClicks(),
-                 .textIsMasked = parts.password.TextIsMasked(),
-                 .mouseHidden = parts.pointer.MouseHidden(),
-                 .capture = CaptureStateOf(parts.form.Handle())})
+    AboutDialog(parts.operations, {.program = parts.program,
+                                   .layerTakesClicks = parts.layer.TakesClicks(),
+                                   .textIsMasked = parts.password.TextIsMasked(),
+                                   .mouseHidden = parts.pointer.MouseHidden(),
+                                   .capture = CaptureStateOf(parts.form.Handle())})
         .RunModal(parts.operations, parts.form.Handle());
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/CommandHandlers.h"
 #include "core/ids.h"
+#include "ui/Manual.h"
 
 namespace vextrel {
 
@@ -24,6 +25,7 @@ class Keyboard final : private BoxEvents, private WindowEvents, private LayerEve
     }
     /// Brings Shift on the screen into line with the physical keys.
     void FollowPhysicalModifiers();
+    void ShowManual() { vextrel::ShowManual(operations_, form_.Handle(), program_); }
 
   private:
     void Start();

@@ -33,16 +33,13 @@ void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
     case LayoutId::Default: LoadDefault(dontRecord); break;
     case LayoutId::LastSaved: {
         const bool found = ReadLayout(parts_.program.SettingsFilePath);
-        Loaded(LayoutMark::LastSaved, L"Config", dontRecord, !found);
+        Loaded(LayoutMark::LastSaved, L"Config", dontRecord, !found,
+               LayoutName(parts_.store.ReadSetting(settings::importedLayoutName)));
         break;
     }
     case LayoutId::Import:
         if (const std::optional<std::wstring> file = AskForFile(L"Open", false)) {
-            ReadLayout(*file);
-            if (!dontRecord) {
-                WriteLayout(parts_.program.SettingsFilePath);
-            }
-            Loaded(LayoutMark::Imported, L"Config", dontRecord);
+            Import(*file, dontRecord);
         }
         break;
     default: break;
@@ -50,8 +47,18 @@ void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
     RefreshCaptions();
 }
 
-void Layouts::Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord, bool noneImported) {
-    parts_.options.SetLayoutMark(mark, noneImported);
+void Layouts::Import(const std::wstring& file, bool dontRecord) {
+    // What is no layout changes nothing on the keys: they are not what the file's name says.
+    const std::wstring name = ReadLayout(file) ? LayoutNameOfFile(file) : std::wstring();
+    if (!dontRecord && WriteLayout(parts_.program.SettingsFilePath) == ERROR_SUCCESS) {
+        parts_.store.WriteSetting(settings::importedLayoutName, name);
+    }
+    Loaded(LayoutMark::Imported, L"Config", dontRecord, false, name);
+}
+
+void Layouts::Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord, bool noneImported,
+                     std::wstring layoutName) {
+    parts_.options.SetLayoutMark(mark, noneImported, std::move(layoutName));
     if (!dontRecord && parts_.form.IsVisible()) {
         parts_.store.WriteSetting(settings::keyboardLayout, name);
     }
@@ -136,6 +143,7 @@ void Layouts::RefreshCaptions(bool shuffle) {
     if (IsShuffledKeyboardType(keyboardType_)) {
         slots_.Rebuild(shuffle, [this] { return random_.Draw(); });
     }
+    parts_.form.SetCharacters(SingleCharacters(layout_.captions, layout_.actionCaptions));
     for (const auto& [button, caption] :
          RefreshedCaptions(layout_.captions, layout_.actionCaptions, modifiers_, slots_)) {
         parts_.form.Key(button).SetCaption(caption);

@@ -52,7 +52,11 @@ class Layouts {
     DWORD WriteLayout(const std::wstring& file);
     void LoadDefault(bool dontRecord);
     /// Marks what has been loaded, and records it under its name.
-    void Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord, bool noneImported = false);
+    /// @param layoutName of an imported layout, where it is known.
+    void Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord, bool noneImported = false,
+                std::wstring layoutName = {});
+    /// Reads a file, and keeps it and its name as the layout imported last.
+    void Import(const std::wstring& file, bool dontRecord);
     /// @return nothing when the user gave no file.
     [[nodiscard]] std::optional<std::wstring> AskForFile(const wchar_t* title, bool save);
 

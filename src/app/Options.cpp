@@ -81,7 +81,7 @@ void Options::SetInputMode(InputMode mode) {
         return;
     }
     parts_.hover.SetTimerEnabled(mode != InputMode::Standard);
-    parts_.form.ShowHoverDelayLabel(mode != InputMode::Standard);
+    parts_.form.ShowHoverDelay(mode != InputMode::Standard);
     chosen_.inputMode = mode;
     RefreshAndWrite(settings::mouseMode, InputModeText(mode));
 }
@@ -134,9 +134,10 @@ void Options::SetKeepOnTop(bool keepOnTop) {
     RefreshToolbar();
 }
 
-void Options::SetLayoutMark(LayoutMark mark, bool noneImported) {
+void Options::SetLayoutMark(LayoutMark mark, bool noneImported, std::wstring name) {
     chosen_.layout = mark;
     chosen_.noneImported = noneImported;
+    layoutName_ = std::move(name);
     RefreshToolbar();
 }
 
@@ -152,7 +153,7 @@ CommandSnapshot Options::Snapshot() const {
 
 void Options::RefreshToolbar() {
     const CommandSnapshot snapshot = Snapshot();
-    parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval()));
+    parts_.form.Refresh(snapshot, StatusBarTexts(snapshot, parts_.hover.TimerInterval(), layoutName_));
 }
 
 } // namespace vextrel

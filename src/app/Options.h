@@ -53,7 +53,8 @@ class Options {
 
     /// Not persistent: the window starts topmost.
     void SetKeepOnTop(bool keepOnTop);
-    void SetLayoutMark(LayoutMark mark, bool noneImported);
+    /// @param name of an imported layout, empty when it is not known.
+    void SetLayoutMark(LayoutMark mark, bool noneImported, std::wstring name);
 
     /// Check marks, enabled states, toolbar and status bar, all from the present state.
     void RefreshToolbar();
@@ -69,6 +70,7 @@ class Options {
     Parts parts_;
     CommandSnapshot chosen_; ///< but for what others know; Snapshot asks them
     std::int16_t keyboardTransparency_ = 255;
+    std::wstring layoutName_;
 };
 
 } // namespace vextrel

@@ -42,11 +42,18 @@ int ServeEvents(Keyboard& keyboard, SettingsStore& store, ErrorReport& errors) {
     while (keyboard.Form().IsLoaded() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
         // Of this the boxes tell nothing: Shift goes down with Alt, or comes up when the focus has left them.
         const UINT kind = message.message;
+        const bool isManualKey = kind == WM_KEYDOWN && message.wParam == VK_F1 &&
+                                 (HIWORD(message.lParam) & KF_REPEAT) == 0 &&
+                                 Gate::LetsThrough(GatedWindow::Form, kind, VK_F1);
         if ((kind == WM_KEYUP || kind == WM_SYSKEYUP || kind == WM_SYSKEYDOWN) &&
             (message.wParam == VK_SHIFT || message.wParam == VK_CAPITAL)) {
             GuardEvent(keyboard.Form().Handle(), L"Form_KeyUp", [&] { keyboard.FollowPhysicalModifiers(); });
         }
         Serve(message, keyboard.Form().Handle());
+        // Wherever the focus is. Held down, it opens one manual.
+        if (isManualKey) {
+            GuardEvent(keyboard.Form().Handle(), L"Form_KeyDown", [&] { keyboard.ShowManual(); });
+        }
         errors.ShowWaiting();
         if (store.HasWaiting() && (HIWORD(::GetQueueStatus(QS_PAINT)) & QS_PAINT) == 0) {
             store.WriteWaiting();

@@ -32,4 +32,16 @@ std::vector<ButtonCaption> RefreshedCaptions(const KeyCaptions& captions, const 
     return refreshed;
 }
 
+std::wstring SingleCharacters(const KeyCaptions& captions, const ActionKeyCaptions& actionCaptions) {
+    std::wstring characters;
+    for (const bool shift : {false, true}) {
+        for (const auto& [button, caption] : RefreshedCaptions(captions, actionCaptions, {.shiftIsDown = shift}, {})) {
+            if (const std::wstring_view shown = TextShownOnKey(caption); shown.size() == 1) {
+                characters += shown;
+            }
+        }
+    }
+    return characters;
+}
+
 } // namespace vextrel

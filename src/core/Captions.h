@@ -21,4 +21,8 @@ struct ButtonCaption {
                                                            const ActionKeyCaptions& actionCaptions, Modifiers modifiers,
                                                            const KeySlotTable& slots);
 
+/// Every character that stands alone on a key, with Shift or without: those share one size, which Shift does not
+/// change.
+[[nodiscard]] std::wstring SingleCharacters(const KeyCaptions& captions, const ActionKeyCaptions& actionCaptions);
+
 } // namespace vextrel

@@ -99,15 +99,6 @@ constexpr HoverDelayItem hoverDelays[] = {
     {ids::hoverDelayTwoSeconds, L"twosecondsdelay", L"Two Second Delay", 2000},
 };
 
-/// Seconds with at least one decimal: "2.0 s", "1.25 s".
-std::wstring SecondsText(int milliseconds) {
-    std::wstring fraction = std::to_wstring(1000 + milliseconds % 1000).substr(1);
-    while (fraction.size() > 1 && fraction.back() == L'0') {
-        fraction.pop_back();
-    }
-    return std::to_wstring(milliseconds / 1000) + L"." + fraction + L" s";
-}
-
 std::wstring InputModeStatus(InputMode mode, int intervalMs) {
     if (mode == InputMode::Standard) {
         return L"Standard entry";
@@ -122,11 +113,15 @@ const wchar_t* WarningStatus(const CommandSnapshot& snapshot) noexcept {
     return snapshot.hardeningOff ? L"Not hardened" : L"";
 }
 
-const wchar_t* LayoutStatus(const CommandSnapshot& snapshot) noexcept {
+std::wstring LayoutStatus(const CommandSnapshot& snapshot, const std::wstring& name) {
     switch (snapshot.layout) {
     case LayoutMark::Default: return L"Default layout";
-    case LayoutMark::LastSaved: return snapshot.noneImported ? L"No layout imported yet" : L"Last imported layout";
-    case LayoutMark::Imported: return L"Imported layout";
+    case LayoutMark::LastSaved:
+        if (snapshot.noneImported) {
+            return L"No layout imported yet";
+        }
+        return name.empty() ? L"Last imported layout" : name + L", as stored";
+    case LayoutMark::Imported: return name.empty() ? L"Imported layout" : name;
     default: return L"English layout"; // captions that no command has set yet are the built-in ones
     }
 }
@@ -170,14 +165,14 @@ CommandState StateOfCommand(int id, const CommandSnapshot& snapshot) noexcept {
             .waits = snapshot.transferRunning && command->underTransfer == Waits};
 }
 
-StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs) {
+StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs, const std::wstring& layoutName) {
     return {InputModeStatus(snapshot.inputMode, intervalMs),
-            snapshot.dragDropMode == DragDropMode::Inject ? L"Injection" : L"Drag and drop", LayoutStatus(snapshot),
-            WarningStatus(snapshot)};
+            snapshot.dragDropMode == DragDropMode::Inject ? L"Injection" : L"Drag and drop",
+            LayoutStatus(snapshot, layoutName), WarningStatus(snapshot)};
 }
 
 std::wstring BriefStatus(std::wstring text) {
-    for (const std::wstring_view word : {L" entry", L" layout", L" and drop", L" to other programs"}) {
+    for (const std::wstring_view word : {L" entry", L" layout", L" and drop", L" to other programs", L", as stored"}) {
         const std::size_t place = text.find(word);
         if (place != std::wstring::npos && (text.ends_with(word) || text[place + word.size()] == L',')) {
             text.erase(place, word.size());

@@ -94,8 +94,9 @@ struct StatusTexts {
     std::wstring warning; ///< empty when there is none
     friend bool operator==(const StatusTexts&, const StatusTexts&) = default;
 };
-/// @param intervalMs the hover delay.
-[[nodiscard]] StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs);
+/// @param intervalMs the hover delay. @param layoutName of the imported layout; empty when it is not known.
+[[nodiscard]] StatusTexts StatusBarTexts(const CommandSnapshot& snapshot, int intervalMs,
+                                         const std::wstring& layoutName = {});
 /// A pane's text without the words that can be missed where room is short.
 [[nodiscard]] std::wstring BriefStatus(std::wstring text);
 

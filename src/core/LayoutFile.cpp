@@ -2,6 +2,8 @@
 
 #include "core/CaptionText.h"
 
+#include <algorithm>
+
 namespace vextrel {
 
 namespace {
@@ -30,6 +32,13 @@ std::size_t SlotReadInto(std::wstring KeyCaption::*caption, int row, int key) {
         return SlotOf(4, 3);
     }
     return isLastUpperCaseRow && key == 3 ? SlotOf(3, 5) : SlotOf(row, key);
+}
+
+/// Control characters, line ends, and what only steers how others are written.
+bool IsUnseen(wchar_t c) noexcept {
+    const auto isBetween = [c](int first, int last) { return c >= first && c <= last; };
+    return c < L' ' || isBetween(0x7F, 0x9F) || isBetween(0x200B, 0x200F) || isBetween(0x2028, 0x202E) ||
+           isBetween(0x2060, 0x206F);
 }
 
 std::wstring WithoutNuls(std::wstring text) {
@@ -65,6 +74,24 @@ bool ReadLayoutEntries(const LayoutReader& read, Layout& layout) {
         layout.actionCaptions[i] = WithoutNuls(read(actionCaptionSection, actionCaptionKeys[i]));
     }
     return found;
+}
+
+std::wstring LayoutName(std::wstring_view text) {
+    constexpr std::size_t longest = 32;
+    // No file is called so; a question mark is also what the code page puts for a character that it lacks.
+    if (text.find_first_of(L"\\/:*?\"<>|") != std::wstring_view::npos) {
+        return {};
+    }
+    std::wstring name(text);
+    std::erase_if(name, IsUnseen);
+    name = TrimBlanks(name);
+    name.resize(std::min(name.size(), longest));
+    return name;
+}
+
+std::wstring LayoutNameOfFile(std::wstring_view path) {
+    path.remove_prefix(path.find_last_of(L"\\/") + 1); // 0 where there is none
+    return LayoutName(path.substr(0, path.find_last_of(L'.')));
 }
 
 std::wstring ActionCaptionOrDefault(std::wstring_view stored, ActionKey key) {

@@ -39,6 +39,11 @@ using LayoutReader = std::function<std::wstring(std::wstring_view section, std::
 /// caption: without one it is no layout.
 bool ReadLayoutEntries(const LayoutReader& read, Layout& layout);
 
+/// What an imported layout is called: the name of its file. For a text that a settings file has kept, which anybody may
+/// have written, as well: one line of a sensible length, and nothing where it cannot be a file's name.
+[[nodiscard]] std::wstring LayoutName(std::wstring_view text);
+[[nodiscard]] std::wstring LayoutNameOfFile(std::wstring_view path);
+
 /// An action caption as the start-up takes it: NULs removed, the default where only blanks are left.
 [[nodiscard]] std::wstring ActionCaptionOrDefault(std::wstring_view stored, ActionKey key);
 

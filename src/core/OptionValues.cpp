@@ -104,4 +104,12 @@ std::int16_t TransparencyOfPercent(int percent) noexcept {
     return static_cast<std::int16_t>(RoundHalfEven(shown * mostOpaqueAlpha / 100.0));
 }
 
+std::wstring SecondsText(int milliseconds) {
+    std::wstring fraction = std::to_wstring(1000 + milliseconds % 1000).substr(1);
+    while (fraction.size() > 1 && fraction.back() == L'0') {
+        fraction.pop_back();
+    }
+    return std::to_wstring(milliseconds / 1000) + L"." + fraction + L" s";
+}
+
 } // namespace vextrel

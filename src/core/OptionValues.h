@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace vextrel {
@@ -14,6 +15,7 @@ inline constexpr const wchar_t* section = L"Settings";
 inline constexpr const wchar_t* saveSettings = L"Save Settings in INI";
 inline constexpr const wchar_t* viewToolbar = L"View Toolbar";
 inline constexpr const wchar_t* keyboardLayout = L"Keyboard Layout";
+inline constexpr const wchar_t* importedLayoutName = L"Imported Layout Name";
 inline constexpr const wchar_t* mouseMode = L"MouseMode";
 inline constexpr const wchar_t* dragDropMode = L"Drag Drop Mode";
 inline constexpr const wchar_t* viewPasswordMask = L"View Password Mask";
@@ -90,5 +92,12 @@ inline constexpr int transparencySliderMaxPercent = 100;
 /// percent / 100 x 255, rounded to the nearest, halves to even (50 percent: 127.5 gives 128). A percentage outside the
 /// slider's range counts as the nearer end.
 [[nodiscard]] std::int16_t TransparencyOfPercent(int percent) noexcept;
+
+/// Seconds with at least one decimal: "2.0 s", "1.25 s".
+[[nodiscard]] std::wstring SecondsText(int milliseconds);
+/// "80%".
+[[nodiscard]] inline std::wstring PercentText(int percent) {
+    return std::to_wstring(percent) + L"%";
+}
 
 } // namespace vextrel

@@ -20,6 +20,8 @@ constexpr int gapCount = 4; ///< above the box, above the sliders, above and bel
 
 /// Room for a short caption in the system's font. Labels don't grow with the window: their text doesn't either.
 constexpr double labelWidthTwips = 1050;
+/// What a text that needs more room leaves to its slider.
+constexpr double smallestSliderTwips = 300;
 constexpr double betweenSlidersTwips = 150;
 
 constexpr double smallestKeyTwips = 240;
@@ -51,11 +53,12 @@ void PlaceKeys(WindowGeometry& geometry) noexcept {
 
 /// Two halves of equal width, each a label and its slider, ending flush with the keys on both sides.
 void PlaceSliders(WindowGeometry& geometry, int left, int right, int top, int bottom, int dpi,
-                  bool hoverLabelShown) noexcept {
+                  int labelTextPx) noexcept {
     const int half = std::max(0, (right - left - PixelsFromTwips(betweenSlidersTwips, dpi)) / 2);
-    const int label = std::min(PixelsFromTwips(labelWidthTwips, dpi), half / 2);
+    const int usual = std::min(PixelsFromTwips(labelWidthTwips, dpi), half / 2);
+    const int label = std::max(usual, std::min(labelTextPx, half - PixelsFromTwips(smallestSliderTwips, dpi)));
     geometry.hoverDelayLabel = {left, top, left + label, bottom};
-    geometry.hoverDelaySlider = {hoverLabelShown ? left + label : left, top, left + half, bottom};
+    geometry.hoverDelaySlider = {left + label, top, left + half, bottom};
     geometry.transparencyLabel = {right - half, top, right - half + label, bottom};
     geometry.transparencySlider = {right - half + label, top, right, bottom};
 }
@@ -86,7 +89,7 @@ WindowGeometry GeometryOfWindow(const WindowGeometryInput& input) noexcept {
     int top = input.toolbarHeightPx + gap;
     geometry.passwordBox = {left, top, right, top + box};
     top += box + gap;
-    PlaceSliders(geometry, left, right, top, top + sliderRow, dpi, input.hoverLabelShown);
+    PlaceSliders(geometry, left, right, top, top + sliderRow, dpi, input.labelTextPx);
     top += sliderRow + gap + spare / 2;
     geometry.keyArea = {left, top, right, top + keyRowCount * geometry.keyHeightPx};
     PlaceKeys(geometry);

@@ -12,7 +12,7 @@ struct WindowGeometryInput {
     int dpi = 96;
     int toolbarHeightPx = 0; ///< 0 when hidden
     int statusBarHeightPx = 0;
-    bool hoverLabelShown = true; ///< else its room is the slider's
+    int labelTextPx = 0; ///< of the sliders' labels, the longer text
 };
 
 /// Where everything in the window goes, in pixels of the client area. No two rectangles overlap; the key rows have no

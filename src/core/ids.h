@@ -31,6 +31,7 @@ inline constexpr int inputBoxText = 1221;
 inline constexpr int aboutHomepage = 1231;
 inline constexpr int aboutDonate = 1232;
 inline constexpr int aboutProtections = 1233;
+inline constexpr int aboutManual = 1234;
 
 inline constexpr int mnuFileKeepOnTop = 2001;
 inline constexpr int mnuFileExit = 2002;

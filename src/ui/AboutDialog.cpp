@@ -1,6 +1,7 @@
 #include "ui/AboutDialog.h"
 
 #include "core/ids.h"
+#include "ui/Manual.h"
 #include "ui/WindowParts.h"
 #include "win32/WebLinks.h"
 #include "win32/resources.h"
@@ -56,7 +57,8 @@ void AboutDialog::CreateControls() {
         L"learn as little as possible, and it takes the password to where you drag it.",
         {20, 84, 420, 136}, SS_LEFT | SS_NOPREFIX);
     AddControl(WC_LINK, L"<a>Vextrel homepage</a>", WS_TABSTOP, {20, 144, 150, 164}, ids::aboutHomepage);
-    AddControl(WC_LINK, L"<a>Donate</a>", WS_TABSTOP, {160, 144, 420, 164}, ids::aboutDonate);
+    AddControl(WC_LINK, L"<a>Donate</a>", WS_TABSTOP, {160, 144, 220, 164}, ids::aboutDonate);
+    AddControl(WC_LINK, L"<a>Manual</a> (F1)", WS_TABSTOP, {230, 144, 420, 164}, ids::aboutManual);
     AddLabel(L"&Protections in force", {20, 176, 420, 194});
     AddLines(Protections(facts_).c_str(), {20, 196, 420, 294}, ids::aboutProtections);
     ::SetFocus(AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, {335, 306, 420, 330}, IDOK));
@@ -72,6 +74,8 @@ void AboutDialog::OnNotify(const NMHDR& header) {
         OpenWebPage(owner, WebPage::Homepage);
     } else if (header.idFrom == ids::aboutDonate) {
         OpenWebPage(owner, WebPage::Donate);
+    } else if (header.idFrom == ids::aboutManual) {
+        ShowManual(operations_, Handle(), facts_.program);
     }
 }
 

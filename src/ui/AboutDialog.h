@@ -14,11 +14,12 @@ struct ProtectionFacts {
     CaptureState capture = CaptureState::Shown;
 };
 
-/// What the program is, where its maker's pages are, and which protections are in force at the moment.
+/// What the program is, where its manual and its maker's pages are, and which protections are in force at the moment.
 class AboutDialog final : public Dialog {
   public:
-    explicit AboutDialog(const ProtectionFacts& facts)
+    AboutDialog(Operations& operations, const ProtectionFacts& facts)
         : Dialog(L"About Vextrel", {440, 344})
+        , operations_(operations)
         , facts_(facts) {}
 
   private:
@@ -26,6 +27,7 @@ class AboutDialog final : public Dialog {
     void FitControls() override;
     void OnNotify(const NMHDR& header) override;
 
+    Operations& operations_;
     ProtectionFacts facts_;
     UniqueIcon icon_;
     HWND picture_ = nullptr;

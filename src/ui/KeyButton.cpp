@@ -77,12 +77,6 @@ void KeyButton::Name() noexcept {
     }
 }
 
-void KeyButton::Change(bool& shown, bool value) noexcept {
-    if (std::exchange(shown, value) != value) {
-        ::InvalidateRect(Handle(), nullptr, FALSE);
-    }
-}
-
 LRESULT KeyButton::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     LRESULT result = 0;
     GuardEvent(::GetParent(Handle()), L"KeyButton", [&] { result = OnMessage(message, wParam, lParam); });
@@ -157,6 +151,7 @@ void KeyButton::Paint(HDC context) {
         .pushed = pushed_,
         .lit = lit_,
         .dpi = dpi_,
+        .characterHeightPx = characterHeightPx_,
     };
     PaintKey(context, ClientArea(Handle()), look, *fonts_);
 }

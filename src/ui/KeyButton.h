@@ -6,6 +6,7 @@
 
 #include <span>
 #include <string>
+#include <utility>
 
 namespace vextrel {
 
@@ -41,6 +42,7 @@ class KeyButton final : public SubclassedWindow {
     void SetLit(bool lit) noexcept;
     /// What the key draws in from then on.
     void SetDpi(int dpi) noexcept { dpi_ = dpi; }
+    void SetCharacterHeight(int heightPx) noexcept { Change(characterHeightPx_, heightPx); }
 
   private:
     friend KeyCapture; // passes on beneath the gate, for which a message that is sent has no origin
@@ -49,13 +51,19 @@ class KeyButton final : public SubclassedWindow {
     /// Tells assistive programs how to say the key.
     void Name() noexcept;
     /// Gives what the key shows another value.
-    void Change(bool& shown, bool value) noexcept;
+    template <typename Value>
+    void Change(Value& shown, Value value) noexcept {
+        if (std::exchange(shown, value) != value) {
+            ::InvalidateRect(Handle(), nullptr, FALSE);
+        }
+    }
     void OnMouseMove(POINT point) noexcept;
     void OnButtonUp(POINT point) noexcept;
     void Paint(HDC context);
 
     int number_ = 0;
     int dpi_ = USER_DEFAULT_SCREEN_DPI;
+    int characterHeightPx_ = 0;
     KeyEvents* events_ = nullptr;
     FontCache* fonts_ = nullptr;
     KeyCapture* capture_ = nullptr;

@@ -1,6 +1,6 @@
 #include "ui/KeyPainter.h"
 
-#include "core/Geometry.h"
+#include "core/KeyText.h"
 
 namespace vextrel {
 
@@ -42,35 +42,33 @@ KeyColours ColoursOf(const KeyLook& look) noexcept {
     return {Mix(ground, ::GetSysColor(COLOR_WINDOWTEXT), 16), edge, ::GetSysColor(COLOR_BTNTEXT)};
 }
 
-/// The largest font, from the wanted height downwards, in which the caption fits the key's width.
-HFONT FittingFont(HDC context, const RECT& area, const KeyLook& look, int wantedPx, FontCache& fonts) {
-    constexpr int smallestPx = 6;
-    const LONG room = std::max<LONG>(1, area.right - area.left);
-    const auto widthAt = [&](int heightPx) {
-        const SelectScope selected(context, fonts.Sized(look.dpi, heightPx));
-        SIZE size{};
-        ::GetTextExtentPoint32W(context, look.caption.data(), static_cast<int>(look.caption.size()), &size);
-        return size.cx;
-    };
-    int heightPx = std::max(wantedPx, smallestPx);
-    while (heightPx > smallestPx && widthAt(heightPx) > room) {
-        --heightPx;
-    }
-    return fonts.Sized(look.dpi, heightPx);
+int GapPx(int dpi) noexcept {
+    return std::max(1, ::MulDiv(1, dpi, USER_DEFAULT_SCREEN_DPI));
+}
+
+/// Between a key's edge and its text.
+int PaddingPx(int dpi) noexcept {
+    return ::MulDiv(2, dpi, USER_DEFAULT_SCREEN_DPI);
+}
+
+int WidthPx(HDC context, std::wstring_view text) noexcept {
+    SIZE size{};
+    ::GetTextExtentPoint32W(context, text.data(), static_cast<int>(text.size()), &size);
+    return static_cast<int>(size.cx);
 }
 
 void PaintCaption(HDC context, RECT area, const KeyLook& look, COLORREF colour, FontCache& fonts) {
     const int keyHeight = area.bottom - area.top;
-    ::InflateRect(&area, -::MulDiv(2, look.dpi, USER_DEFAULT_SCREEN_DPI), 0);
-    // Single characters are read one by one and want to be large; the words on the action keys are landmarks.
-    // On small keys both take more of the height, to remain readable.
-    const auto share = [&](int usual, int most, int readable96) {
-        return std::max(usual, std::min(most, ::MulDiv(readable96, look.dpi, USER_DEFAULT_SCREEN_DPI)));
-    };
-    const int wantedPx = look.isCharacterKey && look.caption.size() == 1
-                             ? share(keyHeight / 2, keyHeight * 3 / 4, 13)
-                             : share(keyHeight * 2 / 5, keyHeight * 3 / 5, 11);
-    const SelectScope font(context, FittingFont(context, area, look, wantedPx, fonts));
+    ::InflateRect(&area, -PaddingPx(look.dpi), 0);
+    int heightPx = look.characterHeightPx;
+    if (look.caption.size() != 1) {
+        heightPx =
+            FittingTextHeight(WantedTextHeight(keyHeight, look.dpi, false), area.right - area.left, [&](int height) {
+                const SelectScope selected(context, fonts.Sized(look.dpi, height));
+                return WidthPx(context, look.caption);
+            });
+    }
+    const SelectScope font(context, fonts.Sized(look.dpi, heightPx));
     ::SetBkMode(context, TRANSPARENT);
     ::SetTextColor(context, colour);
     ::DrawTextW(context, look.caption.data(), static_cast<int>(look.caption.size()), &area,
@@ -79,7 +77,7 @@ void PaintCaption(HDC context, RECT area, const KeyLook& look, COLORREF colour, 
 
 void PaintInto(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts) {
     const KeyColours colours = ColoursOf(look);
-    const int gap = std::max(1, ::MulDiv(1, look.dpi, USER_DEFAULT_SCREEN_DPI));
+    const int gap = GapPx(look.dpi);
     const int rounding = ::MulDiv(5, look.dpi, USER_DEFAULT_SCREEN_DPI);
 
     // The context's own brush and pen need no objects, which the system may have run out of.
@@ -126,6 +124,20 @@ class Canvas {
 };
 
 } // namespace
+
+int CharacterHeightPx(Size key, int dpi, std::wstring_view characters, FontCache& fonts) {
+    const int gaps = 2 * GapPx(dpi);
+    const int wantedPx = WantedTextHeight(key.height - gaps, dpi, true);
+    return FittingTextHeight(wantedPx, key.width - gaps - 2 * PaddingPx(dpi), [&](int heightPx) {
+        int widest = 0;
+        WithFont(fonts.Sized(dpi, heightPx), [&](HDC screen) {
+            for (std::size_t place = 0; place < characters.size(); ++place) {
+                widest = std::max(widest, WidthPx(screen, characters.substr(place, 1)));
+            }
+        });
+        return widest;
+    });
+}
 
 void PaintKey(HDC context, const RECT& area, const KeyLook& look, FontCache& fonts) {
     const int width = area.right - area.left;

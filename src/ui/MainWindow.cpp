@@ -1,6 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include "core/ids.h"
+#include "ui/KeyPainter.h"
 #include "ui/WindowParts.h"
 #include "win32/Control.h"
 #include "win32/EventGuard.h"
@@ -137,7 +138,7 @@ WindowGeometryInput MainWindow::GeometryInput() {
             .dpi = dpi,
             .toolbarHeightPx = ToolbarHeightPx(),
             .statusBarHeightPx = StatusBarHeightPx(),
-            .hoverLabelShown = sliders_.IsHoverLabelShown()};
+            .labelTextPx = sliders_.LabelTextPx()};
 }
 
 void MainWindow::FitPasswordFont() {
@@ -151,6 +152,13 @@ void MainWindow::FitPasswordFont() {
     if (shownView_ == PasswordBoxView::Plain && fontPx != plainFontPx_) {
         plainFontPx_ = fontPx;
         SetFont(txtText_.Handle(), fonts_.FixedPitch(Dpi(), fontPx), false);
+    }
+}
+
+void MainWindow::FitCharacters() {
+    const int heightPx = CharacterHeightPx({geometry_.keyUnitPx, geometry_.keyHeightPx}, Dpi(), characters_, fonts_);
+    for (KeyButton& key : keys_) {
+        key.SetCharacterHeight(heightPx);
     }
 }
 
@@ -184,6 +192,7 @@ void MainWindow::Arrange() {
         ::EndDeferWindowPos(positions);
     }
     FitPasswordFont();
+    FitCharacters();
     statusBar_.Show();
     events_->FormMoved(); // the keys, if not the window
     ::RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -209,9 +218,18 @@ void MainWindow::ShowToolbarControl(bool show) {
     Arrange();
 }
 
-void MainWindow::ShowHoverDelayLabel(bool show) {
-    sliders_.ShowHoverLabel(show);
-    Arrange();
+void MainWindow::ShowHoverDelay(bool show) {
+    if (!show && ::GetFocus() == sliders_.HoverSlider()) {
+        FocusVisibleBox();
+    }
+    sliders_.ShowHoverDelay(show);
+}
+
+void MainWindow::SetCharacters(std::wstring characters) {
+    if (characters != characters_) {
+        characters_ = std::move(characters);
+        FitCharacters();
+    }
 }
 
 void MainWindow::Refresh(const CommandSnapshot& snapshot, StatusTexts status) {
@@ -250,7 +268,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETFOCUS: GuardEvent(Handle(), L"Form_GotFocus", [&] { FocusVisibleBox(); }); return 0;
     case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_NOTIFY: OnNotify(*reinterpret_cast<const NMHDR*>(lParam)); return 0; // TBDDRET_DEFAULT among others
-    case WM_HSCROLL: sliders_.OnMoved(reinterpret_cast<HWND>(lParam), *events_); return 0;
+    case WM_HSCROLL: sliders_.OnMoved(reinterpret_cast<HWND>(lParam), LOWORD(wParam), *events_); return 0;
     case WM_MOUSEMOVE: GuardEvent(Handle(), L"Form_MouseMove", [&] { events_->MouseMoveInForm(); }); break;
     case WM_SETCURSOR:
         if (LOWORD(lParam) == HTCLIENT && events_->ShowsDotPointer()) {

@@ -49,7 +49,10 @@ class MainWindow final : public Form {
 
     /// Shows or hides the toolbar. The window grows or shrinks by the toolbar's height; the keys keep their size.
     void ShowToolbarControl(bool show);
-    void ShowHoverDelayLabel(bool show);
+    /// The hover slider with its label.
+    void ShowHoverDelay(bool show);
+    /// The characters that stand alone on keys: one size fits all of them.
+    void SetCharacters(std::wstring characters);
     [[nodiscard]] SliderRow& Sliders() noexcept { return sliders_; }
     /// Check marks, enabled states, toolbar buttons and status bar.
     void Refresh(const CommandSnapshot& snapshot, StatusTexts status);
@@ -67,6 +70,7 @@ class MainWindow final : public Form {
     void CreateControls(KeyEvents& keys, BoxEvents& boxes);
     void ApplyDpi();
     void FitPasswordFont();
+    void FitCharacters();
     [[nodiscard]] WindowGeometryInput GeometryInput();
     /// At the present width, in pixels with the frame; empty while the window is being created.
     [[nodiscard]] Size MinimumSize();
@@ -89,6 +93,7 @@ class MainWindow final : public Form {
     MoveHook moveHook_;
     HWND activeControl_ = nullptr; ///< the box that had the focus last
     WindowGeometry geometry_;
+    std::wstring characters_;
     int arrangedWidthPx_ = -1; ///< the width that the toolbar is arranged for
     int toolbarHeightPx_ = 0;
     int passwordFontPx_ = 0; ///< 0: not fitted to the box yet

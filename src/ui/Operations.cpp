@@ -65,9 +65,9 @@ bool Operations::RequestClose() noexcept {
     return false;
 }
 
-int ShowMessageBox(Operations& operations, const wchar_t* text, const wchar_t* title, UINT style) {
+int ShowMessageBox(Operations& operations, const wchar_t* text, const wchar_t* title, UINT style, HWND owner) {
     const Operations::Scope modal(operations, Operations::Kind::Modal);
-    return ::MessageBoxW(operations.MainWindow(), text, title, style);
+    return ::MessageBoxW(owner != nullptr ? owner : operations.MainWindow(), text, title, style);
 }
 
 } // namespace vextrel

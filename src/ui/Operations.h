@@ -64,6 +64,7 @@ class Operations {
 };
 
 /// Runs a message box of the system as a modal operation; without a main window as a plain one.
-int ShowMessageBox(Operations& operations, const wchar_t* text, const wchar_t* title, UINT style);
+/// @param owner null: the main window.
+int ShowMessageBox(Operations& operations, const wchar_t* text, const wchar_t* title, UINT style, HWND owner = nullptr);
 
 } // namespace vextrel

@@ -5,7 +5,7 @@
 
 namespace vextrel {
 
-/// The two sliders with their labels: hover delay and opacity.
+/// The two sliders with their labels: hover delay, which is hidden at first, and opacity.
 class SliderRow {
   public:
     /// @throws Error with the system's code.
@@ -18,25 +18,32 @@ class SliderRow {
     [[nodiscard]] HWND TransparencyLabel() const noexcept { return lblTransparency_; }
     [[nodiscard]] HWND TransparencySlider() const noexcept { return sldTransparency_; }
 
-    void ShowHoverLabel(bool show) noexcept {
-        hoverLabelIsShown_ = show;
+    void ShowHoverDelay(bool show) noexcept {
         ::ShowWindow(lblHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
+        ::ShowWindow(sldHoverDelay_, show ? SW_SHOWNA : SW_HIDE);
     }
-    [[nodiscard]] bool IsHoverLabelShown() const noexcept { return hoverLabelIsShown_; }
     /// Bring the sliders into line; the move does not come back as the user's.
-    void SetHoverPosition(int positionMs) noexcept { Tell(sldHoverDelay_, TBM_SETPOS, TRUE, positionMs); }
-    void SetTransparencyPercent(int percent) noexcept { Tell(sldTransparency_, TBM_SETPOS, TRUE, percent); }
+    void SetHoverPosition(int positionMs) { SetPosition(sldHoverDelay_, positionMs); }
+    void SetTransparencyPercent(int percent) { SetPosition(sldTransparency_, percent); }
 
     void SetLabelFont(HFONT font) noexcept;
-    /// Tells which slider the user has moved, and where to. @param slider as WM_HSCROLL gives it.
-    void OnMoved(HWND slider, WindowEvents& events);
+    /// What the labels' texts need, the longer one.
+    [[nodiscard]] int LabelTextPx() const noexcept { return labelTextPx_; }
+    /// Tells which slider the user has moved, and where to. @param slider, code as WM_HSCROLL gives them.
+    void OnMoved(HWND slider, int code, WindowEvents& events);
 
   private:
+    void SetPosition(HWND slider, int position);
+    /// What the slider's position means.
+    [[nodiscard]] std::wstring ValueOf(HWND slider) const;
+    void ShowValueTip(HWND slider, std::wstring value) noexcept;
+
     HWND lblHoverDelay_ = nullptr;
     HWND sldHoverDelay_ = nullptr;
     HWND lblTransparency_ = nullptr;
     HWND sldTransparency_ = nullptr;
-    bool hoverLabelIsShown_ = false;
+    HWND valueTip_ = nullptr; ///< stands over a slider that is being dragged
+    int labelTextPx_ = 0;
 };
 
 } // namespace vextrel

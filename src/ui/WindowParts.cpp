@@ -27,13 +27,18 @@ HWND CreateSetupBox(HWND parent, int dpi) {
     return box;
 }
 
-void AddToolTip(HWND toolTips, HWND control, std::wstring text) {
+TOOLINFOW ToolTipOf(HWND parent, UINT flags, HWND control, wchar_t* text) noexcept {
     TOOLINFOW tool{};
     tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = ::GetParent(control);
+    tool.uFlags = flags;
+    tool.hwnd = parent;
     tool.uId = reinterpret_cast<UINT_PTR>(control);
-    tool.lpszText = text.data();
+    tool.lpszText = text;
+    return tool;
+}
+
+void AddToolTip(HWND toolTips, HWND control, std::wstring text) {
+    const TOOLINFOW tool = ToolTipOf(::GetParent(control), TTF_IDISHWND | TTF_SUBCLASS, control, text.data());
     Tell(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 

@@ -24,6 +24,8 @@ inline void SetFont(HWND control, HFONT font, bool redraw) noexcept {
     Tell(control, WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw ? TRUE : FALSE);
 }
 
+/// A text on a window of tool tips, as the system wants to be told of it. @param text outlives the result.
+[[nodiscard]] TOOLINFOW ToolTipOf(HWND parent, UINT flags, HWND control, wchar_t* text) noexcept;
 /// Shows a text on a window of tool tips while the pointer rests on a control.
 void AddToolTip(HWND toolTips, HWND control, std::wstring text);
 

@@ -28,5 +28,7 @@ struct AccessibleName {
 /// Names controls where their text would mislead or is missing. A system without the annotation service leaves them as
 /// they are.
 void SetAccessibleNames(std::initializer_list<AccessibleName> names) noexcept;
+/// What a screen reader says that a control stands at; likewise.
+void SetAccessibleValue(HWND control, const wchar_t* value) noexcept;
 
 } // namespace vextrel

@@ -1,6 +1,7 @@
 #include "core/Captions.h"
 
 #include "core/CaptionText.h"
+#include "core/KeyText.h"
 #include "core/SpokenName.h"
 
 #include <gtest/gtest.h>
@@ -108,6 +109,32 @@ TEST(Captions, ActionKeysAndSignsAreSpokenByNameLettersAndDigitsAsTheyAre) {
         const bool isPlain = std::iswalnum(static_cast<wint_t>(sign)) != 0;
         EXPECT_EQ(name == nullptr, isPlain) << static_cast<int>(sign);
         EXPECT_TRUE(isPlain || names.insert(name).second) << "a second " << static_cast<int>(sign);
+    }
+}
+
+TEST(Captions, SingleCharactersHaveTheSizeAtWhichTheWidestFits) {
+    KeyCaptions captions;
+    captions.At(0) = {L" i ", L"W", L""};
+    captions.At(1) = {L"&", L"two", L""};
+    const std::wstring characters = SingleCharacters(captions, {L"bksp", L"\u21E5", L"cap", L"ent", L"shft"});
+    for (const wchar_t c : {L'i', L'W', L'&', L'\u21E5', L'q', L'Q'}) {
+        EXPECT_NE(characters.find(c), std::wstring::npos) << static_cast<int>(c);
+    }
+    EXPECT_EQ(characters.size(), 2U * (characterKeyCount + 2) - 1) << "the space bar counts, words do not";
+
+    const struct {
+        int keyHeight, dpi, room;
+        int character, word; // of the height's own width each, the word of three
+    } rows[] = {{24, 96, 18, 13, 6},   {14, 96, 10, 10, 6},  {14, 96, 24, 10, 8},    {60, 96, 54, 30, 18},
+                {48, 192, 36, 26, 12}, {28, 192, 20, 20, 6}, {60, 192, 200, 30, 24}, {0, 96, 0, 6, 6}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        const auto fit = [&](bool single) {
+            return FittingTextHeight(WantedTextHeight(row.keyHeight, row.dpi, single), row.room,
+                                     [single](int height) { return height * (single ? 1 : 3); });
+        };
+        EXPECT_EQ(fit(true), row.character);
+        EXPECT_EQ(fit(false), row.word);
     }
 }
 

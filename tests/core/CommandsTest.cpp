@@ -131,7 +131,7 @@ TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
         int intervalMs;
         DragDropMode transfer;
         LayoutMark layout;
-        const wchar_t *texts, *brief;
+        const wchar_t *texts, *brief, *name = L"";
     } rows[] = {
         {InputMode::Standard, 1500, drag, English, L"Standard entry|Drag and drop|English layout",
          L"Standard|Drag|English"},
@@ -141,14 +141,18 @@ TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayout) {
          L"Hidden mouse, 0.5 s|Injection|Last imported"},
         {InputMode::Hover, 32767, drag, Imported, L"Hover entry, 32.767 s|Drag and drop|Imported layout",
          L"Hover, 32.767 s|Drag|Imported"},
+        {InputMode::Standard, 1, drag, Imported, L"Standard entry|Drag and drop|German", L"Standard|Drag|German",
+         L"German"},
+        {InputMode::Standard, 1, drag, LastSaved, L"Standard entry|Drag and drop|German, as stored",
+         L"Standard|Drag|German", L"German"},
         {InputMode::Hover, 1, drag, None, L"Hover entry, 0.001 s|Drag and drop|English layout",
          L"Hover, 0.001 s|Drag|English"},
         {InputMode::Hover, 2000, drag, None, L"Hover entry, 2.0 s|Drag and drop|English layout",
          L"Hover, 2.0 s|Drag|English"},
     };
     for (const auto& row : rows) {
-        const auto [first, second, third, warning] =
-            StatusBarTexts({.inputMode = row.mode, .dragDropMode = row.transfer, .layout = row.layout}, row.intervalMs);
+        const auto [first, second, third, warning] = StatusBarTexts(
+            {.inputMode = row.mode, .dragDropMode = row.transfer, .layout = row.layout}, row.intervalMs, row.name);
         EXPECT_EQ(first + L"|" + second + L"|" + third, row.texts);
         EXPECT_EQ(warning, L"");
         EXPECT_EQ(BriefStatus(first) + L"|" + BriefStatus(second) + L"|" + BriefStatus(third), row.brief);
@@ -159,7 +163,7 @@ TEST(Commands, TheStatusBarSaysThatNoLayoutIsImportedYetWholeWhereRoomIsShort) {
     using enum LayoutMark;
     for (const LayoutMark mark : {None, Default, English, LastSaved, Imported}) {
         const CommandSnapshot snapshot{.layout = mark, .noneImported = true};
-        EXPECT_EQ(StatusBarTexts(snapshot, 1000).layout == L"No layout imported yet", mark == LastSaved);
+        EXPECT_EQ(StatusBarTexts(snapshot, 1000, L"German").layout == L"No layout imported yet", mark == LastSaved);
         EXPECT_EQ(StateOfCommand(ids::mnuKeyboardLayoutLastSaved, snapshot).checked, mark == LastSaved);
     }
     EXPECT_EQ(BriefStatus(L"No layout imported yet"), L"No layout imported yet");

@@ -101,6 +101,27 @@ TEST(LayoutFile, AFileOverridesCharactersButReplacesActionCaptions) {
     }
 }
 
+TEST(LayoutFile, AnImportedLayoutIsCalledAsItsFileOnOneShortLine) {
+    const struct {
+        std::wstring text;
+        std::wstring name;
+        std::wstring ofFile;
+    } rows[] = {
+        {L"German", L"German", L"German"},
+        {L"C:\\a.b\\Polish-typists.lng", L"", L"Polish-typists"},
+        {L"c/my.own.LNG", L"", L"my.own"},
+        {L"..", L"..", L"."},
+        {L" a\tb\r\nc\u202Ed\0 " + std::wstring(1, L'\0'), L"abcd", L"abcd"},
+        {std::wstring(300, L'x'), std::wstring(32, L'x'), std::wstring(32, L'x')},
+        {L"????", L"", L""}, // of characters that the code page lacks
+        {L"", L"", L""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(LayoutName(row.text), row.name);
+        EXPECT_EQ(LayoutNameOfFile(row.text), row.ofFile);
+    }
+}
+
 TEST(LayoutFile, AnActionCaptionOfBlanksGivesTheDefault) {
     const std::pair<std::wstring, const wchar_t*> rows[] = {
         {L"", L"ent"}, {L"   ", L"ent"}, {{L' ', L'\0'}, L"ent"}, {{L' ', L'e', L'\0', L' '}, L" e "}};

@@ -169,6 +169,22 @@ TEST(WindowGeometry, TheSmallestWindowKeepsEverythingAndAShortageShrinksTheBoxFi
             EXPECT_GT(taller.passwordBox.Height(), layout.passwordBox.Height());
         }
     }
+    // The sliders' labels keep their usual width where their text fits, and their text else.
+    const struct {
+        bool smallest;
+        int text96, label96;
+    } labels[] = {{false, 66, 70}, {false, 90, 90}, {true, 40, 57}, {true, 66, 66}, {true, 300, 95}};
+    for (const auto& row : labels) {
+        for (const int dpi : {96, 144, 192}) {
+            const int narrowest = MinimumClientSizePx(frameTwips, dpi, 0, 0).width;
+            WindowGeometryInput input =
+                RandomlySized(row.smallest ? TwipsFromPixels(narrowest, dpi) + frameTwips : 10000, dpi);
+            input.labelTextPx = row.text96 * dpi / 96;
+            const WindowGeometry layout = GeometryOfWindow(input);
+            ExpectSound(layout, input);
+            EXPECT_NEAR(layout.hoverDelayLabel.Width() * 96 / dpi, row.label96, 1) << dpi;
+        }
+    }
     // A window that is being minimised has no room at all.
     const WindowGeometry none = GeometryOfWindow({});
     EXPECT_EQ(none.keyUnitPx, 0);

@@ -212,7 +212,8 @@ TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
             hint.ShowFor(mode, nullptr);
             checkOnScreens(hint.Handle(), percent);
         }
-        AboutDialog about({});
+        Operations operations;
+        AboutDialog about(operations, {});
         ErrorDialog error(L"Form_Load\r\n13: Type mismatch");
         InputBox question(L"Value", L"Give a new protective layer transparency value (0-255).", L"5");
         for (Dialog* dialog :
@@ -222,7 +223,6 @@ TEST(OwnWindows, ShowWholeTextsWhateverTheirSizeAndTheDpi) {
                 checkOnScreens(dialog->Handle(), percent);
                 PostMessageW(dialog->Handle(), WM_CLOSE, 0, 0);
             });
-            Operations operations;
             dialog->RunModal(operations, nullptr);
         }
     }

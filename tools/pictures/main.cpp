@@ -109,7 +109,7 @@ void TakeDialogs(const App& app, Photographer& photographer) {
     const HWND box = app.Control(ids::txtText);
     SendMessageW(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(tooLong.c_str()));
     Ask(box, EM_SETSEL, tooLong.size(), static_cast<LPARAM>(tooLong.size()));
-    PostMessageW(app.Main(), WM_COMMAND, static_cast<WPARAM>(ids::firstKey), 0);
+    PostMessageW(app.Control(ids::firstKey), BM_CLICK, 0, 0);
     HWND error = nullptr;
     Await("the error dialog appears", [&] {
         for (const HWND window : app.Running().Windows(formClass))
@@ -172,6 +172,9 @@ void TakeAll(const std::filesystem::path& folder, const std::wstring& stem, bool
     app.Command(ids::mnuViewPasswordMask);
     Await("the plain box is shown", [&] { return app.Visible(ids::txtText); });
     photographer.Take(L"hover-plain");
+    SetWindowPos(app.Main(), nullptr, 0, 0, 10, 10, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    photographer.Take(L"hover-minimum");
+    photographer.Size(7000);
     app.Command(ids::toolStandard);
     app.Command(ids::mnuViewPasswordMask);
     Await("the masked box is shown", [&] { return app.Visible(ids::txtPassword); });

@@ -170,6 +170,11 @@ TEST(ScreenCapture, IsDeniedOfEveryWindowBeforeItIsSeenUnlessTheUserAllowsIt) {
         expect(L"tooltips_class32", [&] { pointer.MoveTo(app.ToolPlace(ids::toolClear), 5, Milliseconds(20)); });
         pointer.MoveTo({0, 0});
         Await("the tool tip has gone", [&] { return ExclusionOfWindows(app).size() == 2; });
+        const RECT slider = BoundsOf(app.Control(ids::sldTransparency));
+        const LONG middle = (slider.top + slider.bottom) / 2;
+        expect(L"tooltips_class32", [&] { pointer.Pull({slider.right - 9, middle}, {slider.left, middle}); });
+        pointer.Release();
+        Await("that of the slider, too", [&] { return ExclusionOfWindows(app).size() == 2; });
         app.Activate();
         const POINT box = CentreOf(app.PasswordBox());
         expect(L"#32768", [&] { PostMessageW(app.PasswordBox(), WM_CONTEXTMENU, 0, MAKELPARAM(box.x, box.y)); });

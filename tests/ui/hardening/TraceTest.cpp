@@ -227,7 +227,7 @@ TEST(Accessibility, HearsOfNoticesAndOfNoKeyThatIsEntered) {
     EXPECT_FALSE(named(ids::firstKey, ids::lastKey));
     // Of what the system tells by itself, Wine has hardly more than the focus; that a key's would be seen it proves.
     Keys::Stroke(VK_TAB);
-    Await("the focus is heard of", [&] { return named(ids::sldHoverDelay, ids::sldHoverDelay); });
+    Await("the focus is heard of", [&] { return named(ids::sldTransparency, ids::sldTransparency); });
     EXPECT_EQ(alerts(), 0);
     PostMessageW(app.Main(), WM_WTSSESSION_CHANGE, WTS_SESSION_LOCK, 0);
     Await("the notice is heard of", [&] { return alerts() == 1; });

@@ -359,8 +359,9 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
         EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"back");
         EXPECT_EQ(TextOf(app.Key(keys::enter)), L"ent");
         EXPECT_EQ(app.Marks(), L"---");
-        EXPECT_EQ(app.LayoutPane(), L"Imported layout");
+        EXPECT_EQ(app.LayoutPane(), L"mine layout");
         EXPECT_EQ(sandbox.Setting(L"Keyboard Layout"), L"Config");
+        EXPECT_EQ(sandbox.Setting(L"Imported Layout Name"), L"mine");
         EXPECT_EQ(app.Close(), 0U);
     }
     std::filesystem::remove(elsewhere / L"mine.lng");
@@ -369,7 +370,7 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
     EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"back");
     EXPECT_EQ(upper(app), L"2nd X X") << "what was written is read with the file's own mapping of the fourth row";
     EXPECT_EQ(app.Marks(), L"--L");
-    EXPECT_EQ(app.LayoutPane(), L"Last imported layout");
+    EXPECT_TRUE(app.LayoutPane().starts_with(L"mine")) << "as stored";
 
     // Without a folder, into the one that the dialog starts in: the program's own, not the one used last.
     app.AnswerFileDialog(pointer, ids::mnuKeyboardCreateNewLayoutFile, L"Save As", L"saved.lng");
@@ -408,6 +409,7 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
         EXPECT_EQ(app.Shown(), file.firstKey + std::wstring(usLower + 1));
         EXPECT_EQ(TextOf(app.Key(keys::backspace)), L"bksp");
         EXPECT_EQ(app.Marks(), L"---");
+        EXPECT_EQ(sandbox.Setting(L"Imported Layout Name").empty(), file.firstKey[0] == L'`') << "its captions";
     }
 }
 

@@ -95,11 +95,10 @@ TEST_F(ByDefault, MenusToolbarAndSlidersObeyKeysAndPointer) {
     pointer_.Click(POINT{tools.left + 36, tools.top + 14});
     Await("a click on the second button", hovers);
     app_->Activate();
-    Press({VK_TAB, VK_TAB, VK_TAB, VK_HOME, VK_SPACE});
-    Await("Space on the first button", [&] { return !hovers(); });
-
-    Press({VK_TAB, VK_TAB, VK_RIGHT}); // by way of the box
+    Press({VK_TAB, VK_RIGHT});
     Await("an arrow moves the slider", [&] { return sandbox_.Setting(L"Hover Timer Interval") == L"1100"; });
+    Press({VK_TAB, VK_TAB, VK_HOME, VK_SPACE});
+    Await("Space on the first button", [&] { return !hovers(); });
     const RECT slider = BoundsOf(app_->Control(ids::sldTransparency));
     pointer_.Click(POINT{slider.left + 20, (slider.top + slider.bottom) / 2});
     Await("a click moves the other", [&] {
@@ -125,6 +124,18 @@ TEST_F(ByDefault, DialogsTakeTextAndAnswers) {
     Press({VK_UP, VK_RETURN}); // hidden mouse, which asks
     App::Answer(pointer_, app_->AwaitDialog(), IDCANCEL);
     EXPECT_FALSE(app_->Visible(ids::lblHoverDelay));
+}
+
+TEST_F(ByDefault, F1AsksForTheManualWhereverTheFocusIs) {
+    PostMessageW(app_->PasswordBox(), WM_KEYDOWN, VK_F1, 1); // nobody's key
+    EXPECT_FALSE(WaitFor([&] { return app_->Running().Window(dialogClass) != nullptr; }, Milliseconds(500)));
+    for (const int tabs : {0, 1, 2}) { // the box, a slider, the toolbar
+        app_->Activate();
+        for (int tab = 0; tab < tabs; ++tab)
+            Keys::Stroke(VK_TAB);
+        Keys::Stroke(VK_F1);
+        App::Answer(pointer_, app_->AwaitDialog(), IDOK); // there is none
+    }
 }
 
 TEST_F(ByDefault, RestingThePointerAndInjectingWork) {

@@ -105,6 +105,7 @@ TEST_F(Errors, OfNoHandlerEndTheProgram) {
         {L"KeyButton", key, WM_MOUSEMOVE, 0, 0},
         {L"txtPassword", app_.Control(ids::txtPassword), WM_MOUSEMOVE, 0, 0},
         {L"txtText", app_.Control(ids::txtText), WM_MOUSEMOVE, 0, 0},
+        {L"Form_KeyDown", main, WM_KEYDOWN, VK_F1, 1},
         {L"Form_KeyUp", app_.Control(ids::sldHoverDelay), WM_KEYUP, VK_SHIFT, 0},
         {L"tbToolbar_MouseMove", app_.Control(ids::tbToolbar), WM_MOUSEMOVE, 0, 0},
         {L"Form_MouseMove", layer, WM_MOUSEMOVE, 0, 0},

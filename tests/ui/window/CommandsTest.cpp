@@ -67,13 +67,15 @@ void Choose(const App& app, int command, int answer) {
     Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()) != FALSE; });
 }
 
-/// Takes the browser's place for a while: leaves the address that it is to open in a file.
+/// Takes the browser's place for a while: leaves the address or page that it is to open in a file.
 class BrowserStandIn {
   public:
-    BrowserStandIn() {
+    explicit BrowserStandIn(const wchar_t* kind = L"https")
+        : opener_(kind + std::wstring(L"\\shell\\open\\command")) {
         usual_.resize(MAX_PATH);
         auto bytes = static_cast<DWORD>(usual_.size() * sizeof(wchar_t));
-        Check(RegGetValueW(HKEY_CLASSES_ROOT, opener, nullptr, RRF_RT_REG_SZ, nullptr, usual_.data(), &bytes) == 0,
+        Check(RegGetValueW(HKEY_CLASSES_ROOT, opener_.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, usual_.data(),
+                           &bytes) == 0,
               "reading the browser's place");
         SetOpener(L"cmd.exe /c echo %1>\"" + File().wstring() + L"\"");
     }
@@ -87,17 +89,18 @@ class BrowserStandIn {
     static bool HasOpened(std::string_view address) {
         std::string opened;
         std::ifstream(File()) >> opened;
+        std::erase(opened, '"');
         return opened == address;
     }
 
   private:
-    static constexpr const wchar_t* opener = L"https\\shell\\open\\command";
-    static void SetOpener(const std::wstring& command) {
-        RegSetKeyValueW(HKEY_CLASSES_ROOT, opener, nullptr, REG_SZ, command.c_str(),
+    void SetOpener(const std::wstring& command) const {
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, opener_.c_str(), nullptr, REG_SZ, command.c_str(),
                         static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
     }
     static std::filesystem::path File() { return std::filesystem::temp_directory_path() / L"vextrel-opened.txt"; }
 
+    std::wstring opener_;
     std::wstring usual_;
 };
 
@@ -139,8 +142,10 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
     constexpr auto lastSaved = [](S& s) { s.layout = LayoutMark::LastSaved; };
     constexpr auto english = [](S& s) { s.layout = LayoutMark::English; };
     constexpr auto systems = [](S& s) { s.layout = LayoutMark::Default; };
-    constexpr auto labelShown = [](const App& app) { return app.Visible(lblHoverDelay); };
-    constexpr auto labelHidden = [](const App& app) { return !app.Visible(lblHoverDelay); };
+    constexpr auto labelShown = [](const App& app) { return app.Visible(lblHoverDelay) && app.Visible(sldHoverDelay); };
+    constexpr auto labelHidden = [](const App& app) {
+        return !app.Visible(lblHoverDelay) && !app.Visible(sldHoverDelay);
+    };
     constexpr auto barShown = [](const App& app) { return app.Visible(tbToolbar); };
     constexpr auto barHidden = [](const App& app) { return !app.Visible(tbToolbar); };
     constexpr auto inClear = [](const App& app) { return app.Visible(txtText) && !app.Visible(txtPassword); };
@@ -313,7 +318,7 @@ TEST(Commands, OnlyTheStartWritesWhileSavingIsOff) {
 
 TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
     const Sandbox sandbox;
-    sandbox.Write("[Settings]\r\nHover Timer Interval=137\r\nTransparency=131\r\n");
+    sandbox.Write("[Settings]\r\nHover Timer Interval=137\r\nTransparency=131\r\nMouseMode=Hover Entry Mode\r\n");
     const App app(sandbox);
     const HWND hover = app.Control(ids::sldHoverDelay);
     const HWND opacity = app.Control(ids::sldTransparency);
@@ -345,11 +350,28 @@ TEST(Commands, SlidersSetAndDoNotWriteBackWhatTheyWereTold) {
     }
 
     Pointer pointer;
-    const RECT bounds = BoundsOf(hover);
-    pointer.Drag({bounds.left + (bounds.bottom - bounds.top) / 2 - 2, (bounds.top + bounds.bottom) / 2},
-                 {bounds.right + 40, (bounds.top + bounds.bottom) / 2});
+    const auto tip = [&] { return app.Running().Window(L"tooltips_class32"); };
+    for (const auto& [slider, value] : {std::pair{opacity, L"100%"}, {hover, L"2.0 s"}}) {
+        const RECT bounds = BoundsOf(slider);
+        pointer.Pull({bounds.left + (bounds.bottom - bounds.top) / 2 - 2, (bounds.top + bounds.bottom) / 2},
+                     {bounds.right + 40, (bounds.top + bounds.bottom) / 2});
+        EXPECT_TRUE(WaitFor([&, wanted = value] { return tip() && TextOf(tip()) == wanted; }));
+        EXPECT_LE(tip() ? BoundsOf(tip()).bottom : 0, bounds.bottom) << "over no key";
+        pointer.Release();
+        EXPECT_TRUE(WaitFor([&] { return tip() == nullptr; }));
+    }
     EXPECT_TRUE(WaitFor([&] { return sandbox.Setting(settings::hoverTimerInterval) == L"2000"; }))
         << sandbox.Setting(settings::hoverTimerInterval).c_str();
+
+    const auto focused = [&] {
+        GUITHREADINFO information{};
+        information.cbSize = sizeof information;
+        GetGUIThreadInfo(GetWindowThreadProcessId(app.Main(), nullptr), &information);
+        return information.hwndFocus;
+    };
+    EXPECT_TRUE(WaitFor([&] { return focused() == hover; }));
+    Ask(app.Main(), WM_COMMAND, ids::mnuModeStandard);
+    EXPECT_EQ(focused(), app.PasswordBox()) << "the focus goes with the slider";
 }
 
 TEST(Commands, ProtectiveLayerFollowsItsTable) {
@@ -427,6 +449,32 @@ TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
         pointer.Click({place.left + 9, place.top + 7});
         EXPECT_TRUE(WaitFor([&, wanted = address] { return BrowserStandIn::HasOpened(wanted); })) << address;
     }
+    EXPECT_EQ(app.Close(), 0U);
+}
+
+TEST(Commands, TheManualOpensFromTheProgramsFolderOrIsSaidToBeMissing) {
+    RegSetKeyValueW(HKEY_CLASSES_ROOT, L".html", nullptr, REG_SZ, L"htmlfile", sizeof L"htmlfile"); // Wine has none
+    const BrowserStandIn browser(L"htmlfile");
+    const Sandbox sandbox;
+    const auto manual = sandbox.Folder() / L"docs" / L"manual.html";
+    const App app(sandbox);
+    app.Command(ids::mnuHelpAbout);
+    const HWND about = app.Running().AwaitWindow(formClass, L"About Vextrel");
+    SettleInForeground(about);
+    Pointer pointer;
+    const auto clickLink = [&] {
+        const RECT place = BoundsOf(GetDlgItem(about, ids::aboutManual));
+        pointer.Click({place.left + 9, place.top + 7});
+    };
+    clickLink();
+    const HWND message = app.AwaitDialog();
+    EXPECT_TRUE(TextOf(GetDlgItem(message, 0xFFFF)).ends_with(manual.wstring()));
+    EXPECT_FALSE(IsWindowEnabled(about));
+    App::Answer(pointer, message, IDOK);
+    std::filesystem::create_directory(manual.parent_path());
+    sandbox.Write("<html>", L"docs\\manual.html");
+    clickLink();
+    EXPECT_TRUE(WaitFor([&] { return BrowserStandIn::HasOpened(manual.string()); }));
     EXPECT_EQ(app.Close(), 0U);
 }
 
