@@ -18,6 +18,14 @@ void InputBox::CreateControls() {
     ::SetFocus(field_);
 }
 
+void InputBox::FitControls() {
+    // While it had no room, the field has scrolled to the end of its text.
+    const LRESULT selection = Tell(field_, EM_GETSEL, 0, 0);
+    Tell(field_, EM_SETSEL, 0, 0);
+    Tell(field_, EM_SCROLLCARET, 0, 0);
+    Tell(field_, EM_SETSEL, LOWORD(selection), HIWORD(selection));
+}
+
 void InputBox::OnCommand(int id) {
     if (id == IDOK) {
         answer_ = WindowText(field_);

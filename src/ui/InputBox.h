@@ -20,6 +20,7 @@ class InputBox final : public Dialog {
 
   private:
     void CreateControls() override;
+    void FitControls() override;
     void OnCommand(int id) override;
 
     std::wstring prompt_;

@@ -399,6 +399,7 @@ TEST(Commands, ProtectiveLayerFollowsItsTable) {
             const HWND question = app.Running().AwaitWindow(formClass, L"Transparency Value");
             EXPECT_EQ(alpha(), whileAsked);
             EXPECT_EQ(TextOf(GetDlgItem(question, ids::inputBoxText)), L"100");
+            EXPECT_EQ(Ask(GetDlgItem(question, ids::inputBoxText), EM_GETFIRSTVISIBLELINE), 0) << "can be seen, too";
             if (answer)
                 Ask(GetDlgItem(question, ids::inputBoxText), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(answer));
             PostMessageW(question, WM_COMMAND, answer ? IDOK : IDCANCEL, 0);
