@@ -1,5 +1,6 @@
-// Takes pictures of the real program for the manual, and for whoever changes its looks. Arguments: the folder for the
-// pictures, the beginning of their names, and "all" for menus and dialogs, too, instead of the main window alone.
+// Takes pictures of the real program, for whoever changes its looks. Arguments: the folder for the pictures, the
+// beginning of their names, and "all" for menus and dialogs, too, instead of the main window alone; or the folder and
+// "manual" for those that the manual shows, of the program as users have it.
 
 #include "core/RandomPlacement.h"
 #include "core/WindowGeometry.h"
@@ -36,7 +37,7 @@ class Photographer {
         const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
         const RECT wanted = part;
         IntersectRect(&part, &wanted, &screen);
-        TakeScreenshot(folder_ / (stem_ + L"-" + name + L".png"), part);
+        TakeScreenshot(folder_ / (stem_ + name + L".png"), part);
     }
 
     /// Gives the window one of the sizes that a start can give.
@@ -185,16 +186,59 @@ void TakeAll(const std::filesystem::path& folder, const std::wstring& stem, bool
     app.Close();
 }
 
+/// Chooses an item as users do. @param menu, item its place, from 0.
+void ChooseByKeys(const App& app, int menu, int item) {
+    app.Activate();
+    Keys::Stroke(VK_F10);
+    for (int step = 0; step < menu; ++step)
+        Keys::Stroke(VK_RIGHT);
+    Keys::Stroke(VK_DOWN);
+    Await("the menu opens", [&] { return app.Running().Window(L"#32768") != nullptr; });
+    for (int step = 0; step < item; ++step)
+        Keys::Stroke(VK_DOWN);
+    Keys::Stroke(VK_RETURN);
+    Await("the menu closes", [&] { return !IsInMenu(app); });
+}
+
+void TakeManual(const std::filesystem::path& folder) {
+    const Sandbox sandbox(Sandbox::Others::Refused);
+    const App app(sandbox);
+    Photographer photographer(app, folder, L"");
+    Pointer pointer;
+    app.MoveTo({60, 60});
+    app.Activate();
+    Keys::Type(sample);
+    pointer.MoveTo({GetSystemMetrics(SM_CXSCREEN) - 5, 5});
+    photographer.Size(7000);
+    photographer.Take(L"masked");
+    TakeMenus(app, photographer);
+    ChooseByKeys(app, 5, 2);
+    const HWND about = app.Running().AwaitWindow(formClass, L"About Vextrel");
+    SettleInForeground(about);
+    photographer.Take(L"about", about, true);
+    Keys::Stroke(VK_ESCAPE);
+    Await("the dialog closes", [&] { return !IsWindow(about) && IsWindowEnabled(app.Main()); });
+    ChooseByKeys(app, 1, 1);
+    Await("the label is shown", [&] { return app.Visible(ids::lblHoverDelay); });
+    ChooseByKeys(app, 2, 2);
+    Await("the plain box is shown", [&] { return app.Visible(ids::txtText); });
+    photographer.Take(L"hover");
+    app.Close();
+}
+
 } // namespace
 
 int wmain(int argc, wchar_t** argv) {
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
     if (argc < 3) {
-        std::cout << "usage: vextrel_pictures FOLDER STEM [all]\n";
+        std::cout << "usage: vextrel_pictures FOLDER (STEM [all] | manual)\n";
         return 2;
     }
     try {
-        TakeAll(argv[1], argv[2], argc > 3);
+        if (argv[2] == std::wstring_view(L"manual"))
+            TakeManual(argv[1]);
+        else
+            TakeAll(argv[1], argv[2] + std::wstring(L"-"), argc > 3);
         return 0;
     } catch (const std::exception& error) {
         std::cout << "no pictures: " << error.what() << '\n';
