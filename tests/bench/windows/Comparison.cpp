@@ -56,26 +56,6 @@ LPARAM MiddleOf(HWND part, HWND whole) {
     return MAKELPARAM(place.x, place.y);
 }
 
-struct Resources {
-    std::vector<double> start;
-    std::vector<double> privateKb;
-    std::vector<double> residentKb;
-    std::vector<double> idlePercent;
-};
-
-void MeasureResources(const Subject& subject, DWORD idleMs, Resources& into) {
-    into.start.push_back(subject.StartMs());
-    Sleep(settleMs);
-    const auto [privateKb, residentKb] = subject.Memory();
-    into.privateKb.push_back(privateKb);
-    into.residentKb.push_back(residentKb);
-    const double used = subject.ProcessorMs();
-    const double begun = Now();
-    Sleep(idleMs);
-    into.idlePercent.push_back((subject.ProcessorMs() - used) * 100 / (Now() - begun));
-    subject.Close();
-}
-
 } // namespace
 
 Subject StartProgram(const Sandbox& sandbox) {
@@ -87,17 +67,48 @@ Subject StartFloor() {
 }
 
 void CompareStarts(const Extent& extent) {
-    Resources program;
-    Resources floor;
-    for (int pair = 0; pair < extent.pairs; ++pair) {
-        const Sandbox sandbox(Sandbox::Others::Refused); // as users have it
-        MeasureResources(StartProgram(sandbox), extent.idleMs, program);
-        MeasureResources(StartFloor(), extent.idleMs, floor);
+    const Sandbox sandbox(Sandbox::Others::Refused); // as users have it
+    const auto timed = [](const Subject& subject, std::vector<double>& into) {
+        into.push_back(subject.StartMs());
+        subject.Close();
+    };
+    Row start{"start to shown and painted", "ms", {}, {}, 1.05};
+    for (int pair = 0; pair < extent.starts; ++pair) {
+        if (pair % 2 == 0)
+            timed(StartProgram(sandbox), start.program);
+        timed(StartFloor(), start.floor);
+        if (pair % 2 != 0)
+            timed(StartProgram(sandbox), start.program);
     }
-    Write({"start to shown and painted", "ms", program.start, floor.start, 1.15});
-    Write({"private memory", "KB", program.privateKb, floor.privateKb, 1.15});
-    Write({"resident memory", "KB", program.residentKb, floor.residentKb, 1.15});
-    Write({"processor while idle", "% of a core", program.idlePercent, floor.idlePercent, 2.0, {}, 0.5});
+    Write(start);
+}
+
+void CompareResources(const Extent& extent) {
+    Row privateKb{"private memory", "KB", {}, {}, 1.15};
+    Row residentKb{"resident memory", "KB", {}, {}, 1.15};
+    Row idle{"processor while idle", "% of a core", {}, {}, 2.0, {}, 0.5};
+    for (int pair = 0; pair < extent.idles; ++pair) {
+        const Sandbox sandbox(Sandbox::Others::Refused);
+        const Subject program = StartProgram(sandbox);
+        const Subject floor = StartFloor();
+        Sleep(settleMs);
+        const auto remember = [&](double(programs), double(floors), Row& row) {
+            row.program.push_back(programs);
+            row.floor.push_back(floors);
+        };
+        remember(program.Memory().own, floor.Memory().own, privateKb);
+        remember(program.Memory().resident, floor.Memory().resident, residentKb);
+        const double programUsed = program.ProcessorMs();
+        const double floorUsed = floor.ProcessorMs();
+        Sleep(extent.idleMs);
+        const auto percent = [&](double ms) { return ms * 100 / extent.idleMs; };
+        remember(percent(program.ProcessorMs() - programUsed), percent(floor.ProcessorMs() - floorUsed), idle);
+        program.Close();
+        floor.Close();
+    }
+    Write(privateKb);
+    Write(residentKb);
+    Write(idle);
 }
 
 void CompareClicks(const Extent& extent) {

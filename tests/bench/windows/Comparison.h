@@ -7,7 +7,8 @@ namespace vextrel::bench {
 
 /// How much is measured.
 struct Extent {
-    int pairs;
+    int starts; ///< of each of the two, in turn
+    int idles;  ///< of both side by side
     DWORD idleMs;
     int clicks;
     int operations;
@@ -20,6 +21,7 @@ struct Extent {
 
 /// Each writes its lines of the table.
 void CompareStarts(const Extent& extent);
+void CompareResources(const Extent& extent);
 void CompareClicks(const Extent& extent);
 void CompareOperations(const Extent& extent);
 void CompareInjection(const Extent& extent);

@@ -29,14 +29,20 @@ double Median(std::vector<double> values) {
 }
 
 void WriteHeading() {
-    std::puts("| measured | unit | Vextrel: median (min .. max) | floor: median (min .. max) | ratio | target | met |\n"
+    std::puts("| measured | unit | Vextrel: median (min .. max) | floor: median (min .. max) | "
+              "ratio: median (quartiles) | target | met |\n"
               "|---|---|---|---|---|---|---|");
 }
 
 void Write(const Row& row) {
     const double program = Median(row.program);
     const double floor = Median(row.floor);
-    const double ratio = row.isRate ? floor / program : program / floor;
+    // Of each pair: what disturbed the one has disturbed the other, too.
+    std::vector<double> ratios(std::min(row.program.size(), row.floor.size()));
+    for (std::size_t n = 0; n < ratios.size(); ++n)
+        ratios[n] = row.isRate ? row.floor[n] / row.program[n] : row.program[n] / row.floor[n];
+    std::ranges::sort(ratios);
+    const double ratio = Median(ratios);
     bool met = true;
     std::string target;
     const auto demand = [&](bool holds, const std::string& text) {
@@ -50,8 +56,11 @@ void Write(const Row& row) {
     if (row.maxValue)
         demand(program < *row.maxValue, "under " + Number(*row.maxValue));
     std::printf("| %s | %s | %s | %s | %s | %s | %s |\n", row.name.c_str(), row.unit.c_str(),
-                Spread(row.program).c_str(), Spread(row.floor).c_str(), Number(ratio).c_str(), target.c_str(),
-                met ? "yes" : "no");
+                Spread(row.program).c_str(), Spread(row.floor).c_str(),
+                (Number(ratio) + " (" + Number(ratios[ratios.size() / 4]) + " .. " +
+                 Number(ratios[ratios.size() * 3 / 4]) + ")")
+                    .c_str(),
+                target.c_str(), met ? "yes" : "no");
     std::fflush(stdout);
 }
 

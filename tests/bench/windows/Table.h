@@ -12,12 +12,12 @@ struct Row {
     std::string unit;
     std::vector<double> program;
     std::vector<double> floor;
-    /// Met if the first holds: the medians' ratio is at most `maxRatio`, the program's median exceeds the floor's by at
-    /// most `maxMore`, the program's median is under `maxValue`.
+    /// Measured in pairs, in this order. Met if the first holds: the median of the pairs' ratios is at most `maxRatio`,
+    /// the program's median exceeds the floor's by at most `maxMore`, the program's median is under `maxValue`.
     std::optional<double> maxRatio = {};
     std::optional<double> maxMore = {};
     std::optional<double> maxValue = {};
-    /// For rates, more is better: the ratio is the floor's median over the program's.
+    /// For rates, more is better: the ratio is the floor's over the program's.
     bool isRate = false;
 };
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr vextrel::bench::Extent full{10, 20000, 200, 50, 10};
-constexpr vextrel::bench::Extent quick{3, 3000, 50, 10, 2};
+constexpr vextrel::bench::Extent full{30, 3, 20000, 200, 50, 10};
+constexpr vextrel::bench::Extent quick{8, 1, 5000, 50, 15, 2};
 
 } // namespace
 
@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
         bench::CompareDlls();
         bench::WriteHeading();
         bench::CompareStarts(extent);
+        bench::CompareResources(extent);
         bench::CompareClicks(extent);
         bench::CompareOperations(extent);
         bench::CompareInjection(extent);
