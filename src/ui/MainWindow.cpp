@@ -47,7 +47,6 @@ void MainWindow::Load(KeyEvents& keys, BoxEvents& boxes, WindowEvents& events) {
     static_cast<void>(menu.Release()); // the window's from now on
     CreateControls(keys, boxes);
     ApplyDpi();
-    WatchSession(Handle(), true);
     ::SetTimer(Handle(), tmrCheckActiveWindow, checkActiveWindowMs, nullptr);
 }
 
@@ -278,7 +277,12 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         break;
     case WM_TIMER:
         if (wParam == tmrCheckActiveWindow) {
-            GuardEvent(Handle(), L"tmrCheckActiveWindow_Timer", [&] { events_->CheckActiveWindow(); });
+            GuardEvent(Handle(), L"tmrCheckActiveWindow_Timer", [&] {
+                if (!std::exchange(watchesSession_, true)) {
+                    WatchSession(Handle(), true); // the library that this takes is not waited for at the start
+                }
+                events_->CheckActiveWindow();
+            });
         }
         return 0;
     case WM_ENTERMENULOOP:

@@ -98,6 +98,7 @@ class MainWindow final : public Form {
     int toolbarHeightPx_ = 0;
     int passwordFontPx_ = 0; ///< 0: not fitted to the box yet
     int plainFontPx_ = 0;
+    bool watchesSession_ = false;
 };
 
 } // namespace vextrel

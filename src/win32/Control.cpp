@@ -18,16 +18,24 @@ constexpr IID interfaceOfAccPropServices{0x6e26e776, 0x04f0, 0x495d, {0x80, 0xe4
 constexpr GUID propertyName{0x608d3df8, 0x8128, 0x4aa7, {0xa4, 0x28, 0xf5, 0x5e, 0x49, 0x26, 0x72, 0x91}};
 constexpr GUID propertyValue{0x123fe443, 0x211a, 0x4615, {0x95, 0x27, 0xc4, 0x5a, 0x7e, 0x93, 0x71, 0x7a}};
 
-void Annotate(const GUID& property, std::initializer_list<AccessibleName> texts) noexcept {
+/// @return null where the system has none.
+IAccPropServices* NewPropertyServices() noexcept {
     // From the system's folder, not from wherever the user's part of the registry says that the class lives.
     static const SystemLibrary library(L"oleacc.dll");
     const auto getClass = library.Find<LPFNGETCLASSOBJECT>("DllGetClassObject");
     ComPtr<IClassFactory> factory;
-    ComPtr<IAccPropServices> services;
+    void* services = nullptr;
     if (getClass == nullptr ||
         FAILED(getClass(classOfAccPropServices, __uuidof(IClassFactory), reinterpret_cast<void**>(factory.Out()))) ||
-        FAILED(
-            factory->CreateInstance(nullptr, interfaceOfAccPropServices, reinterpret_cast<void**>(services.Out())))) {
+        FAILED(factory->CreateInstance(nullptr, interfaceOfAccPropServices, &services))) {
+        return nullptr;
+    }
+    return static_cast<IAccPropServices*>(services);
+}
+
+void Annotate(const GUID& property, std::initializer_list<AccessibleName> texts) noexcept {
+    static IAccPropServices* const services = NewPropertyServices(); // for as long as there are windows
+    if (services == nullptr) {
         return;
     }
     for (const auto& [control, text] : texts) {
