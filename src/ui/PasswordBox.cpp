@@ -7,7 +7,6 @@
 #include "win32/EventGuard.h"
 #include "win32/Gate.h"
 #include "win32/InputState.h"
-#include "win32/SystemLook.h"
 #include "win32/Touch.h"
 
 #include <imm.h>
@@ -122,37 +121,6 @@ void PasswordBox::OverwriteAndEmpty() noexcept {
     longest_ = 0;
 }
 
-void PasswordBox::PaintCue() const noexcept {
-    RECT area{};
-    ToWindow(EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
-    constexpr std::wstring_view cue = L"Click the keys; then drag the password out of this box";
-    constexpr LONG smallestPx = 8;
-    LOGFONTW look{};
-    ::GetObjectW(cueFont_, sizeof look, &look);
-    UniqueFont font(::CreateFontIndirectW(&look));
-    ::HideCaret(Handle());
-    const HDC device = ::GetDC(Handle());
-    const auto fits = [&] {
-        const SelectScope selected(device, font.Get());
-        SIZE wanted{};
-        ::GetTextExtentPoint32W(device, cue.data(), static_cast<int>(cue.size()), &wanted);
-        return wanted.cx <= area.right - area.left;
-    };
-    while (!fits() && look.lfHeight < -smallestPx) {
-        ++look.lfHeight;
-        font.Reset(::CreateFontIndirectW(&look));
-    }
-    {
-        const SelectScope selected(device, font.Get());
-        ::SetBkMode(device, TRANSPARENT);
-        ::SetTextColor(device, ::GetSysColor(COLOR_GRAYTEXT));
-        ::DrawTextW(device, cue.data(), static_cast<int>(cue.size()), &area,
-                    DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
-    }
-    ::ReleaseDC(Handle(), device);
-    ::ShowCaret(Handle());
-}
-
 LRESULT PasswordBox::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) noexcept {
     LRESULT result = 0;
     GuardEvent(::GetParent(Handle()), view_ == PasswordBoxView::Masked ? L"txtPassword" : L"txtText",
@@ -213,7 +181,7 @@ LRESULT PasswordBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_PAINT: {
         const LRESULT result = ToWindow(message, wParam, lParam);
         if (showsCue_ && view_ == PasswordBoxView::Masked) {
-            PaintCue();
+            PaintCue(Handle(), cueFont_, L"Click the keys; then drag the password out of this box");
         }
         return result;
     }

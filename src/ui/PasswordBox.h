@@ -60,7 +60,6 @@ class PasswordBox final : public SubclassedWindow {
     [[nodiscard]] bool IsOnSelection(LPARAM point) const;
     /// Whether the place under the pointer is one from which the password is dragged rather than edited.
     [[nodiscard]] bool IsDraggedFromHere() const;
-    void PaintCue() const noexcept;
     void StartDrag();
 
     PasswordBoxView view_ = PasswordBoxView::Masked;

@@ -2,6 +2,7 @@
 
 #include "core/ids.h"
 #include "win32/Control.h"
+#include "win32/SystemLook.h"
 #include "win32/resources.h"
 
 #include <imm.h>
@@ -40,6 +41,36 @@ TOOLINFOW ToolTipOf(HWND parent, UINT flags, HWND control, wchar_t* text) noexce
 void AddToolTip(HWND toolTips, HWND control, std::wstring text) {
     const TOOLINFOW tool = ToolTipOf(::GetParent(control), TTF_IDISHWND | TTF_SUBCLASS, control, text.data());
     Tell(toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void PaintCue(HWND box, HFONT usual, std::wstring_view cue) noexcept {
+    RECT area{};
+    Tell(box, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
+    constexpr LONG smallestPx = 8;
+    LOGFONTW look{};
+    ::GetObjectW(usual, sizeof look, &look);
+    UniqueFont font(::CreateFontIndirectW(&look));
+    ::HideCaret(box);
+    const HDC device = ::GetDC(box);
+    const auto fits = [&] {
+        const SelectScope selected(device, font.Get());
+        SIZE wanted{};
+        ::GetTextExtentPoint32W(device, cue.data(), static_cast<int>(cue.size()), &wanted);
+        return wanted.cx <= area.right - area.left;
+    };
+    while (!fits() && look.lfHeight < -smallestPx) {
+        ++look.lfHeight;
+        font.Reset(::CreateFontIndirectW(&look));
+    }
+    {
+        const SelectScope selected(device, font.Get());
+        ::SetBkMode(device, TRANSPARENT);
+        ::SetTextColor(device, ::GetSysColor(COLOR_GRAYTEXT));
+        ::DrawTextW(device, cue.data(), static_cast<int>(cue.size()), &area,
+                    DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+    }
+    ::ReleaseDC(box, device);
+    ::ShowCaret(box);
 }
 
 } // namespace vextrel

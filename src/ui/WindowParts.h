@@ -29,6 +29,9 @@ inline void SetFont(HWND control, HFONT font, bool redraw) noexcept {
 /// Shows a text on a window of tool tips while the pointer rests on a control.
 void AddToolTip(HWND toolTips, HWND control, std::wstring text);
 
+/// Paints into an edit control what it is for, in grey, smaller than usual where it would not fit otherwise.
+void PaintCue(HWND box, HFONT usual, std::wstring_view cue) noexcept;
+
 /// The small grey dot that stands in for the pointer, in the size that fits a DPI.
 /// @return the system's arrow where it cannot be loaded.
 [[nodiscard]] HCURSOR DotPointerForDpi(int dpi) noexcept;
