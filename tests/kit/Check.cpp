@@ -86,10 +86,6 @@ class Check {
         SetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), ENABLE_EXTENDED_FLAGS | ENABLE_PROCESSED_INPUT);
         // What tests leave in their temporary folder when they are stopped goes as well.
         fs::create_directories(temporary_);
-        // GoogleTest takes the name of its file in the code page, which need not have all of a user's name.
-        std::wstring plain(32768, L'\0');
-        plain.resize(GetShortPathNameW(temporary_.c_str(), plain.data(), static_cast<DWORD>(plain.size())));
-        temporary_ = plain.empty() ? temporary_ : fs::path(plain);
         SetEnvironmentVariableW(L"TMP", temporary_.c_str());
         SetEnvironmentVariableW(L"TEMP", temporary_.c_str());
         report_.facts = SystemFacts();
@@ -180,7 +176,10 @@ class Check {
     }
 
     std::vector<Result> RunSuite(const Suite& suite) {
-        const fs::path xml = temporary_ / L"results.xml";
+        // GoogleTest takes its name in the code page, which need not have all of a user's name; a short one is plain.
+        std::wstring folder(32768, L'\0');
+        folder.resize(GetShortPathNameW(temporary_.c_str(), folder.data(), static_cast<DWORD>(folder.size())));
+        const fs::path xml = (folder.empty() ? temporary_ : fs::path(folder)) / L"results.xml";
         const std::wstring arguments = L"--gtest_brief=1 \"--gtest_filter=" +
                                        std::wstring(suite.filter.begin(), suite.filter.end()) +
                                        L"\" \"--gtest_output=xml:" + xml.wstring() + L"\"";
@@ -245,7 +244,8 @@ class Check {
     const Clock::time_point start_ = Clock::now();
     // The folders lie as in the source tree, where the tests look for the program and its files.
     const fs::path root_ = fs::canonical(OwnFolder() / L"..\\..\\..");
-    fs::path temporary_ = fs::temp_directory_path() / (L"vextrel-check-" + std::to_wstring(GetCurrentProcessId()));
+    const fs::path temporary_ =
+        fs::temp_directory_path() / (L"vextrel-check-" + std::to_wstring(GetCurrentProcessId()));
     const bool capsLock_ = (GetKeyState(VK_CAPITAL) & 1) != 0;
     DWORD lockTimeout_ = 0;
     Report report_;
