@@ -239,13 +239,19 @@ class Check {
         std::ofstream(root_ / L"report.json", std::ios::binary) << report_.AsJson();
     }
 
+    /// Windows often gives the temporary folder by its short name; tests compare it with what dialogs say.
+    static fs::path LongName(const fs::path& folder) {
+        std::wstring name(32768, L'\0');
+        name.resize(GetLongPathNameW(folder.c_str(), name.data(), static_cast<DWORD>(name.size())));
+        return name.empty() ? folder : fs::path(name);
+    }
     static fs::path OwnFolder() { return driver::OwnFolder(); }
 
     const Clock::time_point start_ = Clock::now();
     // The folders lie as in the source tree, where the tests look for the program and its files.
     const fs::path root_ = fs::canonical(OwnFolder() / L"..\\..\\..");
     const fs::path temporary_ =
-        fs::temp_directory_path() / (L"vextrel-check-" + std::to_wstring(GetCurrentProcessId()));
+        LongName(fs::temp_directory_path()) / (L"vextrel-check-" + std::to_wstring(GetCurrentProcessId()));
     const bool capsLock_ = (GetKeyState(VK_CAPITAL) & 1) != 0;
     DWORD lockTimeout_ = 0;
     Report report_;
