@@ -49,16 +49,17 @@ const Shipped shippedLayouts[] = {
     {"Swiss-German", 1252, L"XCG", {{3, 10, L"\u00F6\u00E9"}, {2, 6, L"zZ"}, {2, 13, L"$\u00A3"}}},
 };
 
-const std::filesystem::path folder = "assets/layouts"; // tests run in the root of the source tree
+// Tests run in the root of the source tree. That may lie where the code page cannot say; with a backslash, a relative
+// path is not looked for in Windows' folder.
+const std::filesystem::path folder = ".\\assets\\layouts";
 
 /// A value as the program gets it, from the system's own functions, but in the file's code page.
 std::wstring ReadValue(const std::filesystem::path& file, const Shipped& shipped, std::wstring_view section,
                        std::wstring_view key) {
     const auto narrow = [](std::wstring_view text) { return std::string(text.begin(), text.end()); };
     char bytes[255] = {};
-    const auto size =
-        static_cast<int>(::GetPrivateProfileStringA(narrow(section).c_str(), narrow(key).c_str(), "", bytes,
-                                                    sizeof bytes, std::filesystem::absolute(file).string().c_str()));
+    const auto size = static_cast<int>(::GetPrivateProfileStringA(narrow(section).c_str(), narrow(key).c_str(), "",
+                                                                  bytes, sizeof bytes, file.string().c_str()));
     std::wstring value(255, L'\0');
     value.resize(static_cast<std::size_t>(::MultiByteToWideChar(static_cast<UINT>(shipped.codePage),
                                                                 MB_ERR_INVALID_CHARS, bytes, size, value.data(), 255)));

@@ -1,6 +1,7 @@
 #include "core/KeyTable.h"
 #include "core/ids.h"
 #include "driver/App.h"
+#include "driver/Machine.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
 #include "protections/Session.h"
@@ -123,6 +124,8 @@ bool CapsLockIsOn() {
 }
 
 TEST(Layouts, TheSystemsLayoutOfAUSKeyboardIsTheBuiltInOne) {
+    if (!HasAmericanKeyboard())
+        GTEST_SKIP() << "the keyboard is not American";
     const Sandbox sandbox;
     // Captions that neither layout has, so that each change shows.
     sandbox.Write("[Settings]\r\nKeyboard Layout=Config\r\n[Row 1 Lower Case]\r\nKey 1=other\r\n"
@@ -208,6 +211,10 @@ struct Captions {
 };
 
 TEST(Abroad, EveryShippedLayoutOfTheCodePageIsShownAsItsFileSays) {
+    if (!SpeaksEnglish())
+        GTEST_SKIP() << "Windows' own words are not English";
+    if (GetACP() < 1250 || GetACP() > 1253)
+        GTEST_SKIP() << "no layout ships for code page " << GetACP();
     const std::map<std::wstring, UINT> otherCodePages = {
         {L"Czech", 1250}, {L"Polish", 1250}, {L"Polish-typists", 1250}, {L"Russian", 1251}, {L"Greek", 1253}};
     const Sandbox sandbox;
@@ -265,6 +272,8 @@ class Interruption {
 };
 
 TEST(Layouts, ACaptureTypesIntoNoOtherProgram) {
+    if (!HasAmericanKeyboard())
+        GTEST_SKIP() << "the keyboard is not American";
     const Sandbox sandbox;
     sandbox.Write("[Settings]\r\nKeyboard Layout=Config\r\n[Row 1 Lower Case]\r\nKey 1=first\r\n"
                   "[Row 4 Lower Case]\r\nKey 10=last\r\n");
@@ -308,6 +317,8 @@ TEST(Layouts, ACaptureTypesIntoNoOtherProgram) {
 }
 
 TEST(Layouts, TheStoredChoiceOfTheSystemsLayoutIsCapturedAtTheStart) {
+    if (!HasAmericanKeyboard())
+        GTEST_SKIP() << "the keyboard is not American";
     const Target target;
     for (const bool interrupted : {false, true}) {
         const Sandbox sandbox;
@@ -326,6 +337,8 @@ TEST(Layouts, TheStoredChoiceOfTheSystemsLayoutIsCapturedAtTheStart) {
 }
 
 TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
+    if (!SpeaksEnglish())
+        GTEST_SKIP() << "Windows' own words are not English";
     const Sandbox sandbox;
     const auto elsewhere = sandbox.Folder() / L"elsewhere";
     std::filesystem::create_directory(elsewhere);
@@ -414,6 +427,8 @@ TEST(Layouts, AnImportedFileComesBackWithoutTheFile) {
 }
 
 TEST(Layouts, AFileThatIsNotThereOrCannotBeWrittenIsSaid) {
+    if (!SpeaksEnglish())
+        GTEST_SKIP() << "Windows' own words are not English";
     const std::string layout = "[Row 2 Lower Case]\r\nKey 1=mine\r\n";
     const Sandbox sandbox;
     sandbox.Write("[Settings]\r\nKeyboard Layout=English\r\n" + layout);

@@ -60,7 +60,8 @@ class KeyWitness {
         const DWORD key = reinterpret_cast<const KBDLLHOOKSTRUCT*>(lParam)->vkCode;
         printScreens_ += key == VK_SNAPSHOT;
         marks_ += key == VK_F24;
-        return CallNextHookEx(nullptr, code, wParam, lParam);
+        // Windows' own answer to Print Screen is in nobody's way.
+        return key == VK_SNAPSHOT ? 1 : CallNextHookEx(nullptr, code, wParam, lParam);
     }
     static inline int printScreens_ = 0;
     static inline int marks_ = 0;

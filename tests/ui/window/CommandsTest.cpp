@@ -2,6 +2,7 @@
 #include "core/OptionValues.h"
 #include "core/ids.h"
 #include "driver/App.h"
+#include "driver/Machine.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <algorithm>
 
 #include <fstream>
+#include <memory>
 
 namespace vextrel::driver {
 namespace {
@@ -67,7 +69,8 @@ void Choose(const App& app, int command, int answer) {
     Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()) != FALSE; });
 }
 
-/// Takes the browser's place for a while: leaves the address or page that it is to open in a file.
+/// Takes the browser's place for a while: leaves the address or page that it is to open in a file. Not on somebody's
+/// machine, where it might not give it back.
 class BrowserStandIn {
   public:
     explicit BrowserStandIn(const wchar_t* kind = L"https")
@@ -215,7 +218,7 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
         {mnuViewPasswordMask, L"", mask},
     };
 
-    const BrowserStandIn browser;
+    const auto browser = UnderWine() ? std::make_unique<BrowserStandIn>() : nullptr;
     const Sandbox sandbox;
     const App app(sandbox);
     Pointer pointer;
@@ -229,6 +232,9 @@ TEST(Commands, ActMarkAndWriteExactlyTheirKeys) {
         const Step& step = steps[number];
         SCOPED_TRACE(testing::Message() << "step " << number << ", command " << step.command);
         MarkSettings(sandbox);
+        const bool opensBrowser = step.command == mnuHelpVisitHomepage || step.command == mnuHelpDonate;
+        if ((opensBrowser && !browser) || (step.command == mnuKeyboardLayoutDefault && !HasAmericanKeyboard()))
+            continue;
         if (step.command == mnuKeyboardLayoutDefault)
             app.Activate(); // the capture types into it
         Choose(app, step.command, step.answer);
@@ -433,7 +439,7 @@ TEST(Commands, TwoProgramsOverOneSettingsFileLoseNoKey) {
 }
 
 TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
-    const BrowserStandIn browser;
+    const auto browser = UnderWine() ? std::make_unique<BrowserStandIn>() : nullptr;
     const Sandbox sandbox;
     const App app(sandbox);
     app.Command(ids::mnuHelpAbout);
@@ -447,6 +453,8 @@ TEST(Commands, AboutTellsVersionAndProtectionsAndEndsWithTheMainWindow) {
     Pointer pointer;
     for (const auto& [link, address] : {std::pair{ids::aboutHomepage, homepage}, {ids::aboutDonate, donations}}) {
         const RECT place = BoundsOf(GetDlgItem(about, link));
+        if (!browser)
+            break;
         pointer.Click({place.left + 9, place.top + 7});
         EXPECT_TRUE(WaitFor([&, wanted = address] { return BrowserStandIn::HasOpened(wanted); })) << address;
     }
