@@ -2,8 +2,11 @@
 # -Wnon-virtual-dtor: COM interfaces have no virtual destructor, and -Wall finds the deletion that would go wrong.
 add_library(vextrel_flags INTERFACE)
 target_compile_options(vextrel_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast
   -Woverloaded-virtual -Wcast-qual -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference -Wextra-semi -Wundef)
+if(VEXTREL_WARNINGS_ARE_ERRORS)
+  target_compile_options(vextrel_flags INTERFACE -Werror)
+endif()
 target_include_directories(vextrel_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
 
 if(VEXTREL_SANITIZE)
@@ -23,7 +26,7 @@ if(WIN32)
   target_compile_definitions(vextrel_flags INTERFACE
     UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0A00 WINVER=0x0A00 NTDDI_VERSION=0x0A000006)
   target_compile_options(vextrel_flags INTERFACE -ffunction-sections -fdata-sections -fstack-protector-strong)
-  # The same sources give the same file, wherever and whenever they are built.
+  # The same sources and the same compiler give the same file, wherever and whenever it is built.
   target_compile_options(vextrel_flags INTERFACE "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.")
   target_link_options(vextrel_flags INTERFACE -Wl,--no-insert-timestamp)
   target_link_options(vextrel_flags INTERFACE

@@ -64,7 +64,8 @@ void OverwriteFreedMemoryOf(HANDLE heap) noexcept {
     }
     // Over the edge of what the heap has committed: what it gave back there before may have left a few bytes.
     take(growth);
-    for (SIZE_T size = grain; size <= largestGrouped; size += grain) {
+    // A group may serve several sizes: the largest overwrites the most of a block.
+    for (SIZE_T size = largestGrouped; size >= grain; size -= grain) {
         for (int i = 0; i < ofEachSize; ++i) {
             take(size);
         }

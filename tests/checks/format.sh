@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Every source file is formatted as .clang-format says; "tests/checks/format.sh --fix" makes it so.
 set -euo pipefail
+bash "$(dirname "$0")/llvm.sh" clang-format
 how=(--dry-run -Werror)
 [ "${1:-}" != --fix ] || how=(-i)
 # safe.directory: the tests may run as another user than the one who cloned.

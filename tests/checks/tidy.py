@@ -107,6 +107,10 @@ def examine(job, rules):
 
 
 def main():
+    tool = run("bash", str(ROOT / "tests/checks/llvm.sh"), "clang-tidy")
+    if tool.returncode != 0:
+        print(tool.stdout, end="")
+        sys.exit(tool.returncode)
     rules = (ROOT / ".clang-tidy").read_bytes() + (ROOT / "tests/.clang-tidy").read_bytes()
     rules += run("clang-tidy", "--version").stdout.encode()
     VERDICTS.mkdir(parents=True, exist_ok=True)

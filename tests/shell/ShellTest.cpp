@@ -56,6 +56,13 @@ TEST(SendKeys, EveryStrokeArrivesInASecondProgram) {
     driver::Await("the target is in front", [&] { return GetForegroundWindow() == second.Window(); });
     SendKeysPlayer keys;
     std::wstring expected;
+    const auto record = [&] { return second.Text(target::keyRecord); };
+    // Wine 10 lets go of all keys once more when the display tells the target, somewhat late, that it is in front.
+    driver::Await("keys come as they are sent", [&] {
+        expected = record() + Tap(VK_F16);
+        keys.SendKeys(L"{F16}");
+        return driver::WaitFor([&] { return record() == expected; }, driver::Milliseconds(500));
+    });
     const auto arrives = [&](const std::wstring& command, const std::wstring& strokes) {
         expected += strokes;
         std::wstring error;
@@ -65,7 +72,6 @@ TEST(SendKeys, EveryStrokeArrivesInASecondProgram) {
             EXPECT_EQ(raised.Source(), L"Vextrel.cSendKeys");
             error = raised.Description();
         }
-        const auto record = [&] { return second.Text(target::keyRecord); };
         static_cast<void>(driver::WaitFor([&] { return record() == expected; }, driver::Milliseconds(3000)));
         EXPECT_EQ(record(), expected) << Narrow(command);
         expected = record();

@@ -44,6 +44,9 @@ WORD ScanCode(WORD key) {
 constexpr Milliseconds dragPace{40};
 constexpr int dragSteps = 12;
 
+// Wine 10 loses a move that comes while the program takes the one before it.
+constexpr DWORD betweenMoves = 20;
+
 // A press and a release bring their place along. Under Wine the pointer's moves come back as events of the X server,
 // and one that comes late (from a window that has just appeared under the pointer's former place, say) would otherwise
 // put the press there; GetCursorPos asks the X server and does not show it.
@@ -67,6 +70,7 @@ POINT Pointer::Place() {
 }
 
 void Pointer::MoveTo(POINT place, int steps, Milliseconds pace) {
+    Sleep(betweenMoves);
     const POINT start = Place();
     for (int step = 1; step <= steps; ++step) {
         const POINT next{start.x + (place.x - start.x) * step / steps, start.y + (place.y - start.y) * step / steps};

@@ -55,7 +55,10 @@ TEST(Faults, OfTheSettingsFileKeepTheOptionForTheRunAndShowNothing) {
             refused = CanWrite(file) ? std::make_error_code(std::errc::permission_denied) : refused;
             break;
         case Locked:
-            lock = CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+            Await("the program has closed the file", [&] {
+                lock = CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+                return lock != INVALID_HANDLE_VALUE;
+            });
             break;
         case Deleted: std::filesystem::remove(file); break;
         case Replaced:

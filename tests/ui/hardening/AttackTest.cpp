@@ -30,6 +30,12 @@ std::wstring ClipboardText() {
     return text;
 }
 
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
 /// The program with the secret in it, masked, kept whatever is dragged out; and a field that drags end on.
 class Victim {
   public:
@@ -58,6 +64,10 @@ class Victim {
         field_.PullHere(pointer_, CentreOf(app_->PasswordBox()));
         pointer_.Release();
         static_cast<void>(WaitFor([&] { return field_.Drops() > drops; }, Milliseconds(3000)));
+        Await("the drag's hint has gone", [&] {
+            return std::ranges::count_if(Process::AllBeside(app_->Main()),
+                                         [](HWND window) { return ClassOf(window) == formClass; }) == 2;
+        });
         return field_.Drops() > drops ? field_.Text() : L"";
     }
 
@@ -79,11 +89,10 @@ std::vector<HWND> AllWindows(const App& app) {
     // Of 65 keys, one; and what the system keeps for itself is its own affair.
     std::erase_if(windows, [&](HWND window) {
         const int id = GetDlgCtrlID(window);
-        wchar_t name[64] = {};
-        GetClassNameW(window, name, 64);
-        const std::wstring windowClass = name;
+        const std::wstring windowClass = ClassOf(window);
         return (id > ids::firstKey + 16 && id <= ids::lastKey) || (id >= ids::firstKey && id < ids::firstKey + 16) ||
-               (GetParent(window) == nullptr && windowClass != formClass && windowClass != L"tooltips_class32");
+               (GetAncestor(window, GA_ROOT) == window && windowClass != formClass &&
+                windowClass != L"tooltips_class32");
     });
     return windows;
 }

@@ -8,4 +8,4 @@ trap 'setxkbmap "${before[@]}"; rm -rf -- "$locales"' EXIT
 # Wine takes the code page from the locale's name alone: the one that is always there serves under any name.
 ln -s /usr/lib/locale/C.utf8 "$locales/$1"
 setxkbmap "$2"
-VEXTREL_KEYBOARD=$2 LOCPATH=$locales LC_ALL=$1 timeout 240 "${@:3}"
+VEXTREL_KEYBOARD=$2 LOCPATH=$locales LC_ALL=$1 "${@:3}"

@@ -12,9 +12,10 @@ namespace {
 constexpr RECT restingPlace{100, 80, 100 + 800, 80 + 460};
 
 Layout SavedLayout() {
+    const Layout builtIn;
     Layout written;
     for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
-        const KeyCaption& opposite = Layout{}.captions.At(characterKeyCount - 1 - slot);
+        const KeyCaption& opposite = builtIn.captions.At(characterKeyCount - 1 - slot);
         KeyCaption& key = written.captions.At(slot);
         key.lower = opposite.upper;
         key.upper = slot % 5 == 0 ? opposite.lower + L"\u00E4" : opposite.lower;
