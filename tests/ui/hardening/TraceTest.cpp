@@ -233,7 +233,7 @@ TEST(Accessibility, HearsOfNoticesAndOfNoKeyThatIsEntered) {
     Await("the notice is heard of", [&] { return alerts() == 1; });
     EXPECT_EQ(app.Text(ids::StatusBar1), L"Cleared: the session was locked");
     app.ClickPassword(pointer, L"a");
-    EXPECT_EQ(app.Text(ids::StatusBar1), L"Standard entry");
+    EXPECT_TRUE(app.Text(ids::StatusBar1).starts_with(L"Standard"));
     EXPECT_EQ(alerts(), 1);
 }
 
