@@ -29,6 +29,7 @@ int main(int argc, char** argv) {
         bench::CompareOperations(extent);
         bench::CompareInjection(extent);
         bench::LookForFlicker(extent);
+        bench::CompareLengths();
         return 0;
     } catch (const std::exception& error) {
         std::printf("not measured: %s\n", error.what());
