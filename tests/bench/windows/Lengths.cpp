@@ -72,7 +72,7 @@ void CompareLengths() {
         plain.at(row) = program.Time(program.Main(), WM_COMMAND, ids::mnuViewPasswordMask);
         mask.at(row) = program.Time(program.Main(), WM_COMMAND, ids::mnuViewPasswordMask);
 
-        Ask(program.Main(), WM_COMMAND, ids::mnuOptionsDragDropMode);
+        Ask(program.Main(), WM_COMMAND, ids::mnuOptionsDragDrop);
         SettleInForeground(program.Main());
         const int drops = target.Drops();
         target.PullHere(pointer, CentreOf(masked));
