@@ -50,10 +50,12 @@ void Layouts::SwitchKeyboardLang(std::int32_t layoutId, bool dontRecord) {
 void Layouts::Import(const std::wstring& file, bool dontRecord) {
     // What is no layout changes nothing on the keys: they are not what the file's name says.
     const std::wstring name = ReadLayout(file) ? LayoutNameOfFile(file) : std::wstring();
-    if (!dontRecord && WriteLayout(parts_.program.SettingsFilePath) == ERROR_SUCCESS) {
+    const DWORD error = dontRecord ? ERROR_SUCCESS : WriteLayout(parts_.program.SettingsFilePath);
+    if (!dontRecord && error == ERROR_SUCCESS) {
         parts_.store.WriteSetting(settings::importedLayoutName, name);
     }
     Loaded(LayoutMark::Imported, L"Config", dontRecord, false, name);
+    TellIfNotWritten(error);
 }
 
 void Layouts::Loaded(LayoutMark mark, const wchar_t* name, bool dontRecord, bool noneImported,
@@ -86,9 +88,14 @@ void Layouts::CreateNewLayoutFile() {
         const DWORD error = WriteLayout(*file);
         if (!parts_.options.Snapshot().saveSettings) {
             parts_.form.ShowNotice(L"Not written: saving is off");
-        } else if (error != ERROR_SUCCESS) {
-            parts_.form.ShowNotice(L"Not written (error " + std::to_wstring(error) + L")");
         }
+        TellIfNotWritten(error);
+    }
+}
+
+void Layouts::TellIfNotWritten(DWORD error) {
+    if (error != ERROR_SUCCESS) {
+        parts_.form.ShowNotice(L"Not written (error " + std::to_wstring(error) + L")");
     }
 }
 

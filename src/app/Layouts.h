@@ -50,6 +50,7 @@ class Layouts {
   private:
     /// @return the error that ended it, else ERROR_SUCCESS.
     DWORD WriteLayout(const std::wstring& file);
+    void TellIfNotWritten(DWORD error);
     void LoadDefault(bool dontRecord);
     /// Marks what has been loaded, and records it under its name.
     /// @param layoutName of an imported layout, where it is known.

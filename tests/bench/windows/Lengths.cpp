@@ -5,6 +5,8 @@
 #include "floor/Contract.h"
 #include "windows/Comparison.h"
 
+#include <commctrl.h>
+
 #include <array>
 #include <cstdio>
 
@@ -37,6 +39,26 @@ void Type(HWND box, int count) {
             PostMessageW(box, WM_CHAR, L'a', 0);
         static_cast<void>(TimeUntil("the box is full", [&] { return Ask(box, WM_GETTEXTLENGTH) == until; }));
     }
+}
+
+bool IsDragging() {
+    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"VextrelForm", L"")) != nullptr;)
+        if (GetDlgItem(window, ids::dragNoteText))
+            return true;
+    return false;
+}
+
+/// Pulls the password out of its box and lets go, however busy the program is with what was before.
+void DragTo(const Subject& program, Pointer& pointer, int mode, POINT place) {
+    const HWND toolbar = program.Control(ids::tbToolbar);
+    Await("commands are taken", [&] { return Ask(toolbar, TB_ISBUTTONENABLED, ids::toolToggleMask) != 0; });
+    Ask(program.Main(), WM_COMMAND, static_cast<WPARAM>(mode));
+    SettleInForeground(program.Main());
+    pointer.Pull(CentreOf(program.Control(ids::txtPassword)), place);
+    Await("the drag begins", IsDragging, Milliseconds(60000));
+    for (const LONG shift : {1, 0, 1})
+        pointer.MoveTo({place.x + shift, place.y}, 1, Milliseconds(100));
+    pointer.Release();
 }
 
 } // namespace
@@ -72,18 +94,14 @@ void CompareLengths() {
         plain.at(row) = program.Time(program.Main(), WM_COMMAND, ids::mnuViewPasswordMask);
         mask.at(row) = program.Time(program.Main(), WM_COMMAND, ids::mnuViewPasswordMask);
 
-        Ask(program.Main(), WM_COMMAND, ids::mnuOptionsDragDrop);
-        SettleInForeground(program.Main());
         const int drops = target.Drops();
-        target.PullHere(pointer, CentreOf(masked));
-        pointer.Release();
+        DragTo(program, pointer, ids::mnuOptionsDragDrop, CentreOf(target.Field(target::dropField)));
         drag.at(row) = TimeUntil("the drop arrives", [&] { return target.Drops() > drops; });
 
-        Ask(program.Main(), WM_COMMAND, ids::mnuOptionsInjectMode);
-        SettleInForeground(program.Main());
-        pointer.Drag(CentreOf(masked), CentreOf(typed));
+        DragTo(program, pointer, ids::mnuOptionsInjectMode, CentreOf(typed));
         static_cast<void>(TimeUntil("all characters arrive", [&] { return Ask(typed, WM_GETTEXTLENGTH) == count; }));
         injection.at(row) = static_cast<double>(Ask(floor.Main(), floor::typingTime)) / 1000;
+        Await("the end", [] { return !IsDragging(); });
         Ask(program.Main(), WM_COMMAND, ids::toolClear);
     }
     WriteTimes("typing it, ms", typing);

@@ -463,6 +463,12 @@ TEST(Layouts, AFileThatIsNotThereOrCannotBeWrittenIsSaid) {
     answer(app.NameFileInVain(save, there), IDYES);
     Await("the file", [&] { return sandbox.Read(L"there.lng")->find("Shift=") != std::string::npos; });
     EXPECT_NE(app.Text(ids::StatusBar1).substr(0, 3), L"Not");
+    const std::filesystem::path settings = sandbox.Folder() / Sandbox::settingsName;
+    const HANDLE heldToo = CreateFileW(settings.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    Pointer pointer;
+    app.AnswerFileDialog(pointer, open, L"Open", there);
+    Await("the notice", [&] { return app.Text(ids::StatusBar1) == L"Not written (error 32)"; });
+    CloseHandle(heldToo);
 
     // A close request ends the message box, the dialog beneath it, and the program.
     app.NameFileInVain(open, sandbox.Folder() / L"missing.lng");
