@@ -1,5 +1,5 @@
+#include "core/DragGesture.h"
 #include "core/HoverEntry.h"
-
 #include "core/KeyTable.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +9,43 @@
 
 namespace vextrel {
 namespace {
+
+using enum DragGesture::Verdict;
+
+/// In a box of 200 x 20 with a threshold of 4: the press's own verdict, then that of a move.
+DragGesture Pressed(bool onSelection, Point move, DragGesture::Verdict verdict) {
+    DragGesture gesture;
+    EXPECT_EQ(gesture.Press({100, 10}, onSelection, {200, 20}, {4, 4}), onSelection ? Hold : Box);
+    EXPECT_EQ(gesture.Move(move), verdict) << move.x << ',' << move.y;
+    return gesture;
+}
+
+TEST(DragGesture, DragsPastTheThresholdFromTheSelectionAndFromFarOutElse) {
+    const struct {
+        bool onSelection;
+        Point move;
+        DragGesture::Verdict verdict;
+    } rows[] = {{true, {104, 6}, Hold},        {true, {105, 10}, StartDrag},   {true, {100, 15}, StartDrag},
+                {false, {199, 19}, Box},       {false, {100, 39}, Box},        {false, {100, 40}, StartDrag},
+                {false, {100, -20}, Box},      {false, {100, -21}, StartDrag}, {false, {-20, 10}, Box},
+                {false, {-21, 10}, StartDrag}, {false, {219, 10}, Box},        {false, {220, 10}, StartDrag}};
+    for (const auto& row : rows) {
+        DragGesture gesture = Pressed(row.onSelection, row.move, row.verdict);
+        if (row.verdict == StartDrag) {
+            EXPECT_EQ(gesture.Move({80, 10}), Box) << "a drag starts once";
+        }
+        // A click on the selection reaches the box after all; what has just been selected stays so.
+        EXPECT_EQ(gesture.Release(), row.verdict == Hold ? Click : Box) << row.move.x << ',' << row.move.y;
+        EXPECT_EQ(gesture.Release(), Box);
+    }
+}
+
+TEST(DragGesture, NothingStartsWithoutAPressOrAfterACancel) {
+    EXPECT_EQ(DragGesture().Move({500, 500}), Box);
+    DragGesture gesture = Pressed(false, {100, 10}, Box);
+    gesture.Cancel();
+    EXPECT_EQ(gesture.Move({500, 500}), Box);
+}
 
 /// A session with hover entry, told in words: the letter of a key for the pointer's move onto it, "tick", "on", "off",
 /// "leave" for the background, "forget" for the key it was on; "=a" for a coming under the resting pointer, "!a" for a
