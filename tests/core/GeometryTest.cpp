@@ -26,11 +26,8 @@ const Rect& KeyRect(const WindowGeometry& geometry, int key) {
 }
 
 WindowGeometryInput RandomlySized(double outerWidthTwips, int dpi, bool toolbar = true) {
-    WindowGeometryInput input{.clientWidthTwips = outerWidthTwips - frameTwips,
-                              .frameWidthTwips = frameTwips,
-                              .dpi = dpi,
-                              .toolbarHeightPx = toolbar ? PixelsFromTwips(420, dpi) : 0,
-                              .statusBarHeightPx = PixelsFromTwips(330, dpi)};
+    WindowGeometryInput input{outerWidthTwips - frameTwips, 0, frameTwips, dpi, toolbar ? PixelsFromTwips(420, dpi) : 0,
+                              PixelsFromTwips(330, dpi)};
     input.clientHeightTwips =
         WindowHeightTwips(KeyUnitTwips(outerWidthTwips, TwipsPerPixel(dpi)),
                           TwipsFromPixels(input.toolbarHeightPx, dpi), TwipsFromPixels(input.statusBarHeightPx, dpi)) -

@@ -71,17 +71,14 @@ inline void Show(Session& s, const std::wstring& password) {
 /// The plain model: texts before and behind the selection, put together anew.
 struct Model {
     Session s;
-
     void EnterIntoBox(const std::wstring& text) {
         s.box = With(s.box, s.caret, s.selected, text);
         PutCaret(s, s.caret + text.size());
     }
-
     void Enter(const std::wstring& text) {
         s.password = With(s.password, s.caret, s.selected, text);
         EnterIntoBox(s.masked ? std::wstring(text.size(), L'*') : text);
     }
-
     void Backspace() {
         const bool selects = s.selected > 0;
         const bool behindBreak = !selects && s.caret > 0 && s.box[s.caret - 1] == L'\n';
@@ -92,7 +89,6 @@ struct Model {
         s.box = selects ? With(s.box, s.caret, s.selected, L"") : With(s.box, caret, s.caret - caret, L"");
         PutCaret(s, caret);
     }
-
     void Press(int button, const std::wstring& caption) {
         if (button == keys::backspace) {
             Backspace();
@@ -112,7 +108,6 @@ struct Model {
             }
         }
     }
-
     void Delete() {
         if (s.caret < s.box.size()) {
             const std::size_t count = s.selected > 0 ? s.selected : 1;
@@ -121,7 +116,6 @@ struct Model {
         }
         PutCaret(s, s.caret);
     }
-
     /// The box replaced its selection by itself. Where the same text results from a replacement that lies further
     /// back, the furthest one counts; that matters only once box and password are out of step.
     void BoxReplacedSelection(const std::wstring& text) {
@@ -141,13 +135,11 @@ struct Model {
             s.password = With(s.password, same, removed, added);
         }
     }
-
     void PasteMasked(const std::wstring& text) {
         if (const std::wstring clean = PastedText(text); !clean.empty()) {
             Enter(clean);
         }
     }
-
     void SwitchMask() {
         s.masked = !s.masked;
         if (s.masked) {
@@ -159,7 +151,6 @@ struct Model {
         Show(s, s.password);
         KeepSelection(s);
     }
-
     std::wstring Carry(bool takesAway) {
         std::wstring carried = s.selected == 0 ? s.password : Left(From(s.password, s.caret), s.selected);
         if (takesAway) {
@@ -175,10 +166,8 @@ struct Model {
 class Ruled {
   public:
     Session s; ///< without the password until it is compared
-
     [[nodiscard]] const SecretText& Secret() const { return password_; }
     [[nodiscard]] std::wstring Password() const { return std::wstring(password_.View()); }
-
     [[nodiscard]] BoxState State() const {
         return {s.masked ? PasswordBoxView::Masked : PasswordBoxView::Plain,
                 {static_cast<std::int16_t>(s.caret), static_cast<std::int16_t>(s.selected)},
@@ -186,7 +175,6 @@ class Ruled {
                 s.caret > 0 ? s.box[s.caret - 1] : L'\0',
                 password_.Size()};
     }
-
     void Apply(const TextEdit& edit) {
         ApplyToPassword(edit, password_);
         if (edit.box) {
@@ -194,7 +182,6 @@ class Ruled {
         }
         PutCaret(s, static_cast<std::size_t>(edit.caret));
     }
-
     void Press(int button, const std::wstring& caption) {
         const KeyPressOutcome outcome = PressKey(button, caption, State(), s.modifiers);
         if (outcome.edit) {
@@ -202,9 +189,7 @@ class Ruled {
         }
         s.modifiers = outcome.modifiers;
     }
-
     void Delete() { Apply(EraseForwards(State())); }
-
     void PasteMasked(const std::wstring& text) {
         HeapText clean;
         clean.Assign(std::wstring_view(text).substr(0, SecretText::capacity));
@@ -213,7 +198,6 @@ class Ruled {
             Apply(EnterText(State(), clean.View()));
         }
     }
-
     void BoxReplacedSelection(const std::wstring& text) {
         std::wstring after = s.box;
         after.replace(s.caret, s.selected, text);
@@ -226,7 +210,6 @@ class Ruled {
         s.box = after;
         PutCaret(s, s.caret + text.size());
     }
-
     void SwitchMask() {
         if (!s.masked) {
             ReadPlainBox(s.box, password_);
@@ -235,7 +218,6 @@ class Ruled {
         Show(s, Password());
         KeepSelection(s);
     }
-
     std::wstring Carry(bool takesAway) {
         const TransferPlan plan = PlanTransfer(State().selection, password_.Size());
         std::wstring carried(password_.View(plan.carried));

@@ -1,6 +1,5 @@
 #include "core/DragGesture.h"
 #include "core/HoverEntry.h"
-#include "core/KeyTable.h"
 
 #include <gtest/gtest.h>
 
@@ -52,16 +51,14 @@ TEST(DragGesture, NothingStartsWithoutAPressOrAfterACancel) {
 /// click on it; "aA" for a's caption becoming A, "tick:aA,bB" where the entry of a key changes captions. Answers with
 /// the timer's order or the key that a tick enters.
 std::string Play(const std::string& script) {
-    const std::map<char, int> keyOf{{'a', 31}, {'b', 48}, {'d', 1}, {'l', keys::leftShift}, {'r', keys::rightShift}};
-    std::map<int, std::wstring> captions{
-        {31, L"a"}, {48, L"b"}, {1, L""}, {keys::leftShift, L"shft"}, {keys::rightShift, L"shft"}};
+    std::map<char, std::wstring> captions{{'a', L"a"}, {'b', L"b"}, {'d', L""}, {'l', L"shft"}, {'r', L"shft"}};
     HoverEntry hover;
-    const auto current = [&] { return hover.CurrentButton() ? captions[*hover.CurrentButton()] : std::wstring(); };
+    const auto current = [&] { return captions[static_cast<char>(hover.CurrentButton().value_or(0))]; };
     const auto refresh = [&](const std::string& changes) {
         const std::wstring before = current();
         for (std::size_t i = 0; i + 1 < changes.size(); i += 3) {
             const auto caption = static_cast<wchar_t>(changes[i + 1]);
-            captions[keyOf.at(changes[i])] = std::wstring(caption == L'_' ? 0 : 1, caption);
+            captions[changes[i]] = std::wstring(caption == L'_' ? 0 : 1, caption);
         }
         hover.CaptionRefreshed(before, current());
     };
@@ -74,9 +71,7 @@ std::string Play(const std::string& script) {
     for (std::string word; words >> word;) {
         if (word.starts_with("tick")) {
             const std::optional<int> entered = hover.Tick(current());
-            answers += " -";
-            for (const auto& [letter, key] : keyOf)
-                answers.back() = entered == key ? letter : answers.back();
+            answers.append(" ").push_back(static_cast<char>(entered.value_or('-')));
             if (entered) {
                 refresh(word.substr(std::min<std::size_t>(word.size(), 5)));
                 hover.Entered(*entered, current());
@@ -89,12 +84,10 @@ std::string Play(const std::string& script) {
         } else if (word == "forget") {
             hover.ClearCurrentButton();
         } else if (word[0] == '!') {
-            const int key = keyOf.at(word[1]);
             refresh(word.substr(std::min<std::size_t>(word.size(), 3)));
-            hover.Entered(key, captions[key]);
+            hover.Entered(word[1], captions[word[1]]);
         } else if (word.size() == 1 || word[0] == '=') {
-            const int key = keyOf.at(word.back());
-            order(hover.MoveOverKey(key, captions[key], current(), word[0] == '='));
+            order(hover.MoveOverKey(word.back(), captions[word.back()], current(), word[0] == '='));
         } else {
             refresh(word);
         }
