@@ -101,51 +101,41 @@ TEST(Commands, MenusAndButtonsStandInTheirOrder) {
 }
 
 TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayoutAndWarns) {
+    constexpr auto standard = InputMode::Standard;
+    constexpr auto drag = DragDropMode::DragDrop;
     const struct {
-        CommandSnapshot snapshot;
+        InputMode mode;
         int intervalMs;
-        const wchar_t *layoutName, *texts;
-    } rows[] = {
-        {{.layout = English}, 1500, L"", L"Standard entry|Drag and drop|English layout|"},
-        {{.inputMode = hover, .dragDropMode = inject, .layout = Default},
-         1500,
-         L"German",
-         L"Hover entry, 1.5 s|Injection|Default layout|"},
-        {{.inputMode = hidden, .layout = LastSaved},
-         500,
-         L"",
-         L"Hidden mouse, 0.5 s|Drag and drop|Last imported layout|"},
-        {{.inputMode = hover, .layout = Imported}, 32767, L"", L"Hover entry, 32.767 s|Drag and drop|Imported layout|"},
-        {{.inputMode = hover, .layout = Imported}, 1, L"German", L"Hover entry, 0.001 s|Drag and drop|German|"},
-        {{.layout = LastSaved}, 1, L"German", L"Standard entry|Drag and drop|German, as stored|"},
-        {{.layout = LastSaved, .noneImported = true}, 1, L"X", L"Standard entry|Drag and drop|No layout imported yet|"},
-        {{.answersOthers = true, .hardeningOff = true, .noneImported = true},
-         1,
-         L"",
-         L"Standard entry|Drag and drop|English layout|Open to other programs"},
-        {{.inputMode = hover, .hardeningOff = true},
-         2000,
-         L"",
-         L"Hover entry, 2.0 s|Drag and drop|English layout|Not hardened"}};
+        DragDropMode transfer;
+        LayoutMark layout;
+        const wchar_t *name, *texts;
+    } rows[] = {{standard, 1500, drag, English, L"", L"Standard entry|Drag and drop|English layout"},
+                {hover, 1500, inject, Default, L"X", L"Hover entry, 1.5 s|Injection|Default layout"},
+                {hidden, 500, inject, LastSaved, L"", L"Hidden mouse, 0.5 s|Injection|Last imported layout"},
+                {hover, 32767, inject, Imported, L"", L"Hover entry, 32.767 s|Injection|Imported layout"},
+                {hover, 1, inject, Imported, L"German", L"Hover entry, 0.001 s|Injection|German"},
+                {hover, 2000, inject, LastSaved, L"German", L"Hover entry, 2.0 s|Injection|German, as stored"},
+                {standard, 1, drag, None, L"", L"Standard entry|Drag and drop|English layout"}};
     for (const auto& row : rows) {
-        const auto [mode, transfer, layout, warning] = StatusBarTexts(row.snapshot, row.intervalMs, row.layoutName);
-        std::wstring texts = mode;
-        for (const std::wstring& text : {transfer, layout, warning}) {
-            texts.append(L"|").append(text);
-        }
-        EXPECT_EQ(texts, row.texts);
+        const CommandSnapshot snapshot{.inputMode = row.mode, .dragDropMode = row.transfer, .layout = row.layout};
+        const auto [mode, transfer, layout, warning] = StatusBarTexts(snapshot, row.intervalMs, row.name);
+        EXPECT_EQ(std::wstring(mode).append(L"|").append(transfer).append(L"|").append(layout), row.texts);
+        EXPECT_EQ(warning, L"");
     }
+    EXPECT_EQ(StatusBarTexts({.layout = LastSaved, .noneImported = true}, 1, L"X").layout, L"No layout imported yet");
+    EXPECT_EQ(StatusBarTexts({.layout = Imported, .noneImported = true}, 1, L"X").layout, L"X");
+    EXPECT_EQ(StatusBarTexts({.answersOthers = true, .hardeningOff = true}, 1).warning, L"Open to other programs");
+    EXPECT_EQ(StatusBarTexts({.hardeningOff = true}, 1).warning, L"Not hardened");
     const std::pair<const wchar_t*, const wchar_t*> whereRoomIsShort[] = {
-        {L"Standard entry", L"Standard"},
-        {L"Hover entry, 1.5 s", L"Hover, 1.5 s"},
-        {L"Drag and drop", L"Drag"},
-        {L"Last imported layout", L"Last imported"},
-        {L"German, as stored", L"German"},
-        {L"Open to other programs", L"Open"},
-        {L"No layout imported yet", L"No layout imported yet"},
-        {L"System's layout not read", L"System's layout not read"}};
+        {L"Last imported layout", L"Last imported"}, {L"Hover entry, 1.5 s", L"Hover, 1.5 s"},
+        {L"Open to other programs", L"Open"},        {L"Standard entry", L"Standard"},
+        {L"German, as stored", L"German"},           {L"Drag and drop", L"Drag"},
+        {L"Not hardened", L"Not hardened"}};
     for (const auto& [text, brief] : whereRoomIsShort) {
         EXPECT_EQ(BriefStatus(text), brief);
+    }
+    for (const wchar_t* const text : {L"No layout imported yet", L"System's layout not read"}) {
+        EXPECT_EQ(BriefStatus(text), text);
     }
 }
 

@@ -13,17 +13,16 @@ namespace vextrel::fuzz {
 
 namespace {
 
-/// A profile file.
-struct Source {
-    std::map<std::pair<std::wstring, std::wstring>, std::wstring> values;
+using Source = std::map<std::pair<std::wstring, std::wstring>, std::wstring>;
 
-    std::wstring operator()(std::wstring_view section, std::wstring_view key) const {
-        const auto found = values.find({std::wstring(section), std::wstring(key)});
-        return found == values.end() ? std::wstring() : found->second;
-    }
-};
+LayoutReader Reader(const Source& source) {
+    return [&source](std::wstring_view section, std::wstring_view key) {
+        const auto found = source.find({std::wstring(section), std::wstring(key)});
+        return found == source.end() ? std::wstring() : found->second;
+    };
+}
 
-/// Of equal keys the first counts, and values are cut.
+/// A profile file: of equal keys the first counts, and values are cut.
 Source ReadSource(Bytes& input) {
     Source source;
     std::wstring section;
@@ -33,7 +32,7 @@ Source ReadSource(Bytes& input) {
         if (line.starts_with(L'[')) {
             section = line.substr(1, line.find(L']') - 1);
         } else if (equals != std::wstring::npos) {
-            source.values.try_emplace({section, line.substr(0, equals)}, line.substr(equals + 1, 254));
+            source.try_emplace({section, line.substr(0, equals)}, line.substr(equals + 1, 254));
         }
     }
     return source;
@@ -42,11 +41,11 @@ Source ReadSource(Bytes& input) {
 /// Reads the source over a layout, with the exceptions of the last upper-case row.
 Layout ReadAsSaid(const Source& source, const Layout& before) {
     Layout layout = before;
-    ReadLayoutEntries(source, layout);
+    ReadLayoutEntries(Reader(source), layout);
     const std::vector<LayoutEntry> old = LayoutEntries(before);
     const std::vector<LayoutEntry> now = LayoutEntries(layout);
     const auto value = [&source](std::wstring_view section, std::wstring_view key) {
-        std::wstring text = source(section, key);
+        std::wstring text = Reader(source)(section, key);
         std::erase(text, L'\0');
         return text;
     };
@@ -78,7 +77,7 @@ void Run(Bytes input) {
     }
     Source written;
     for (const LayoutEntry& entry : LayoutEntries(layout)) {
-        Require(written.values.try_emplace({entry.section, entry.key}, entry.value).second, "nothing is written twice");
+        Require(written.try_emplace({entry.section, entry.key}, entry.value).second, "nothing is written twice");
     }
     Require(ReadAsSaid(written, {}).actionCaptions == layout.actionCaptions, "action captions survive the way back");
 }
