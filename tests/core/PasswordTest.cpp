@@ -12,15 +12,15 @@ std::ptrdiff_t foundInFreedMemory = 0;
 
 } // namespace
 
-// Those of the whole program, to look into what is freed.
-void* operator new(std::size_t size) {
+// Those of the whole program, to look into what is freed. Inlined, one half of a pair would seem to lack the other.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     void* const memory = std::malloc(size);
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-void operator delete(void* memory, std::size_t size) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t size) noexcept {
     const auto* const characters = static_cast<const wchar_t*>(memory);
     foundInFreedMemory += std::count(characters, characters + size / sizeof(wchar_t), sought);
     std::free(memory);
