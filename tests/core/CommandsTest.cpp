@@ -12,8 +12,8 @@ namespace {
 
 using namespace ids;
 using enum LayoutMark;
-constexpr auto hover = InputMode::Hover, hidden = InputMode::HiddenMouseAndHover;
-constexpr auto inject = DragDropMode::Inject;
+constexpr auto standard = InputMode::Standard, hover = InputMode::Hover, hidden = InputMode::HiddenMouseAndHover;
+constexpr auto drag = DragDropMode::DragDrop, inject = DragDropMode::Inject;
 
 TEST(Commands, EveryMarkAndPressedButtonShowsItsOption) {
     // No two options are on in the same ones of these.
@@ -21,22 +21,24 @@ TEST(Commands, EveryMarkAndPressedButtonShowsItsOption) {
         CommandSnapshot snapshot;
         std::set<int> marked;
     } rows[] = {
-        {{.textIsMasked = false, .keepOnTop = false, .saveSettings = false, .toolbarShown = false, .layout = Default},
-         {mnuModeStandard, toolStandard, mnuOptionsDragDrop, mnuKeyboardLayoutDefault}},
-        {{.inputMode = hover, .beepOnHover = true, .layerMarked = true, .layout = English},
+        {{standard, drag, true, false, false, true, false, false, false, English},
+         {mnuModeStandard, toolStandard, mnuOptionsDragDrop, mnuViewPasswordMask, toolToggleMask, mnuFileKeepOnTop,
+          toolKeepOnTop, mnuKeyboardLayoutEnglish}},
+        {{hover, drag, true, true, false, false, true, true, true, Default},
          {mnuModeHover, toolHover, mnuOptionsDragDrop, mnuViewPasswordMask, toolToggleMask, mnuOptionsBeepOnHover,
-          toolBeep, mnuFileKeepOnTop, toolKeepOnTop, mnuOptionsSaveSettingsInINI, mnuViewToolbar,
-          mnuViewProtectiveLayer, mnuKeyboardLayoutEnglish}},
-        {{hidden, inject, false, true, true, false, true, false, false, LastSaved},
+          toolBeep, mnuOptionsSaveSettingsInINI, mnuViewToolbar, mnuViewProtectiveLayer, mnuKeyboardLayoutDefault}},
+        {{hidden, inject, false, true, false, true, true, false, false, LastSaved},
          {mnuModeHiddenMouseAndHover, toolHideMouse, mnuOptionsInjectMode, toolInject, mnuOptionsBeepOnHover, toolBeep,
-          mnuOptionsKeepPasswordAfterDragDrop, toolKeepPassword, mnuOptionsSaveSettingsInINI,
-          mnuKeyboardLayoutLastSaved}},
-        {{hover, inject, true, false, true, false, false, false, true, Imported},
+          mnuFileKeepOnTop, toolKeepOnTop, mnuOptionsSaveSettingsInINI, mnuKeyboardLayoutLastSaved}},
+        {{hover, inject, true, false, true, false, false, false, true, LastSaved},
          {mnuModeHover, toolHover, mnuOptionsInjectMode, toolInject, mnuViewPasswordMask, toolToggleMask,
-          mnuOptionsKeepPasswordAfterDragDrop, toolKeepPassword, mnuViewProtectiveLayer}},
-        {{hover, inject, true, false, false, false, true, true, false, None},
+          mnuOptionsKeepPasswordAfterDragDrop, toolKeepPassword, mnuViewProtectiveLayer, mnuKeyboardLayoutLastSaved}},
+        {{hover, inject, true, false, true, false, true, true, false, English},
          {mnuModeHover, toolHover, mnuOptionsInjectMode, toolInject, mnuViewPasswordMask, toolToggleMask,
-          mnuOptionsSaveSettingsInINI, mnuViewToolbar}}};
+          mnuOptionsKeepPasswordAfterDragDrop, toolKeepPassword, mnuOptionsSaveSettingsInINI, mnuViewToolbar,
+          mnuKeyboardLayoutEnglish}},
+        {{standard, drag, false, false, false, false, false, false, false, Imported},
+         {mnuModeStandard, toolStandard, mnuOptionsDragDrop}}};
     std::set<int> everMarked;
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
@@ -101,8 +103,6 @@ TEST(Commands, MenusAndButtonsStandInTheirOrder) {
 }
 
 TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayoutAndWarns) {
-    constexpr auto standard = InputMode::Standard;
-    constexpr auto drag = DragDropMode::DragDrop;
     const struct {
         InputMode mode;
         int intervalMs;
