@@ -1,132 +1,107 @@
 #include "core/LayoutFile.h"
+#include "core/FileFilter.h"
 
 #include <gtest/gtest.h>
-
-#include <map>
 
 namespace vextrel {
 namespace {
 
-using Entries = std::map<std::pair<std::wstring, std::wstring>, std::wstring>;
+using namespace std::literals;
 
-LayoutReader ReaderOf(const Entries& entries) {
-    return [&entries](std::wstring_view section, std::wstring_view key) {
-        const auto found = entries.find({std::wstring(section), std::wstring(key)});
-        return found == entries.end() ? std::wstring() : found->second;
-    };
-}
-
-/// A layout in which no two captions are alike, so that one in the wrong place shows.
-Layout SentinelLayout() {
-    Layout layout;
+TEST(LayoutFile, WhatIsWrittenReadsBackInTheFilesOrderButForThreeUpperCaptions) {
+    Layout written; // no two captions are alike, so that one in the wrong place shows
     for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
-        const std::wstring number = std::to_wstring(slot);
-        layout.captions.At(slot) = {L"l" + number, L"u" + number, L""};
+        written.captions.At(slot) = {L"l" + std::to_wstring(slot), L"u" + std::to_wstring(slot), L""};
     }
-    layout.actionCaptions = {L"a0", L" a1 ", L"a2", L"a3", L"a4"};
-    return layout;
-}
-
-TEST(LayoutFile, EntriesAreWrittenInTheFilesOrder) {
-    Layout layout = SentinelLayout();
-    layout.captions.At(0).lower.clear();
-    const std::vector<LayoutEntry> entries = LayoutEntries(layout);
+    written.actionCaptions = {L"a0", L" a1 ", L"", L"a3", L"a4"};
+    const std::vector<LayoutEntry> entries = LayoutEntries(written);
     ASSERT_EQ(entries.size(), 99U);
+    const std::wstring actions = L"Action Keyboard Button Text";
     const std::pair<std::size_t, LayoutEntry> rows[] = {
-        {0, {L"Row 1 Lower Case", L"Key 1", L""}},
-        {13, {L"Row 2 Lower Case", L"Key 1", L"l13"}},
-        {46, {L"Row 4 Lower Case", L"Key 10", L"l46"}},
-        {47, {L"Row 1 Upper Case", L"Key 1", L"u0"}},
-        {83, {L"Row 3 Upper Case", L"Key 11", L"u36"}},
-        {94, {L"Action Keyboard Button Text", L"Backspace", L"a0"}},
-        {95, {L"Action Keyboard Button Text", L"Tab", L" a1 "}},
-        {96, {L"Action Keyboard Button Text", L"Caps Lock", L"a2"}},
-        {97, {L"Action Keyboard Button Text", L"Enter", L"a3"}},
-        {98, {L"Action Keyboard Button Text", L"Shift", L"a4"}},
-    };
+        {46, {L"Row 4 Lower Case", L"Key 10", L"l46"}}, {94, {actions, L"Backspace", L"a0"}},
+        {83, {L"Row 3 Upper Case", L"Key 11", L"u36"}}, {96, {actions, L"Caps Lock", L""}},
+        {13, {L"Row 2 Lower Case", L"Key 1", L"l13"}},  {95, {actions, L"Tab", L" a1 "}},
+        {47, {L"Row 1 Upper Case", L"Key 1", L"u0"}},   {97, {actions, L"Enter", L"a3"}},
+        {0, {L"Row 1 Lower Case", L"Key 1", L"l0"}},    {98, {actions, L"Shift", L"a4"}}};
     for (const auto& [index, entry] : rows) {
         EXPECT_EQ(entries[index], entry) << index;
     }
-}
-
-TEST(LayoutFile, WhatIsWrittenReadsBackButForThreeUpperCaptions) {
-    const std::size_t second = SlotOf(4, 2);
-    const std::size_t third = SlotOf(4, 3);
-    const std::size_t rowAbove = SlotOf(3, 5);
-    for (const Layout& written : {SentinelLayout(), Layout{}}) {
-        const std::vector<LayoutEntry> entries = LayoutEntries(written);
-        Entries file;
-        for (const LayoutEntry& entry : entries) {
-            file[{entry.section, entry.key}] = entry.value;
-        }
-        // Keys beyond a row's end are of no interest to the reader, nor is anything read twice or in another order.
-        std::size_t reads = 0;
-        const auto recording = [&](std::wstring_view section, std::wstring_view key) {
-            EXPECT_TRUE(reads < entries.size() && entries[reads].section == section && entries[reads].key == key);
-            ++reads;
-            return ReaderOf(file)(section, key);
-        };
-        Layout read;
-        ReadLayoutEntries(recording, read);
-        EXPECT_EQ(reads, entries.size());
-
-        Layout expected = written;
-        expected.captions.At(second).upper = L"X"; // never read
-        expected.captions.At(third).upper = written.captions.At(second).upper;
-        expected.captions.At(rowAbove).upper = written.captions.At(third).upper;
-        EXPECT_EQ(read, expected);
-    }
+    // Keys beyond a row's end are of no interest to the reader, nor is anything read twice or in another order.
+    std::size_t reads = 0;
+    Layout read;
+    ReadLayoutEntries(
+        [&](std::wstring_view section, std::wstring_view key) {
+            const LayoutEntry& entry = entries.at(reads++);
+            EXPECT_TRUE(entry.section == section && entry.key == key) << reads;
+            return entry.value;
+        },
+        read);
+    EXPECT_EQ(reads, entries.size());
+    const auto upper = [&written](int row, int key) -> std::wstring& {
+        return written.captions.At(SlotOf(row, key)).upper;
+    };
+    upper(3, 5) = upper(4, 3);
+    upper(4, 3) = upper(4, 2);
+    upper(4, 2) = L"X"; // never read
+    EXPECT_EQ(read, written);
 }
 
 TEST(LayoutFile, AFileOverridesCharactersButReplacesActionCaptions) {
-    const struct {
-        std::wstring value;
-        const wchar_t* lower; // of row 2, key 1, which was "q"
-        bool isEntry = true;
-    } rows[] = {{L"\u00E9", L"\u00E9"},
-                {L"", L"q", false},
-                {std::wstring(2, L'\0'), L"q", false},
-                {L" ", L" "},
-                {{L'\0', L'&', L'\0', L'=', L'\0'}, L"&="}};
-    for (const auto& row : rows) {
-        const Entries file{{{L"Row 2 Lower Case", L"Key 1"}, row.value},
-                           {{L"Action Keyboard Button Text", L"Enter"}, row.value}};
+    // The lower caption of row 2, key 1, which was "q"; no entry at all leaves it, and clears the action caption.
+    const std::pair<std::wstring, std::wstring> rows[] = {
+        {L"\u00E9", L"\u00E9"}, {L"", L""}, {L"\0\0"s, L""}, {L" ", L" "}, {L"\0&\0=\0"s, L"&="}};
+    for (const auto& [value, read] : rows) {
+        const auto reader = [&text = value](std::wstring_view section, std::wstring_view key) {
+            return std::wstring(section) + std::wstring(key) == L"Row 2 Lower CaseKey 1" || key == L"Enter"
+                       ? text
+                       : std::wstring();
+        };
         Layout layout;
-        EXPECT_EQ(ReadLayoutEntries(ReaderOf(file), layout), row.isEntry) << "the action captions are not the layout";
+        EXPECT_EQ(ReadLayoutEntries(reader, layout), !read.empty()) << "the action captions are not the layout";
         Layout expected;
-        expected.captions.At(13).lower = row.lower;
-        expected.actionCaptions = {};
-        expected.actionCaptions[3] = row.isEntry ? row.lower : L"";
+        expected.captions.At(13).lower = read.empty() ? L"q" : read;
+        expected.actionCaptions = {L"", L"", L"", read, L""};
         EXPECT_EQ(layout, expected);
+        const bool isBlank = read.find_first_not_of(L' ') == std::wstring::npos;
+        EXPECT_EQ(ActionCaptionOrDefault(value, ActionKey::Enter), isBlank ? L"ent" : read);
     }
 }
 
 TEST(LayoutFile, AnImportedLayoutIsCalledAsItsFileOnOneShortLine) {
     const struct {
-        std::wstring text;
-        std::wstring name;
-        std::wstring ofFile;
-    } rows[] = {
-        {L"German", L"German", L"German"},
-        {L"C:\\a.b\\Polish-typists.lng", L"", L"Polish-typists"},
-        {L"c/my.own.LNG", L"", L"my.own"},
-        {L"..", L"..", L"."},
-        {L" a\tb\r\nc\u202Ed\0 " + std::wstring(1, L'\0'), L"abcd", L"abcd"},
-        {std::wstring(300, L'x'), std::wstring(32, L'x'), std::wstring(32, L'x')},
-        {L"????", L"", L""}, // of characters that the code page lacks
-        {L"", L"", L""},
-    };
+        std::wstring text, name, ofFile;
+    } rows[] = {{L"German", L"German", L"German"},
+                {L"C:\\a.b\\Polish-typists.lng", L"", L"Polish-typists"},
+                {L"c/my.own.LNG", L"", L"my.own"},
+                {L" a\tb\r\nc\u202Ed\0 \0"s, L"abcd", L"abcd"},
+                {L"..", L"..", L"."},
+                {std::wstring(300, L'x'), std::wstring(32, L'x'), std::wstring(32, L'x')},
+                {L"????", L"", L""},
+                {L"", L"", L""}}; // "?" is what the code page puts for characters that it lacks
     for (const auto& row : rows) {
         EXPECT_EQ(LayoutName(row.text), row.name);
         EXPECT_EQ(LayoutNameOfFile(row.text), row.ofFile);
     }
 }
 
-TEST(LayoutFile, AnActionCaptionOfBlanksGivesTheDefault) {
-    const std::pair<std::wstring, const wchar_t*> rows[] = {
-        {L"", L"ent"}, {L"   ", L"ent"}, {{L' ', L'\0'}, L"ent"}, {{L' ', L'e', L'\0', L' '}, L" e "}};
-    for (const auto& [stored, caption] : rows) {
-        EXPECT_EQ(ActionCaptionOrDefault(stored, ActionKey::Enter), caption);
+TEST(FileFilter, EveryBarBecomesANulAndAPatternStartsInTheFolderThatItNames) {
+    const std::pair<std::wstring_view, std::wstring_view> filters[] = {
+        {L"a|b|c|d|"sv, L"a\0b\0c\0d\0\0"sv}, {L"a|b||"sv, L"a\0b\0\0"sv}, {L"T (*.t)|*.t"sv, L"T (*.t)\0*.t\0\0"sv},
+        {L"a||b|||"sv, L"a\0\0b\0\0\0"sv},    {L""sv, L"\0\0"sv},          {L"a\0b\0\0"sv, L"a\0b\0\0"sv}};
+    for (const auto& [filter, expected] : filters) {
+        EXPECT_EQ(FilterForSystem(filter), expected) << testing::PrintToString(filter);
+    }
+    const std::pair<std::wstring_view, std::wstring_view> paths[] = {{L"C:\\folder\\*.lng", L"C:\\folder"},
+                                                                     {L"C:\\*.lng", L"C:\\"},
+                                                                     {L"\\\\server\\a\\*.lng", L"\\\\server\\a"},
+                                                                     {L"C:/*.lng", L"C:/"},
+                                                                     {L"folder/sub/x", L"folder/sub"},
+                                                                     {L"\\*.lng", L"\\"},
+                                                                     {L"folder/sub\\x", L"folder/sub"},
+                                                                     {L"*.lng", L""},
+                                                                     {L"", L""}};
+    for (const auto& [path, folder] : paths) {
+        EXPECT_EQ(FolderOfPath(path), folder) << testing::PrintToString(path);
     }
 }
 

@@ -8,7 +8,6 @@
 #include "core/TextEdit.h"
 
 #include "HeapText.h"
-
 #include "Throws.h"
 
 #include <algorithm>
@@ -24,6 +23,7 @@ struct Session {
     std::size_t caret = 0;
     std::size_t selected = 0;
     Modifiers modifiers;
+    friend bool operator==(const Session&, const Session&) = default;
 };
 
 inline void PutCaret(Session& s, std::size_t caret) {
@@ -45,75 +45,57 @@ inline std::wstring From(const std::wstring& text, std::size_t position) {
     return position < text.size() ? text.substr(position) : L"";
 }
 
-inline std::wstring Keep(const std::wstring& text, bool (*wanted)(wchar_t)) {
-    std::wstring kept;
-    for (const wchar_t c : text) {
-        if (wanted(c)) {
-            kept += c;
-        }
-    }
-    return kept;
+/// With a part replaced, as far as the text goes.
+inline std::wstring With(const std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece) {
+    return Left(text, at) + piece + From(text, at + count);
 }
 
-inline bool IsNoBreak(wchar_t c) {
-    return c != L'\t' && c != L'\r' && c != L'\n';
+inline std::wstring WithoutBreaks(std::wstring text) {
+    std::erase_if(text, [](wchar_t c) { return c == L'\t' || c == L'\r' || c == L'\n'; });
+    return text;
 }
 
 /// What a paste brings into the masked box: the clipboard is read as far as a password could reach, and only then
 /// cleaned. Where nothing is left, it is no paste.
 inline std::wstring PastedText(const std::wstring& clipboard) {
-    return Keep(Left(clipboard, SecretText::capacity), [](wchar_t c) { return c >= 32 && !(c >= 127 && c < 160); });
+    std::wstring text = Left(clipboard, SecretText::capacity);
+    std::erase_if(text, [](wchar_t c) { return c < 32 || (c >= 127 && c < 160); });
+    return text;
+}
+
+/// The box shows the password anew, as far as it may be seen.
+inline void Show(Session& s, const std::wstring& password) {
+    s.box = s.masked ? std::wstring(password.size(), L'*') : password;
 }
 
 /// The plain model: texts before and behind the selection, put together anew.
 struct Model {
     Session s;
-
-    void Enter(const std::wstring& text) {
-        const std::wstring before = Left(s.box, s.caret);
-        const std::wstring after = From(s.box, s.caret + s.selected);
-        s.password = Left(s.password, s.caret) + text + From(s.password, s.caret + s.selected);
-        s.box = before + (s.masked ? std::wstring(text.size(), L'*') : text) + after;
+    void EnterIntoBox(const std::wstring& text) {
+        s.box = With(s.box, s.caret, s.selected, text);
         PutCaret(s, s.caret + text.size());
     }
-
-    void EnterIntoPlainBox(const std::wstring& text) {
-        if (!s.masked) {
-            s.box = Left(s.box, s.caret) + text + From(s.box, s.caret + s.selected);
-            PutCaret(s, s.caret + text.size());
-        }
+    void Enter(const std::wstring& text) {
+        s.password = With(s.password, s.caret, s.selected, text);
+        EnterIntoBox(s.masked ? std::wstring(text.size(), L'*') : text);
     }
-
     void Backspace() {
-        std::wstring before = Left(s.box, s.caret);
-        const std::wstring after = From(s.box, s.caret + s.selected);
-        std::size_t caret = 0; // setting a text puts the caret there
-        if (s.selected > 0) {
-            s.box = before + after;
-            caret = s.caret >= 2 ? s.caret - 1 : 0;
-        } else if (!before.empty() && before.back() == L'\n') {
-            s.box = Left(before, before.size() < 2 ? 0 : before.size() - 2) + after;
-            caret = s.caret < 2 ? 0 : s.caret - 2;
-        } else if (!before.empty()) {
-            before.pop_back();
-            s.box = before + after;
-            if (!s.password.empty()) {
-                std::wstring passwordBefore = Left(s.password, s.caret);
-                passwordBefore.pop_back();
-                s.password = passwordBefore + From(s.password, s.caret);
-            }
-            caret = s.caret - 1;
+        const bool selects = s.selected > 0;
+        const bool behindBreak = !selects && s.caret > 0 && s.box[s.caret - 1] == L'\n';
+        const std::size_t caret = s.caret - std::min<std::size_t>(s.caret, behindBreak ? 2 : 1);
+        if (!selects && !behindBreak && s.caret > 0 && !s.password.empty()) {
+            s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
         }
+        s.box = selects ? With(s.box, s.caret, s.selected, L"") : With(s.box, caret, s.caret - caret, L"");
         PutCaret(s, caret);
     }
-
     void Press(int button, const std::wstring& caption) {
         if (button == keys::backspace) {
             Backspace();
-        } else if (button == keys::tab) {
-            EnterIntoPlainBox(L"\t");
-        } else if (button == keys::enter) {
-            EnterIntoPlainBox(L"\r\n");
+        } else if (button == keys::tab || button == keys::enter) {
+            if (!s.masked) {
+                EnterIntoBox(button == keys::tab ? L"\t" : L"\r\n");
+            }
         } else if (button == keys::capsLock) {
             s.modifiers.capsLockIsDown = !s.modifiers.capsLockIsDown;
         } else if (button == keys::leftShift || button == keys::rightShift) {
@@ -126,44 +108,38 @@ struct Model {
             }
         }
     }
-
     void Delete() {
-        const std::size_t count = s.selected > 0 ? s.selected : 1;
         if (s.caret < s.box.size()) {
-            s.box = Left(s.box, s.caret) + From(s.box, s.caret + count);
-            s.password = Left(s.password, s.caret) + From(s.password, s.caret + count);
+            const std::size_t count = s.selected > 0 ? s.selected : 1;
+            s.box = With(s.box, s.caret, count, L"");
+            s.password = With(s.password, s.caret, count, L"");
         }
         PutCaret(s, s.caret);
     }
-
     /// The box replaced its selection by itself. Where the same text results from a replacement that lies further
     /// back, the furthest one counts; that matters only once box and password are out of step.
     void BoxReplacedSelection(const std::wstring& text) {
         const std::wstring old = s.box;
-        s.box = Left(old, s.caret) + text + From(old, s.caret + s.selected);
-        PutCaret(s, s.caret + text.size());
-        std::size_t same = 0;
-        while (same < old.size() && same < s.box.size() && old[same] == s.box[same]) {
+        EnterIntoBox(text);
+        const std::size_t shorter = std::min(old.size(), s.box.size());
+        std::size_t same = 0, end = 0;
+        while (same < shorter && old[same] == s.box[same]) {
             ++same;
         }
-        std::size_t end = 0;
-        while (end < old.size() - same && end < s.box.size() - same &&
-               old[old.size() - 1 - end] == s.box[s.box.size() - 1 - end]) {
+        while (end < shorter - same && old[old.size() - 1 - end] == s.box[s.box.size() - 1 - end]) {
             ++end;
         }
-        const std::wstring added = s.box.substr(same, s.box.size() - same - end);
-        if (Keep(added + old.substr(same, old.size() - same - end), IsNoBreak).empty()) {
-            return; // breaks alone: the password has none
+        const std::wstring added = WithoutBreaks(s.box.substr(same, s.box.size() - same - end));
+        const std::size_t removed = old.size() - same - end;
+        if (!added.empty() || !WithoutBreaks(old.substr(same, removed)).empty()) { // breaks the password has none of
+            s.password = With(s.password, same, removed, added);
         }
-        s.password = Left(s.password, same) + Keep(added, IsNoBreak) + From(s.password, old.size() - end);
     }
-
     void PasteMasked(const std::wstring& text) {
         if (const std::wstring clean = PastedText(text); !clean.empty()) {
             Enter(clean);
         }
     }
-
     void SwitchMask() {
         s.masked = !s.masked;
         if (s.masked) {
@@ -171,18 +147,15 @@ struct Model {
             for (const wchar_t c : s.box.substr(0, s.box.find(L"\r\n"))) {
                 s.password += c == L'\t' ? L"\r\n" : std::wstring(1, c);
             }
-            s.box = std::wstring(s.password.size(), L'*');
-        } else {
-            s.box = s.password;
         }
+        Show(s, s.password);
         KeepSelection(s);
     }
-
     std::wstring Carry(bool takesAway) {
         std::wstring carried = s.selected == 0 ? s.password : Left(From(s.password, s.caret), s.selected);
         if (takesAway) {
-            s.password = s.selected == 0 ? L"" : Left(s.password, s.caret) + From(s.password, s.caret + s.selected);
-            s.box = s.masked ? std::wstring(s.password.size(), L'*') : s.password;
+            s.password = s.selected == 0 ? L"" : With(s.password, s.caret, s.selected, L"");
+            Show(s, s.password);
         }
         PutCaret(s, s.caret);
         return carried;
@@ -192,23 +165,16 @@ struct Model {
 /// The same session through the rules, with a text that stands in for the box. What throws changes nothing.
 class Ruled {
   public:
-    Session s; ///< without the password
-
+    Session s; ///< without the password until it is compared
     [[nodiscard]] const SecretText& Secret() const { return password_; }
     [[nodiscard]] std::wstring Password() const { return std::wstring(password_.View()); }
-
-    [[nodiscard]] BoxSelection Selection() const {
-        return {static_cast<std::int16_t>(s.caret), static_cast<std::int16_t>(s.selected)};
-    }
-
     [[nodiscard]] BoxState State() const {
-        return {.view = s.masked ? PasswordBoxView::Masked : PasswordBoxView::Plain,
-                .selection = Selection(),
-                .length = s.box.size(),
-                .characterBeforeCaret = s.caret > 0 ? s.box[s.caret - 1] : L'\0',
-                .passwordLength = password_.Size()};
+        return {s.masked ? PasswordBoxView::Masked : PasswordBoxView::Plain,
+                {static_cast<std::int16_t>(s.caret), static_cast<std::int16_t>(s.selected)},
+                s.box.size(),
+                s.caret > 0 ? s.box[s.caret - 1] : L'\0',
+                password_.Size()};
     }
-
     void Apply(const TextEdit& edit) {
         ApplyToPassword(edit, password_);
         if (edit.box) {
@@ -216,7 +182,6 @@ class Ruled {
         }
         PutCaret(s, static_cast<std::size_t>(edit.caret));
     }
-
     void Press(int button, const std::wstring& caption) {
         const KeyPressOutcome outcome = PressKey(button, caption, State(), s.modifiers);
         if (outcome.edit) {
@@ -224,9 +189,7 @@ class Ruled {
         }
         s.modifiers = outcome.modifiers;
     }
-
     void Delete() { Apply(EraseForwards(State())); }
-
     void PasteMasked(const std::wstring& text) {
         HeapText clean;
         clean.Assign(std::wstring_view(text).substr(0, SecretText::capacity));
@@ -235,7 +198,6 @@ class Ruled {
             Apply(EnterText(State(), clean.View()));
         }
     }
-
     void BoxReplacedSelection(const std::wstring& text) {
         std::wstring after = s.box;
         after.replace(s.caret, s.selected, text);
@@ -248,22 +210,20 @@ class Ruled {
         s.box = after;
         PutCaret(s, s.caret + text.size());
     }
-
     void SwitchMask() {
         if (!s.masked) {
             ReadPlainBox(s.box, password_);
         }
         s.masked = !s.masked;
-        s.box = s.masked ? std::wstring(password_.Size(), L'*') : Password();
+        Show(s, Password());
         KeepSelection(s);
     }
-
     std::wstring Carry(bool takesAway) {
-        const TransferPlan plan = PlanTransfer(Selection(), password_.Size());
+        const TransferPlan plan = PlanTransfer(State().selection, password_.Size());
         std::wstring carried(password_.View(plan.carried));
         if (takesAway) {
             password_.Replace(plan.carried, {});
-            s.box = s.masked ? std::wstring(password_.Size(), L'*') : Password();
+            Show(s, Password());
         }
         PutCaret(s, static_cast<std::size_t>(plan.savedCaret));
         return carried;
@@ -330,10 +290,8 @@ class Comparison {
         if (!refused) {
             model_ = std::move(next);
         }
-        const Session& a = model_.s;
-        const Session& b = ruled_.s;
-        return (refused || carried == ruledCarried) && a.box == b.box && a.password == ruled_.Password() &&
-               a.masked == b.masked && a.caret == b.caret && a.selected == b.selected && a.modifiers == b.modifiers;
+        ruled_.s.password = ruled_.Password();
+        return (refused || carried == ruledCarried) && model_.s == ruled_.s;
     }
 
   private:

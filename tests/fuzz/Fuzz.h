@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -26,50 +25,31 @@ class Bytes {
     [[nodiscard]] bool IsAtEnd() const noexcept { return bytes_.empty(); }
 
     std::uint8_t Byte() noexcept {
-        if (bytes_.empty()) {
-            return 0;
-        }
-        const std::uint8_t first = bytes_.front();
-        bytes_ = bytes_.subspan(1);
+        const std::uint8_t first = bytes_.empty() ? std::uint8_t{0} : bytes_.front();
+        bytes_ = bytes_.subspan(bytes_.empty() ? 0 : 1);
         return first;
     }
 
-    template <typename Integer>
-    Integer Number() noexcept {
-        std::uint64_t value = 0;
-        for (std::size_t i = 0; i < sizeof(Integer); ++i) {
-            value = value << 8U | Byte();
-        }
-        return static_cast<Integer>(value);
-    }
-
     /// From 0 up to below the limit, in one byte where that is enough.
-    std::size_t Below(std::size_t limit) noexcept { return (limit <= 256 ? Byte() : Number<std::uint32_t>()) % limit; }
-
-    /// ASCII stands for itself, so that inputs can be read and written by hand; a byte beyond it is the upper half of a
-    /// UTF-16 unit whose lower half follows.
-    wchar_t Character() noexcept {
-        const std::uint8_t first = Byte();
-        return static_cast<wchar_t>(first < 0x80 ? first : first << 8U | Byte());
+    std::size_t Below(std::size_t limit) noexcept {
+        std::size_t number = Byte();
+        for (int more = limit <= 256 ? 0 : 3; more > 0; --more) {
+            number = number << 8U | Byte();
+        }
+        return number % limit;
     }
 
-    /// Up to the given character, which is dropped, or the end.
+    /// Up to the given character, which is dropped, or the end. ASCII stands for itself, so that inputs can be read and
+    /// written by hand; a byte beyond it is the upper half of a UTF-16 unit whose lower half follows.
     std::wstring TextUpTo(wchar_t end) {
         std::wstring text;
         while (!IsAtEnd()) {
-            const wchar_t c = Character();
+            const std::uint8_t first = Byte();
+            const auto c = static_cast<wchar_t>(first < 0x80 ? first : first << 8U | Byte());
             if (c == end) {
                 break;
             }
             text += c;
-        }
-        return text;
-    }
-
-    std::wstring Rest() {
-        std::wstring text;
-        while (!IsAtEnd()) {
-            text += Character();
         }
         return text;
     }

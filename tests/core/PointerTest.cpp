@@ -1,6 +1,5 @@
+#include "core/DragGesture.h"
 #include "core/HoverEntry.h"
-
-#include "core/KeyTable.h"
 
 #include <gtest/gtest.h>
 
@@ -10,21 +9,56 @@
 namespace vextrel {
 namespace {
 
+using enum DragGesture::Verdict;
+
+/// In a box of 200 x 20 with a threshold of 4: the press's own verdict, then that of a move.
+DragGesture Pressed(bool onSelection, Point move, DragGesture::Verdict verdict) {
+    DragGesture gesture;
+    EXPECT_EQ(gesture.Press({100, 10}, onSelection, {200, 20}, {4, 4}), onSelection ? Hold : Box);
+    EXPECT_EQ(gesture.Move(move), verdict) << move.x << ',' << move.y;
+    return gesture;
+}
+
+TEST(DragGesture, DragsPastTheThresholdFromTheSelectionAndFromFarOutElse) {
+    const struct {
+        bool onSelection;
+        Point move;
+        DragGesture::Verdict verdict;
+    } rows[] = {{true, {104, 6}, Hold},        {true, {105, 10}, StartDrag},   {true, {100, 15}, StartDrag},
+                {false, {199, 19}, Box},       {false, {100, 39}, Box},        {false, {100, 40}, StartDrag},
+                {false, {100, -20}, Box},      {false, {100, -21}, StartDrag}, {false, {-20, 10}, Box},
+                {false, {-21, 10}, StartDrag}, {false, {219, 10}, Box},        {false, {220, 10}, StartDrag}};
+    for (const auto& row : rows) {
+        DragGesture gesture = Pressed(row.onSelection, row.move, row.verdict);
+        if (row.verdict == StartDrag) {
+            EXPECT_EQ(gesture.Move({80, 10}), Box) << "a drag starts once";
+        }
+        // A click on the selection reaches the box after all; what has just been selected stays so.
+        EXPECT_EQ(gesture.Release(), row.verdict == Hold ? Click : Box) << row.move.x << ',' << row.move.y;
+        EXPECT_EQ(gesture.Release(), Box);
+    }
+}
+
+TEST(DragGesture, NothingStartsWithoutAPressOrAfterACancel) {
+    EXPECT_EQ(DragGesture().Move({500, 500}), Box);
+    DragGesture gesture = Pressed(false, {100, 10}, Box);
+    gesture.Cancel();
+    EXPECT_EQ(gesture.Move({500, 500}), Box);
+}
+
 /// A session with hover entry, told in words: the letter of a key for the pointer's move onto it, "tick", "on", "off",
 /// "leave" for the background, "forget" for the key it was on; "=a" for a coming under the resting pointer, "!a" for a
 /// click on it; "aA" for a's caption becoming A, "tick:aA,bB" where the entry of a key changes captions. Answers with
 /// the timer's order or the key that a tick enters.
 std::string Play(const std::string& script) {
-    const std::map<char, int> keyOf{{'a', 31}, {'b', 48}, {'d', 1}, {'l', keys::leftShift}, {'r', keys::rightShift}};
-    std::map<int, std::wstring> captions{
-        {31, L"a"}, {48, L"b"}, {1, L""}, {keys::leftShift, L"shft"}, {keys::rightShift, L"shft"}};
+    std::map<char, std::wstring> captions{{'a', L"a"}, {'b', L"b"}, {'d', L""}, {'l', L"shft"}, {'r', L"shft"}};
     HoverEntry hover;
-    const auto current = [&] { return hover.CurrentButton() ? captions[*hover.CurrentButton()] : std::wstring(); };
+    const auto current = [&] { return captions[static_cast<char>(hover.CurrentButton().value_or(0))]; };
     const auto refresh = [&](const std::string& changes) {
         const std::wstring before = current();
         for (std::size_t i = 0; i + 1 < changes.size(); i += 3) {
             const auto caption = static_cast<wchar_t>(changes[i + 1]);
-            captions[keyOf.at(changes[i])] = std::wstring(caption == L'_' ? 0 : 1, caption);
+            captions[changes[i]] = std::wstring(caption == L'_' ? 0 : 1, caption);
         }
         hover.CaptionRefreshed(before, current());
     };
@@ -37,9 +71,7 @@ std::string Play(const std::string& script) {
     for (std::string word; words >> word;) {
         if (word.starts_with("tick")) {
             const std::optional<int> entered = hover.Tick(current());
-            answers += " -";
-            for (const auto& [letter, key] : keyOf)
-                answers.back() = entered == key ? letter : answers.back();
+            answers.append(" ").push_back(static_cast<char>(entered.value_or('-')));
             if (entered) {
                 refresh(word.substr(std::min<std::size_t>(word.size(), 5)));
                 hover.Entered(*entered, current());
@@ -52,12 +84,10 @@ std::string Play(const std::string& script) {
         } else if (word == "forget") {
             hover.ClearCurrentButton();
         } else if (word[0] == '!') {
-            const int key = keyOf.at(word[1]);
             refresh(word.substr(std::min<std::size_t>(word.size(), 3)));
-            hover.Entered(key, captions[key]);
+            hover.Entered(word[1], captions[word[1]]);
         } else if (word.size() == 1 || word[0] == '=') {
-            const int key = keyOf.at(word.back());
-            order(hover.MoveOverKey(key, captions[key], current(), word[0] == '='));
+            order(hover.MoveOverKey(word.back(), captions[word.back()], current(), word[0] == '='));
         } else {
             refresh(word);
         }
