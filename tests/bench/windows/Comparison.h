@@ -26,9 +26,6 @@ void CompareClicks(const Extent& extent);
 void CompareOperations(const Extent& extent);
 void CompareInjection(const Extent& extent);
 
-/// Writes a table of its own: what a password and a file of ten and a hundred times the length take.
-void CompareLengths();
-
 /// Says how often a key was seen with a picture that is neither its old nor its new one while captions changed.
 void LookForFlicker(const Extent& extent);
 

@@ -29,7 +29,6 @@ int main(int argc, char** argv) {
         bench::CompareOperations(extent);
         bench::CompareInjection(extent);
         bench::LookForFlicker(extent);
-        bench::CompareLengths();
         return 0;
     } catch (const std::exception& error) {
         std::printf("not measured: %s\n", error.what());
