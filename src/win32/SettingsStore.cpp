@@ -82,9 +82,13 @@ DWORD SettingsStore::WriteINIValue(const std::wstring& file, std::wstring_view s
     return Write(file.empty() ? program_.SettingsFilePath : file, section, key, value);
 }
 
-void SettingsStore::WriteWaiting() {
+void SettingsStore::WriteWaiting() noexcept {
     for (const auto& [key, value] : std::exchange(waiting_, {})) {
-        Write(program_.SettingsFilePath, settings::section, key, value);
+        try {
+            Write(program_.SettingsFilePath, settings::section, key, value);
+        } catch (...) {
+            // As for a file that cannot be written.
+        }
     }
 }
 

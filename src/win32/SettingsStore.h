@@ -43,7 +43,8 @@ class SettingsStore {
         }
     }
     [[nodiscard]] bool HasWaiting() const noexcept { return !waiting_.empty(); }
-    void WriteWaiting();
+    /// Where there is no room for it, nothing else changes: this is called outside all handlers.
+    void WriteWaiting() noexcept;
 
     /// From now on each write asks first. Until the controller exists, writes are unconditional.
     void SetWriteGate(std::function<bool()> mayWrite) { mayWrite_ = std::move(mayWrite); }
