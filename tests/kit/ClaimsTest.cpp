@@ -242,7 +242,7 @@ class Visit {
             throw Failure("not there");
         Await("its window",
               [&] { return EnumWindows(&Visit::Find, reinterpret_cast<LPARAM>(&window_.handle)) == FALSE; });
-        SettleInForeground(window_.handle);
+        BringToFront(window_.handle);
         SetWindowPos(window_.handle, nullptr, 0, 0, 640, 400, SWP_NOZORDER);
         Sleep(2000); // it comes to rest
         field_ = CentreOf(window_.handle);

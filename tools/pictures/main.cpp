@@ -93,7 +93,7 @@ void TakeDialogs(const App& app, Photographer& photographer) {
                                 const wchar_t* name) {
         app.Command(command);
         const HWND dialog = app.Running().AwaitWindow(dialogClassName, title);
-        SettleInForeground(dialog);
+        BringToFront(dialog);
         photographer.Take(name, dialog, true);
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
         Await("the dialog closes", [&] { return !IsWindow(dialog) && IsWindowEnabled(app.Main()); });
@@ -118,7 +118,7 @@ void TakeDialogs(const App& app, Photographer& photographer) {
                 error = window;
         return error != nullptr;
     });
-    SettleInForeground(error);
+    BringToFront(error);
     photographer.Take(L"error", error, true);
     PostMessageW(error, WM_COMMAND, ids::cmdClose, 0);
     Await("the error dialog closes", [&] { return !IsWindow(error); });
@@ -214,7 +214,7 @@ void TakeManual(const std::filesystem::path& folder) {
     TakeMenus(app, photographer);
     ChooseByKeys(app, 5, 2);
     const HWND about = app.Running().AwaitWindow(formClass, L"About Vextrel");
-    SettleInForeground(about);
+    BringToFront(about);
     photographer.Take(L"about", about, true);
     Keys::Stroke(VK_ESCAPE);
     Await("the dialog closes", [&] { return !IsWindow(about) && IsWindowEnabled(app.Main()); });

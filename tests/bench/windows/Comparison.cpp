@@ -166,7 +166,7 @@ void CompareInjection(const Extent& extent) {
     row.isRate = true;
     Pointer pointer;
     for (int n = 0; n < extent.injections; ++n) {
-        SettleInForeground(program.Main());
+        BringToFront(program.Main());
         pointer.Drag(CentreOf(program.Control(ids::txtPassword)), CentreOf(edit));
         row.program.push_back(rate());
         for (int character = 0; character < count; ++character)

@@ -93,7 +93,7 @@ Seen WatchCaptions(const Subject& subject, HWND window, UINT message, int times)
     const Eye eye(all);
     Seen seen;
     for (int n = 0; n < times; ++n) {
-        SettleInForeground(subject.Main());
+        BringToFront(subject.Main());
         std::vector<std::vector<std::uint32_t>> pictures{eye.Look()};
         PostMessageW(window, message, 0, 0);
         for (const double begun = Now(); Now() - begun < longestChangeMs;)

@@ -75,7 +75,7 @@ Subject::Subject(const std::filesystem::path& program, const Names& names)
     Await("the program has painted its windows", [&] { return !WaitsForPaint(); });
     startMs_ = Now() - begun_;
     system_ = FolderBelowWine(program);
-    SettleInForeground(main_);
+    BringToFront(main_);
 }
 
 HWND Subject::Control(int id) const {

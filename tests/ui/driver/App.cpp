@@ -1,17 +1,11 @@
 #include "driver/App.h"
 
-#include "core/ids.h"
+#include "core/KeyTable.h"
 #include "driver/Remote.h"
 
 #include <commctrl.h>
 
 namespace vextrel::driver {
-
-namespace {
-
-constexpr int shiftKey = ids::firstKey + 41; // Command42, the left Shift key
-
-} // namespace
 
 App::App(const Sandbox& sandbox)
     : App(sandbox.Program()) {}
@@ -19,7 +13,11 @@ App::App(const Sandbox& sandbox)
 App::App(const std::filesystem::path& program)
     : process_(program)
     , main_(process_.AwaitWindow(formClass, L"Vextrel")) {
-    SettleInForeground(main_);
+    Activate();
+    Await("the layer takes the clicks on the keys", [this] {
+        const int alpha = LayerAlpha(); // other than at the start or behind another program, it is neither
+        return alpha != 0 && alpha != -1 && WindowFromPoint(CentreOf(Key(1))) == Layer();
+    });
 }
 
 HWND App::Layer() const {
@@ -27,6 +25,23 @@ HWND App::Layer() const {
         if (GetWindow(window, GW_OWNER) == main_)
             return window;
     return nullptr;
+}
+
+int App::LayerAlpha() const {
+    BYTE alpha = 0;
+    return GetLayeredWindowAttributes(Layer(), nullptr, &alpha, nullptr) != FALSE ? alpha : -1;
+}
+
+void App::AwaitLayerAlpha(int alpha) const {
+    Await("the layer's opacity is " + std::to_string(alpha), [&] { return LayerAlpha() == alpha; });
+}
+
+bool App::LayerLiesOnTheKeys() const {
+    const RECT first = BoundsOf(Key(1));
+    // From the first key to Enter's right edge and the space bar's lower one.
+    const RECT keys{first.left, first.top, BoundsOf(Key(keys::enter)).right, BoundsOf(Key(keys::space)).bottom};
+    const HWND layer = Layer();
+    return layer && BoundsOf(layer) == keys;
 }
 
 HWND App::Control(int id) const {
@@ -44,6 +59,14 @@ bool App::Visible(int id) const {
     return IsWindowVisible(Control(id)) != FALSE;
 }
 
+HWND App::Key(int number) const {
+    return Control(ids::firstKey + number - 1);
+}
+
+bool App::IsPushed(int number) const {
+    return (Ask(Key(number), BM_GETSTATE) & BST_PUSHED) != 0;
+}
+
 HWND App::FindKey(const std::wstring& caption) const {
     for (int id = ids::firstKey; id <= ids::lastKey; ++id) {
         const HWND key = GetDlgItem(main_, id);
@@ -57,13 +80,66 @@ HWND App::PasswordBox() const {
     return Control(Visible(ids::txtPassword) ? ids::txtPassword : ids::txtText);
 }
 
+GUITHREADINFO App::Gui() const {
+    GUITHREADINFO information{};
+    information.cbSize = sizeof information;
+    GetGUIThreadInfo(GetWindowThreadProcessId(main_, nullptr), &information);
+    return information;
+}
+
+void App::AwaitShown(const std::wstring& text) const {
+    if (!WaitFor([&] { return Shown() == text; }))
+        throw Failure("the box shows " + Narrow(Shown()) + ", not " + Narrow(text));
+}
+
+void App::AwaitLength(std::size_t length) const {
+    Await("the box holds " + std::to_string(length), [&] { return Shown().size() == length; });
+}
+
+void App::Mask(bool masked) const {
+    if (IsMasked() != masked) {
+        Command(ids::mnuViewPasswordMask);
+        Await("the other box is shown", [&] { return IsMasked() == masked; });
+    }
+}
+
+void App::Restart(bool masked) const {
+    Command(ids::toolClear);
+    AwaitLength(0);
+    Mask(masked);
+}
+
+std::wstring App::Password() const {
+    const bool masked = IsMasked();
+    Mask(true);
+    Mask(false);
+    std::wstring password = Shown();
+    Mask(masked);
+    return password;
+}
+
 App::Selection App::SelectionOf(HWND edit) {
     const auto packed = static_cast<DWORD>(Ask(edit, EM_GETSEL));
     return {LOWORD(packed), HIWORD(packed)};
 }
 
+void App::Select(int start, int end) const {
+    Ask(PasswordBox(), EM_SETSEL, static_cast<WPARAM>(start), end);
+}
+
+void App::AwaitStatus(const std::wstring& start) const {
+    Await("the status bar says " + Narrow(start), [&] { return Text(ids::StatusBar1).starts_with(start); });
+}
+
 void App::Command(int id) const {
     Check(PostMessageW(main_, WM_COMMAND, static_cast<WPARAM>(id), 0) != FALSE, "posting a command");
+}
+
+void App::Switch(int id, bool on) const {
+    if (Checked(id) == on)
+        return;
+    Command(id);
+    Await("the option has changed", [&] { return Checked(id) == on; });
 }
 
 UINT App::MenuState(int id) const {
@@ -90,16 +166,16 @@ POINT App::ToolPlace(int id) const {
     return middle;
 }
 
-void App::Activate() const {
-    // The window manager may be about to bring another window to the front, one that has just appeared: ask again until
-    // the main window stays there.
-    const auto inFront = [&] { return GetForegroundWindow() == main_; };
-    for (int attempt = 0; attempt < 5; ++attempt) {
-        SetForegroundWindow(main_);
-        if (WaitFor(inFront, Milliseconds(2000)) && !WaitFor([&] { return !inFront(); }, Milliseconds(250)))
-            return;
-    }
-    throw Failure("the main window does not stay in the foreground");
+HWND App::AwaitMenu() const {
+    Await("a menu", [this] { return OpenMenu() != nullptr; });
+    return OpenMenu();
+}
+
+void App::ChooseByKeys(char menu, std::initializer_list<WORD> keys) const {
+    Keys::Stroke(static_cast<WORD>(menu), {VK_MENU});
+    AwaitMenu();
+    for (const WORD key : keys)
+        Keys::Stroke(key);
 }
 
 void App::MoveTo(POINT topLeft) const {
@@ -111,6 +187,11 @@ void App::MoveTo(POINT topLeft) const {
     });
 }
 
+void App::Resize(int width, int height) const {
+    SetWindowPos(main_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    Ask(main_, WM_NULL);
+}
+
 void App::ClickPassword(Pointer& pointer, const std::wstring& password) const {
     for (const wchar_t unit : password) {
         const std::wstring caption(unit == L'&' ? 2 : 1, unit); // doubled, so that it is no access-key mark
@@ -118,7 +199,7 @@ void App::ClickPassword(Pointer& pointer, const std::wstring& password) const {
         HWND key = FindKey(caption);
         const bool shifted = key == nullptr;
         if (shifted) {
-            pointer.Click(Control(shiftKey));
+            pointer.Click(Key(keys::leftShift));
             Await("Shift brings the caption of " + Narrow(caption),
                   [&] { return (key = FindKey(caption)) != nullptr; });
         }
@@ -140,6 +221,22 @@ void App::Answer(Pointer& pointer, HWND dialog, int buttonId) {
         throw Failure("the dialog has no button " + std::to_string(buttonId));
     pointer.Click(button);
     Await("the dialog has gone", [&] { return !IsWindow(dialog) || !IsWindowVisible(dialog); });
+}
+
+void App::Dismiss(HWND dialog, int buttonId) const {
+    PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(buttonId), 0);
+    Await("the dialog has gone", [&] { return !IsWindow(dialog) && IsWindowEnabled(main_); });
+}
+
+HWND App::Hint() const {
+    for (const HWND window : process_.Windows(formClass, L""))
+        if (GetDlgItem(window, ids::dragNoteHeader))
+            return window;
+    return nullptr;
+}
+
+void App::AwaitEndOfDrag() const {
+    Await("the drag is over", [this] { return !Hint() && (MenuState(ids::mnuViewPasswordMask) & MF_GRAYED) == 0; });
 }
 
 DWORD App::Close() const {

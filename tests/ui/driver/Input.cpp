@@ -114,6 +114,14 @@ void Pointer::DoubleClick(POINT place) {
     Release();
 }
 
+void Pointer::SendButton(DWORD flags, DWORD which) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    input.mi.mouseData = which;
+    Send(input);
+}
+
 void Pointer::Pull(POINT from, POINT to) {
     MoveTo(from);
     Press();

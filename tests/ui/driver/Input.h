@@ -26,6 +26,8 @@ class Pointer {
     void Click(POINT place);
     void Click(HWND window);
     void DoubleClick(POINT place);
+    /// A press or a release of any button where the pointer stands, as SendInput names it.
+    static void SendButton(DWORD flags, DWORD which = 0);
 
     /// Presses at one place and moves to the other, slowly enough for OLE to follow; the button stays down.
     void Pull(POINT from, POINT to);

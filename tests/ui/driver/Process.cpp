@@ -129,12 +129,13 @@ std::string Narrow(const std::wstring& text) {
     return narrow;
 }
 
-void SettleInForeground(HWND window) {
-    const auto settled = [window] { return GetForegroundWindow() == window; };
-    if (WaitFor(settled, Milliseconds(2000)))
-        return;
-    SetForegroundWindow(window);
-    Await("the window is in the foreground", settled);
+void BringToFront(HWND window) {
+    Await("the window stays in front", [window, seen = 0]() mutable {
+        seen = GetForegroundWindow() == window ? seen + 1 : 0;
+        if (seen == 0)
+            SetForegroundWindow(window);
+        return seen == 15;
+    });
 }
 
 RECT BoundsOf(HWND window) {

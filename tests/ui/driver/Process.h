@@ -58,12 +58,23 @@ class Process {
 /// SendMessage for windows that may hang: throws if no answer comes within the limit.
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 
-/// Waits until the window manager has made a new window the foreground one, or makes it so; a click that comes while
-/// the foreground still changes would be lost.
-void SettleInForeground(HWND window);
+/// Makes a window the foreground one and waits until it stays so: a window manager may be about to bring another to the
+/// front, and the mouse is let go of whenever the front changes.
+void BringToFront(HWND window);
 
 /// Rectangle on the screen, in pixels.
 [[nodiscard]] RECT BoundsOf(HWND window);
 [[nodiscard]] POINT CentreOf(HWND window);
+[[nodiscard]] inline int Width(const RECT& area) {
+    return area.right - area.left;
+}
+[[nodiscard]] inline int Height(const RECT& area) {
+    return area.bottom - area.top;
+}
 
 } // namespace vextrel::driver
+
+/// Whether two areas are the same; where argument-dependent lookup finds it.
+inline bool operator==(const RECT& a, const RECT& b) {
+    return EqualRect(&a, &b) != FALSE;
+}

@@ -7,7 +7,7 @@ namespace vextrel::driver {
 Target::Target(const std::wstring& options)
     : process_(OwnFolder() / L"vextrel_target.exe", options)
     , window_(process_.AwaitWindow(target::windowClass)) {
-    SettleInForeground(window_);
+    BringToFront(window_);
 }
 
 HWND Target::Field(int id) const {
@@ -48,6 +48,14 @@ void Target::PullHere(Pointer& pointer, POINT from) const {
         pointer.MoveTo({field.x + shift, field.y}, 1, Milliseconds(40));
         return Entries() > entries;
     });
+}
+
+std::wstring Target::TakeDrag(Pointer& pointer, POINT from) const {
+    const int drops = Drops();
+    PullHere(pointer, from);
+    pointer.Release();
+    Await("the drop arrives", [&] { return Drops() > drops; });
+    return Text();
 }
 
 void Target::ReadNow() const {

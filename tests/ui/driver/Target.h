@@ -27,6 +27,8 @@ class Target {
     /// Pulls something onto dropField until that has looked at it: a loaded program may begin late, and Wine loses the
     /// button's release while a target is asking for the data.
     void PullHere(Pointer& pointer, POINT from) const;
+    /// The same to its end. @return the text that arrived.
+    std::wstring TakeDrag(Pointer& pointer, POINT from) const;
     /// With --read=later: makes it read what was dropped on it.
     void ReadNow() const;
     /// Moves it to a corner of the screen where it does not cover the given rectangle.

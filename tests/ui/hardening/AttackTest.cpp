@@ -521,7 +521,7 @@ TEST(EveryMessage, ChangesNothing) {
         if (GetAncestor(window, GA_ROOT) == question)
             SendAndPostEverything(window);
     ASSERT_TRUE(IsWindow(question)) << "answered by somebody";
-    SettleInForeground(question);
+    BringToFront(question);
     Keys::Stroke(VK_ESCAPE);
     Await("the question has gone", [&] { return !IsWindow(question); });
     expectUnchanged();

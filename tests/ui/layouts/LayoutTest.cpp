@@ -4,7 +4,6 @@
 #include "driver/Machine.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "protections/Session.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

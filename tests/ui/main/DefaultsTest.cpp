@@ -59,7 +59,7 @@ TEST_F(ByDefault, TypedClickedAndPastedCharactersArrive) {
     EXPECT_EQ(Password(), L"aBczzq7");
     // While another program is in front, the clicks go through the layer.
     Keys::Stroke(VK_BACK);
-    SettleInForeground(field_.Window());
+    BringToFront(field_.Window());
     Await("the layer lets clicks through",
           [&] { return (GetWindowLongPtrW(app_->Layer(), GWL_EXSTYLE) & WS_EX_TRANSPARENT) != 0; });
     pointer_.Click(app_->FindKey(L"7"));
@@ -112,7 +112,7 @@ TEST_F(ByDefault, DialogsTakeTextAndAnswers) {
     Await("the menu", [&] { return app_->Running().Window(L"#32768") != nullptr; });
     Press({VK_DOWN, VK_RETURN}); // the layer's command
     const HWND question = app_->Running().AwaitWindow(formClass, L"Transparency Value");
-    SettleInForeground(question);
+    BringToFront(question);
     Keys::Type(L"77");
     Keys::Stroke(VK_RETURN);
     Await("the layer gets what was typed", [&] {

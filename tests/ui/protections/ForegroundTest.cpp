@@ -1,7 +1,7 @@
 // The layer's place, and what it does when other windows are in front.
 
+#include "driver/App.h"
 #include "driver/Target.h"
-#include "protections/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 /// Several ticks of the watch, for something that must not happen.
 constexpr Milliseconds someTicks{300};
 
-bool LiesOnTheKeys(const Session& app) {
+bool LiesOnTheKeys(const App& app) {
     const HWND layerWindow = app.Layer();
     if (layerWindow == nullptr) {
         return false;
@@ -26,7 +26,7 @@ bool LiesOnTheKeys(const Session& app) {
 
 TEST(ProtectiveLayer, LiesOnTheKeysAndIsNoWindowOfItsOwn) {
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     const HWND layer = app.Layer();
     EXPECT_EQ(TextOf(layer), L"");
     const LONG_PTR style = GetWindowLongPtrW(layer, GWL_EXSTYLE);
@@ -61,7 +61,7 @@ TEST(ProtectiveLayer, LiesOnTheKeysAndIsNoWindowOfItsOwn) {
 
 TEST(ProtectiveLayer, TurnsInvisibleOnceWhileAnotherProgramIsInFront) {
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     app.MoveTo({40, 40});
     const Target target;
     target.KeepClearOf(BoundsOf(app.Main()));
@@ -102,12 +102,12 @@ TEST(ProtectiveLayer, TurnsInvisibleOnceWhileAnotherProgramIsInFront) {
 
 TEST(ProtectiveLayer, LetsNoKeyThroughBeneathDialogsAndMenus) {
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     SetWindowPos(app.Main(), nullptr, 300, 300, 900, 500, SWP_NOZORDER | SWP_NOACTIVATE);
     Pointer pointer;
     app.Command(ids::mnuOptionsSaveSettingsInINI);
     const HWND question = app.AwaitDialog(L"Save the change?");
-    SettleInForeground(question);
+    BringToFront(question);
     const RECT keys = BoundsOf(app.Layer());
     SetWindowPos(question, nullptr, keys.left + 40, keys.bottom - 110, 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);

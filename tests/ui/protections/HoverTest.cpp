@@ -1,7 +1,7 @@
 // Resting the pointer on keys, and the pointer as a grey dot.
 
+#include "driver/App.h"
 #include "driver/Target.h"
-#include "protections/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ std::string ShortSound() {
 TEST(HoverByPointer, EntersOncePerArrival) {
     const Sandbox sandbox;
     sandbox.Write("[Settings]\r\nBeep on Hover=True\r\n[Row 2 Lower Case]\r\nKey 1=x\r\n");
-    const Session app(sandbox);
+    const App app(sandbox);
     const HWND keys[] = {app.FindKey(L"q"), app.FindKey(L"w"), app.FindKey(L"e"), app.FindKey(L"r")};
     const POINT background = CentreOf(app.PasswordBox());
     const POINT offTheKeys{BoundsOf(app.Layer()).left + 3, BoundsOf(app.Layer()).bottom - 3}; // left of the space bar
@@ -49,7 +49,7 @@ TEST(HoverByPointer, EntersOncePerArrival) {
     // pointer, not after a visit to the background.
     const auto start = Clock::now();
     pointer.MoveTo(CentreOf(keys[0]));
-    app.AwaitText(L"q");
+    app.AwaitShown(L"q");
     EXPECT_GE(Clock::now() - start, Milliseconds(450));
     Keys::Down(VK_SHIFT);
     Await("the caption changes", [&] { return TextOf(keys[0]) == L"Q"; });
@@ -71,10 +71,10 @@ TEST(HoverByPointer, EntersOncePerArrival) {
         EXPECT_FALSE(WaitFor([&] { return app.Shown() != L"q"; }, overHalfSecond));
     }
     pointer.MoveTo(CentreOf(keys[1]));
-    app.AwaitText(L"qw");
+    app.AwaitShown(L"qw");
     pointer.MoveTo(CentreOf(keys[2]));
     pointer.MoveTo(CentreOf(keys[1]));
-    app.AwaitText(L"qww");
+    app.AwaitShown(L"qww");
 
     // A hand that trembles for longer than the delay enters all the same. A beep that is no sound, or one without a
     // sound device, holds nothing up.
@@ -91,7 +91,7 @@ TEST(HoverByPointer, EntersOncePerArrival) {
     app.Command(ids::hoverDelayOneAndAHalfSeconds);
     const auto later = Clock::now();
     pointer.MoveTo(CentreOf(keys[3]));
-    app.AwaitText(L"qwwer");
+    app.AwaitShown(L"qwwer");
     EXPECT_GE(Clock::now() - later, Milliseconds(1400));
 
     // Shift by hover, once per arrival, and both Shift keys are one; off again, resting enters nothing.
@@ -99,7 +99,7 @@ TEST(HoverByPointer, EntersOncePerArrival) {
     pointer.MoveTo(CentreOf(app.Key(42)));
     Await("Shift is down", [&] { return app.FindKey(L"Q") != nullptr; });
     pointer.MoveTo(CentreOf(keys[0]));
-    app.AwaitText(L"qwwerQ");
+    app.AwaitShown(L"qwwerQ");
     app.Command(ids::mnuModeStandard);
     pointer.MoveTo(CentreOf(keys[1]));
     EXPECT_FALSE(WaitFor([&] { return app.Shown() != L"qwwerQ"; }, overHalfSecond));
@@ -108,7 +108,7 @@ TEST(HoverByPointer, EntersOncePerArrival) {
 TEST(HoverByPointer, TakesAnArrivalToEnterAKeyAndAClickForTheEntry) {
     const Sandbox sandbox;
     sandbox.Write("[Settings]\r\nMouseMode=Hover Entry Mode\r\nHover Timer Interval=500\r\n");
-    const Session app(sandbox);
+    const App app(sandbox);
     const Target target;
     Pointer pointer;
     app.Mask(false);
@@ -140,13 +140,13 @@ TEST(HoverByPointer, TakesAnArrivalToEnterAKeyAndAClickForTheEntry) {
     BringToFront(app.Main());
     app.AwaitLayerAlpha(5);
     pointer.Click(app.FindKey(L"t"));
-    app.AwaitText(L"qet");
+    app.AwaitShown(L"qet");
     check("a click", L"qet", L"qet");
 }
 
 TEST(DotPointer, IsAskedForAndShownOverTheKeysOnly) {
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     Pointer pointer;
     const POINT key = CentreOf(app.FindKey(L"g"));
     const POINT space{BoundsOf(app.Layer()).left + 3, BoundsOf(app.Layer()).bottom - 3};

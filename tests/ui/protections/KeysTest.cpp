@@ -1,7 +1,7 @@
 // Every key by the real pointer: through the layer, and directly where the layer lets clicks fall through.
 
+#include "driver/App.h"
 #include "driver/Target.h"
-#include "protections/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 constexpr const wchar_t* everyKey = L"`1234567890-\tqwertyuiop[]\r\nASDFGHJKL:\"zXCVBNM<>? |";
 constexpr int shownKeys = 54;
 
-std::vector<int> ShownKeys(const Session& app) {
+std::vector<int> ShownKeys(const App& app) {
     std::vector<int> keys;
     for (int key = 1; key <= 65; ++key) {
         if (app.Visible(ids::firstKey + key - 1)) {
@@ -25,14 +25,14 @@ std::vector<int> ShownKeys(const Session& app) {
 
 TEST(KeysByPointer, EachDoesWhatItSaysThroughTheLayerAndDirectly) {
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     Pointer pointer;
     app.Mask(false);
     ASSERT_EQ(ShownKeys(app).size(), static_cast<std::size_t>(shownKeys));
     for (const int key : ShownKeys(app)) {
         pointer.Click(app.Key(key));
     }
-    app.AwaitText(everyKey);
+    app.AwaitShown(everyKey);
 
     pointer.Click(app.Key(30)); // Caps Lock off
     Await("Caps Lock is off", [&] { return app.FindKey(L"q") != nullptr; });
@@ -48,19 +48,19 @@ TEST(KeysByPointer, EachDoesWhatItSaysThroughTheLayerAndDirectly) {
         if (key % 2 == 0) { // slow: the layer comes back while the button is down
             app.AwaitLayerAlpha(5);
             EXPECT_TRUE(app.IsPushed(key)) << key;
-            EXPECT_EQ(app.Windows().hwndCapture, app.Main()) << "the system tells listeners who takes the mouse";
+            EXPECT_EQ(app.Gui().hwndCapture, app.Main()) << "the system tells listeners who takes the mouse";
         }
         pointer.Release();
         Await("the keyboard comes to the front", [&] { return GetForegroundWindow() == app.Main(); });
         app.AwaitLayerAlpha(5);
         Await("the key comes up", [&] { return !app.IsPushed(key); });
     }
-    app.AwaitText(everyKey);
+    app.AwaitShown(everyKey);
 }
 
 TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     Pointer pointer;
     app.Mask(false);
     Await("the box has the focus", [&] { return app.Focus() == app.PasswordBox(); });
@@ -77,7 +77,7 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     EXPECT_TRUE(WaitFor([&] { return pushed(w) && !pushed(q); }, Milliseconds(3000)))
         << "q " << pushed(q) << ", w " << pushed(w) << ", in front " << (GetForegroundWindow() == app.Main());
     pointer.Release();
-    app.AwaitText(L"w");
+    app.AwaitShown(L"w");
 
     // Off the keys, the remembered key comes up and nothing is entered; the next click counts.
     for (const POINT off : {CentreOf(app.PasswordBox()), POINT{BoundsOf(app.Main()).right + 20, 10}}) {
@@ -88,7 +88,7 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
         pointer.Release();
         Await("q is up", [&] { return !pushed(q) && !pushed(w); });
     }
-    app.AwaitText(L"w");
+    app.AwaitShown(L"w");
     app.Activate();
 
     // A press on a dialog that ends by it, as a file dialog does, enters nothing when it is released over a key.
@@ -101,7 +101,7 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     pointer.MoveTo({CentreOf(q).x + 2, CentreOf(q).y});
     pointer.Release();
     pointer.Click(w);
-    app.AwaitText(L"ww");
+    app.AwaitShown(L"ww");
     Keys::Stroke(VK_BACK);
 
     // Double clicks enter twice; clicks in the middle of the flash come in, and a new flash ends the older one.
@@ -109,7 +109,7 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     pointer.Click(w);
     pointer.DoubleClick(CentreOf(app.FindKey(L"e")));
     pointer.DoubleClick(CentreOf(app.FindKey(L"r")));
-    app.AwaitText(L"wqqweerr");
+    app.AwaitShown(L"wqqweerr");
     Await("no key stays down", [&] { return !pushed(q) && !pushed(w) && !app.IsPushed(19) && !app.IsPushed(20); });
 
     // Every button of the mouse, and a selection that a click replaces without the box losing the focus.
@@ -125,9 +125,9 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     pointer.MoveTo(CentreOf(app.FindKey(L"t")));
     std::wstring expected = L"wq";
     for (const auto& button : buttons) {
-        SendButton(button.down, button.which);
-        SendButton(button.up, button.which);
-        app.AwaitText((expected += L"t") + L"r");
+        Pointer::SendButton(button.down, button.which);
+        Pointer::SendButton(button.up, button.which);
+        app.AwaitShown((expected += L"t") + L"r");
     }
     EXPECT_EQ(App::SelectionOf(app.PasswordBox()), (App::Selection{6, 6}));
     EXPECT_EQ(app.Focus(), app.PasswordBox());
@@ -145,7 +145,7 @@ TEST(KeysByPointer, PressesDragsAndClicksOfEveryKind) {
     pointer.MoveTo(CentreOf(w), 5, Milliseconds(10));
     EXPECT_TRUE(WaitFor([&] { return pushed(w) && !pushed(q); }, Milliseconds(3000)));
     pointer.Release();
-    app.AwaitText(L"wqttttwr");
+    app.AwaitShown(L"wqttttwr");
 }
 
 } // namespace

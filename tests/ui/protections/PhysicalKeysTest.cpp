@@ -1,8 +1,8 @@
 // Typing on the real keyboard into both boxes.
 
+#include "driver/App.h"
 #include "driver/Machine.h"
 #include "driver/Target.h"
-#include "protections/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +26,7 @@ TEST(PhysicalKeys, TypeEditAndPasteInBothViews) {
     if (!HasAmericanKeyboard() || !SpeaksEnglish())
         GTEST_SKIP() << "the keyboard is not American, or Windows' own words are not English";
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     // Each step starts with "abcd" and a selection, and ends with the End key and "#".
     const struct {
         const char* name;
@@ -105,7 +105,7 @@ TEST(PhysicalKeys, TypeEditAndPasteInBothViews) {
     Keys::Stroke('A');
     Keys::Stroke(VK_RETURN);
     Ctrl('V');
-    app.AwaitText(L"a\r\nx\tY\r\nZ");
+    app.AwaitShown(L"a\r\nx\tY\r\nZ");
     const Target target(L"--topmost");
     target.KeepClearOf(BoundsOf(app.Main()));
     BringToFront(app.Main());
@@ -117,7 +117,7 @@ TEST(PhysicalKeys, TypeEditAndPasteInBothViews) {
 
 TEST(PhysicalKeys, CaptionsFollowShiftAndCapsLock) {
     const Sandbox sandbox;
-    const Session app(sandbox);
+    const App app(sandbox);
     const auto awaitCaptions = [&](const wchar_t* letter, const wchar_t* digit) {
         Await("the captions change", [&] { return app.FindKey(letter) != nullptr && app.FindKey(digit) != nullptr; });
     };

@@ -165,7 +165,7 @@ bool RandomUser::DragOnce(bool takesAway, bool escapes) {
               }
               if (++polls % 100 == 0) { // Wine has lost it, as the target was just being asked
                   Note("release once more");
-                  escapes ? Keys::Stroke(VK_ESCAPE) : SendButton(MOUSEEVENTF_LEFTUP);
+                  escapes ? Keys::Stroke(VK_ESCAPE) : Pointer::SendButton(MOUSEEVENTF_LEFTUP);
               }
               return false;
           });

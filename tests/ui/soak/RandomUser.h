@@ -2,9 +2,9 @@
 
 #include "PasswordSession.h"
 #include "core/LayoutFile.h"
+#include "driver/App.h"
 #include "driver/Remote.h"
 #include "driver/Target.h"
-#include "protections/Session.h"
 
 #include <array>
 #include <deque>
@@ -123,7 +123,7 @@ class RandomUser {
 
     const Target target_{L"--topmost"}; // first, so that the program is in the foreground
     const PreparedSandbox sandbox_;
-    const Session app_;
+    const App app_;
     const RemoteMemory suggestedPlace_;
     // Looked up once: each search costs more than an action.
     const HWND layer_;

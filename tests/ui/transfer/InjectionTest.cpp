@@ -2,7 +2,6 @@
 #include "core/ids.h"
 #include "driver/App.h"
 #include "driver/Target.h"
-#include "protections/Session.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>

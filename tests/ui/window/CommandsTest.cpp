@@ -469,7 +469,7 @@ TEST(Commands, TheManualOpensFromTheProgramsFolderOrIsSaidToBeMissing) {
     const App app(sandbox);
     app.Command(ids::mnuHelpAbout);
     const HWND about = app.Running().AwaitWindow(formClass, L"About Vextrel");
-    SettleInForeground(about);
+    BringToFront(about);
     Pointer pointer;
     const auto clickLink = [&] {
         const RECT place = BoundsOf(GetDlgItem(about, ids::aboutManual));
