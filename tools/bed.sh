@@ -28,7 +28,7 @@ fi
 
 running=      # process group of the step at work
 servers=()    # process groups of Xvfb, openbox and picom, in the order of their start
-wineIsUp=
+prefixes=()   # Wine prefixes with a server of this run
 
 say() { printf '== %s\n' "$*"; }
 die() { printf '%s\n' "$*" >&2; exit 1; }
@@ -37,11 +37,11 @@ die() { printf '%s\n' "$*" >&2; exit 1; }
 finish() {
     trap '' INT TERM HUP
     [ -z "$running" ] || end_group "$running"
-    if [ -n "$wineIsUp" ]; then
-        timeout 20 wineserver -k 9>&- >/dev/null 2>&1 || true
-        timeout 20 wineserver -w 9>&- >/dev/null 2>&1 || true
-    fi
     local i
+    for i in "${prefixes[@]}"; do
+        WINEPREFIX=$i timeout 20 wineserver -k 9>&- >/dev/null 2>&1 || true
+        WINEPREFIX=$i timeout 20 wineserver -w 9>&- >/dev/null 2>&1 || true
+    done
     for ((i = ${#servers[@]} - 1; i >= 0; i--)); do
         end_group "${servers[i]}"
     done
@@ -161,24 +161,24 @@ build_to_use() {
     step "$name" "${command[@]}"
 }
 
-# Starts a display of our own on a free number, with a window manager and a compositor; exports DISPLAY.
+# start_display [NAME]: a display of our own on a free number, with a window manager and a compositor; exports DISPLAY.
 start_display() {
-    local number=$root/build/bed/display
+    local number=$root/build/bed/display suffix=${1:+-$1}.log
     local own=(env HOME="$root/build/bed/home" XDG_CONFIG_HOME="$root/build/bed/home" XDG_CACHE_HOME="$root/build/bed/home"
         XDG_DATA_HOME="$root/build/bed/home")
     mkdir -p "$logs" "$root/build/bed/home"
     unset WAYLAND_DISPLAY XAUTHORITY SESSION_MANAGER
     : >"$number"
     setsid -- "${own[@]}" Xvfb -displayfd 8 -screen 0 1920x1080x24 +extension Composite -nolisten tcp -noreset \
-        8>"$number" 9>&- >"$logs/xvfb.log" 2>&1 &
+        8>"$number" 9>&- >"$logs/xvfb$suffix" 2>&1 &
     servers+=($!)
     until_ready Xvfb 30 grep -q . "$number"
     DISPLAY=:$(cat "$number")
     export DISPLAY
-    setsid -- "${own[@]}" openbox --sm-disable 9>&- >"$logs/openbox.log" 2>&1 &
+    setsid -- "${own[@]}" openbox --sm-disable 9>&- >"$logs/openbox$suffix" 2>&1 &
     servers+=($!)
     until_ready openbox 30 window_manager_runs
-    setsid -- "${own[@]}" picom --backend xrender --config /dev/null "${compositorOptions[@]}" 9>&- >"$logs/picom.log" 2>&1 &
+    setsid -- "${own[@]}" picom --backend xrender --config /dev/null "${compositorOptions[@]}" 9>&- >"$logs/picom$suffix" 2>&1 &
     servers+=($!)
     until_ready picom 30 compositor_runs
     say "display $DISPLAY with openbox and picom"
@@ -201,7 +201,7 @@ start_wine() {
         flock 9
     fi
     version=$(wine --version 9>&-)
-    wineIsUp=yes
+    prefixes+=("$prefix")
     if [ "$(cat "$made" 2>/dev/null)" != "$version" ]; then
         rm -rf -- "${prefix:?}"
         mkdir -p "$HOME"
@@ -211,4 +211,16 @@ start_wine() {
         printf '%s\n' "$version" >"$made"
     fi
     wineserver -p 9>&- >/dev/null 2>&1 # it stays until finish(), so that not every test starts it anew
+}
+
+# Two beds side by side, so that two tests of the window run at once: each has a display and a prefix of its own, and its
+# environment in build/bed/lane-N, where tools/under-wine finds it.
+start_lanes() {
+    local lane
+    for lane in 1 2; do
+        prefix=$cache/wine-$lane
+        start_display "$lane"
+        start_wine
+        export -p | grep -E '^declare -x (DISPLAY|HOME|WINE[A-Z]*|XDG_[A-Z_]*)=' >"$root/build/bed/lane-$lane"
+    done
 }

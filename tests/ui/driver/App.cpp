@@ -13,7 +13,7 @@ App::App(const Sandbox& sandbox)
 App::App(const std::filesystem::path& program)
     : process_(program)
     , main_(process_.AwaitWindow(formClass, L"Vextrel")) {
-    Activate();
+    SettleInForeground(main_);
     Await("the layer takes the clicks on the keys", [this] {
         const int alpha = LayerAlpha(); // other than at the start or behind another program, it is neither
         return alpha != 0 && alpha != -1 && WindowFromPoint(CentreOf(Key(1))) == Layer();

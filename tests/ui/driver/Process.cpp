@@ -138,6 +138,11 @@ void BringToFront(HWND window) {
     });
 }
 
+void SettleInForeground(HWND window) {
+    static_cast<void>(WaitFor([window] { return GetForegroundWindow() == window; }, Milliseconds(2000)));
+    BringToFront(window);
+}
+
 RECT BoundsOf(HWND window) {
     RECT bounds{};
     Check(GetWindowRect(window, &bounds) != FALSE, "GetWindowRect");

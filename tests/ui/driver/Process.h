@@ -61,6 +61,8 @@ LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 /// Makes a window the foreground one and waits until it stays so: a window manager may be about to bring another to the
 /// front, and the mouse is let go of whenever the front changes.
 void BringToFront(HWND window);
+/// The same for a window that has just appeared, which comes to the front by itself: it is helped only if it does not.
+void SettleInForeground(HWND window);
 
 /// Rectangle on the screen, in pixels.
 [[nodiscard]] RECT BoundsOf(HWND window);

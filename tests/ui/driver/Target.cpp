@@ -7,7 +7,7 @@ namespace vextrel::driver {
 Target::Target(const std::wstring& options)
     : process_(OwnFolder() / L"vextrel_target.exe", options)
     , window_(process_.AwaitWindow(target::windowClass)) {
-    BringToFront(window_);
+    SettleInForeground(window_);
 }
 
 HWND Target::Field(int id) const {
