@@ -139,8 +139,14 @@ void BringToFront(HWND window) {
 }
 
 void SettleInForeground(HWND window) {
-    static_cast<void>(WaitFor([window] { return GetForegroundWindow() == window; }, Milliseconds(2000)));
-    BringToFront(window);
+    const bool settled = WaitFor(
+        [window, seen = 0]() mutable {
+            seen = GetForegroundWindow() == window ? seen + 1 : 0;
+            return seen == 15;
+        },
+        Milliseconds(2000));
+    if (!settled)
+        BringToFront(window);
 }
 
 RECT BoundsOf(HWND window) {
