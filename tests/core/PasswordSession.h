@@ -15,6 +15,11 @@
 
 namespace vextrel::session {
 
+inline bool IsZeroBehindItsEnd(const SecretText& text) {
+    return std::all_of(text.CString() + text.Size(), text.CString() + text.capacity + 1,
+                       [](wchar_t c) { return c == 0; });
+}
+
 /// What both sides show after a step. The caret is what the box makes of it: never behind the text.
 struct Session {
     std::wstring box;
@@ -31,23 +36,14 @@ inline void PutCaret(Session& s, std::size_t caret) {
     s.selected = 0;
 }
 
-/// Another text is set, and the selection with it, as far as the text goes.
-inline void KeepSelection(Session& s) {
-    s.caret = std::min(s.caret, s.box.size());
-    s.selected = std::min(s.selected, s.box.size() - s.caret);
-}
-
-inline std::wstring Left(const std::wstring& text, std::size_t count) {
-    return text.substr(0, std::min(count, text.size()));
-}
-
-inline std::wstring From(const std::wstring& text, std::size_t position) {
-    return position < text.size() ? text.substr(position) : L"";
+/// A part of a text, as far as the text goes.
+inline std::wstring Part(const std::wstring& text, std::size_t at, std::size_t count = std::wstring::npos) {
+    return text.substr(std::min(at, text.size()), count);
 }
 
 /// With a part replaced, as far as the text goes.
 inline std::wstring With(const std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece) {
-    return Left(text, at) + piece + From(text, at + count);
+    return Part(text, 0, at) + piece + Part(text, at + count);
 }
 
 inline std::wstring WithoutBreaks(std::wstring text) {
@@ -58,14 +54,16 @@ inline std::wstring WithoutBreaks(std::wstring text) {
 /// What a paste brings into the masked box: the clipboard is read as far as a password could reach, and only then
 /// cleaned. Where nothing is left, it is no paste.
 inline std::wstring PastedText(const std::wstring& clipboard) {
-    std::wstring text = Left(clipboard, SecretText::capacity);
+    std::wstring text = Part(clipboard, 0, SecretText::capacity);
     std::erase_if(text, [](wchar_t c) { return c < 32 || (c >= 127 && c < 160); });
     return text;
 }
 
-/// The box shows the password anew, as far as it may be seen.
+/// The box shows the password anew, as far as it may be seen; the selection stays, as far as the text goes.
 inline void Show(Session& s, const std::wstring& password) {
     s.box = s.masked ? std::wstring(password.size(), L'*') : password;
+    s.caret = std::min(s.caret, s.box.size());
+    s.selected = std::min(s.selected, s.box.size() - s.caret);
 }
 
 /// The plain model: texts before and behind the selection, put together anew.
@@ -80,14 +78,17 @@ struct Model {
         EnterIntoBox(s.masked ? std::wstring(text.size(), L'*') : text);
     }
     void Backspace() {
-        const bool selects = s.selected > 0;
-        const bool behindBreak = !selects && s.caret > 0 && s.box[s.caret - 1] == L'\n';
-        const std::size_t caret = s.caret - std::min<std::size_t>(s.caret, behindBreak ? 2 : 1);
-        if (!selects && !behindBreak && s.caret > 0 && !s.password.empty()) {
-            s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
+        const bool behindBreak = s.selected == 0 && s.caret > 0 && s.box[s.caret - 1] == L'\n';
+        const std::size_t back = std::min<std::size_t>(s.caret, behindBreak ? 2 : 1);
+        if (s.selected > 0) {
+            s.box = With(s.box, s.caret, s.selected, L"");
+        } else {
+            if (!behindBreak && back > 0 && !s.password.empty()) {
+                s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
+            }
+            s.box = With(s.box, s.caret - back, back, L"");
         }
-        s.box = selects ? With(s.box, s.caret, s.selected, L"") : With(s.box, caret, s.caret - caret, L"");
-        PutCaret(s, caret);
+        PutCaret(s, s.caret - back);
     }
     void Press(int button, const std::wstring& caption) {
         if (button == keys::backspace) {
@@ -103,14 +104,12 @@ struct Model {
             s.modifiers.shiftIsDown = !s.modifiers.shiftIsDown;
         } else if ((button < 54 || button > 56) && button != 58) {
             Enter(caption == L"&&" ? L"&" : caption.empty() || caption == L"space" ? L" " : caption);
-            if (s.modifiers.shiftLatched) {
-                s.modifiers.shiftIsDown = false;
-            }
+            s.modifiers.shiftIsDown = s.modifiers.shiftIsDown && !s.modifiers.shiftLatched;
         }
     }
     void Delete() {
         if (s.caret < s.box.size()) {
-            const std::size_t count = s.selected > 0 ? s.selected : 1;
+            const std::size_t count = std::max<std::size_t>(s.selected, 1);
             s.box = With(s.box, s.caret, count, L"");
             s.password = With(s.password, s.caret, count, L"");
         }
@@ -121,18 +120,13 @@ struct Model {
     void BoxReplacedSelection(const std::wstring& text) {
         const std::wstring old = s.box;
         EnterIntoBox(text);
-        const std::size_t shorter = std::min(old.size(), s.box.size());
-        std::size_t same = 0, end = 0;
-        while (same < shorter && old[same] == s.box[same]) {
-            ++same;
-        }
-        while (end < shorter - same && old[old.size() - 1 - end] == s.box[s.box.size() - 1 - end]) {
-            ++end;
-        }
-        const std::wstring added = WithoutBreaks(s.box.substr(same, s.box.size() - same - end));
-        const std::size_t removed = old.size() - same - end;
-        if (!added.empty() || !WithoutBreaks(old.substr(same, removed)).empty()) { // breaks the password has none of
-            s.password = With(s.password, same, removed, added);
+        const auto first = std::ranges::mismatch(old, s.box);
+        const auto last = std::mismatch(old.rbegin(), std::make_reverse_iterator(first.in1), s.box.rbegin(),
+                                        std::make_reverse_iterator(first.in2));
+        const std::wstring removed(first.in1, last.first.base()), added(first.in2, last.second.base());
+        if (!WithoutBreaks(added + removed).empty()) { // breaks the password has none of
+            const auto start = static_cast<std::size_t>(first.in1 - old.begin());
+            s.password = With(s.password, start, removed.size(), WithoutBreaks(added));
         }
     }
     void PasteMasked(const std::wstring& text) {
@@ -149,10 +143,9 @@ struct Model {
             }
         }
         Show(s, s.password);
-        KeepSelection(s);
     }
     std::wstring Carry(bool takesAway) {
-        std::wstring carried = s.selected == 0 ? s.password : Left(From(s.password, s.caret), s.selected);
+        std::wstring carried = s.selected == 0 ? s.password : Part(s.password, s.caret, s.selected);
         if (takesAway) {
             s.password = s.selected == 0 ? L"" : With(s.password, s.caret, s.selected, L"");
             Show(s, s.password);
@@ -199,8 +192,7 @@ class Ruled {
         }
     }
     void BoxReplacedSelection(const std::wstring& text) {
-        std::wstring after = s.box;
-        after.replace(s.caret, s.selected, text);
+        const std::wstring after = With(s.box, s.caret, s.selected, text);
         if (after.size() > SecretText::capacity) {
             throw Error(ErrorNumber::Overflow); // the box has this limit
         }
@@ -216,7 +208,6 @@ class Ruled {
         }
         s.masked = !s.masked;
         Show(s, Password());
-        KeepSelection(s);
     }
     std::wstring Carry(bool takesAway) {
         const TransferPlan plan = PlanTransfer(State().selection, password_.Size());
@@ -242,12 +233,6 @@ struct Action {
     std::size_t caret = 0;
     std::size_t selected = 0;
     bool takesAway = false;
-
-    /// Whether caret and selection are added up in 16 bits for it, whatever it then does with them.
-    [[nodiscard]] bool ReadsSelection(bool masked) const {
-        return kind == Kind::Press || kind == Kind::Carry ||
-               (kind == Kind::Paste && masked && !PastedText(text).empty());
-    }
 };
 
 /// @return what was carried away, if anything was.
@@ -278,11 +263,15 @@ class Comparison {
     /// Plays one action on both sides. What 16 bits cannot hold is refused, and then nothing changes.
     /// @return whether they agree afterwards.
     bool Agrees(const Action& action) {
+        using enum Action::Kind;
+        const Session& s = model_.s;
+        // For these, caret and selection are added up in 16 bits, whatever is then done with them.
+        const bool adds = action.kind == Press || action.kind == Carry ||
+                          (action.kind == Paste && s.masked && !PastedText(action.text).empty());
         Model next = model_;
         const std::wstring carried = Play(next, action);
-        const bool fits = next.s.box.size() <= SecretText::capacity && next.s.password.size() <= SecretText::capacity;
-        const bool refused = !fits || (action.ReadsSelection(model_.s.masked) &&
-                                       model_.s.caret + model_.s.selected + 1 > SecretText::capacity);
+        const bool refused = std::max(next.s.box.size(), next.s.password.size()) > SecretText::capacity ||
+                             (adds && s.caret + s.selected + 1 > SecretText::capacity);
         std::wstring ruledCarried;
         if (refused != Throws(ErrorNumber::Overflow, [&] { ruledCarried = Play(ruled_, action); })) {
             return false;
@@ -304,8 +293,8 @@ template <typename Pick>
 Action ChooseAction(const Session& s, Pick pick) {
     static const std::wstring captions[] = {L"a",     L"b",     L"a",  L"&&", L"",
                                             L"space", L"Space", L"\\", L"ij", L"\xD83D\xDE00"};
-    static const std::wstring pastes[] = {L"",     L"a",      L"ba",   L"\t",         L"a\tb",
-                                          L"\r\n", L"b\r\na", L"aaaa", L"\x7Fq\x9Fr", L"\r\n\r\n"};
+    static const std::wstring pastes[] = {L"",     L"a",      L"ba",    L"\t",         L"a\tb",
+                                          L"\r\n", L"b\r\na", L"\nb\r", L"\x7Fq\x9Fr", L"\r\n\r\n"};
     constexpr int editing[] = {keys::backspace, keys::backspace, keys::tab, keys::enter};
     Action action;
     const std::size_t kind = pick(20);

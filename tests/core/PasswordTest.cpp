@@ -1,6 +1,6 @@
 #include "PasswordSession.h"
 
-#include <gtest/gtest.h>
+#include "Each.h"
 
 #include <new>
 #include <random>
@@ -31,10 +31,6 @@ namespace {
 
 constexpr std::size_t full = SecretText::capacity;
 
-bool IsZeroBehindItsEnd(const SecretText& text) {
-    return std::all_of(text.CString() + text.Size(), text.CString() + full + 1, [](wchar_t c) { return c == 0; });
-}
-
 TEST(PasswordWalk, TenThousandStepsAgreeWithThePlainModelAndLeaveNothingBehindTheEnd) {
     std::mt19937 random(20240229);
     const auto pick = [&random](std::size_t below) { return static_cast<std::size_t>(random()) % below; };
@@ -51,22 +47,13 @@ TEST(PasswordWalk, TenThousandStepsAgreeWithThePlainModelAndLeaveNothingBehindTh
     }
 }
 
-TEST(KeyPress, ModifiersChangeAsTheKeysSay) {
+TEST(KeyPress, ModifiersThatNoSessionHasChangeAsTheKeysSay) {
     using M = Modifiers; // shift, caps, AltGr, latched, physical
-    const struct {
-        const char* name;
-        int button;
-        M before, after;
-    } rows[] = {{"over the physical", keys::rightShift, {true, false, false, false, true}, {false, false, false, true}},
-                {"character, Shift held", 31, {true, false, false, true, true}, {false, false, false, true, true}},
-                {"character, never latched", 31, {true, true, true, false}, {true, true, true, false}},
-                {"inert key", 54, {true, false, false, true}, {true, false, false, true}},
-                {"leftover", keys::messageLeftover, {true, false, false, true}, {true, false, false, true}}};
-    for (const auto& row : rows) {
-        const KeyPressOutcome outcome = PressKey(row.button, L"x", BoxState{}, row.before);
-        EXPECT_EQ(outcome.modifiers, row.after) << row.name;
-        EXPECT_EQ(outcome.showLeftover, row.button == keys::messageLeftover) << row.name;
-    }
+    const auto after = [](int button, M before) { return PressKey(button, L"x", {}, before).modifiers; };
+    EXPECT_EQ(after(keys::rightShift, {true, false, false, false, true}), (M{false, false, false, true, false}));
+    EXPECT_EQ(after(31, {true, false, false, true, true}), (M{false, false, false, true, true})) << "Shift held";
+    EXPECT_EQ(after(31, {true, true, true, false}), (M{true, true, true, false})) << "never latched";
+    EXPECT_TRUE(PressKey(keys::messageLeftover, L"x", {}, {}).showLeftover && !PressKey(54, L"x", {}, {}).showLeftover);
 }
 
 TEST(KeyPress, SixteenBitSumsOverflowBeforeAnythingChanges) {
@@ -99,25 +86,21 @@ TEST(KeyPress, SixteenBitSumsOverflowBeforeAnythingChanges) {
     }
 }
 
-TEST(SecretText, NothingIsLeftBehindItsEnd) {
-    const struct {
-        TextRange range;
-        const wchar_t *piece, *result;
-    } pieces[] = {{{1, 3}, L"x", L"sxet"},
-                  {{1, 1}, L"xyz", L"sxyzcret"},
-                  {{4, 2}, L"", L"secr"},
-                  {{4, ~std::size_t{0}}, L"u", L"secru"},
-                  {{~std::size_t{0}, 2}, L"s", L"secrets"}};
+TEST(SecretText, NothingIsLeftBehindItsEndNorInFreedMemory) {
     HeapText text;
-    const auto expect = [&text](const wchar_t* content) {
-        EXPECT_TRUE(text.View() == content && IsZeroBehindItsEnd(text))
+    const auto replaced = [&](const Splice& splice) {
+        text.Assign(L"secret");
+        text.Replace(splice.range, splice.text);
+        return IsZeroBehindItsEnd(text) ? std::wstring(text.View()) : L"left behind";
+    };
+    constexpr std::size_t far = ~std::size_t{0};
+    EXPECT_EQ(OfEach(replaced, Splice{{1, 3}, L"x"}, Splice{{1, 1}, L"xyz"}, Splice{{4, 2}, L""},
+                     Splice{{4, far}, L"u"}, Splice{{far, 2}, L"s"}),
+              L"sxet|sxyzcret|secr|secru|secrets|");
+    const auto expect = [&text](std::wstring_view expected) {
+        EXPECT_TRUE(text.View() == expected && IsZeroBehindItsEnd(text))
             << testing::PrintToString(std::wstring(text.View()));
     };
-    for (const auto& [range, piece, result] : pieces) {
-        text.Assign(L"secret");
-        text.Replace(range, piece);
-        expect(result);
-    }
     text.Assign(L"secret");
     text.Assign(text.View({2, 3}));
     expect(L"cre");
@@ -156,30 +139,14 @@ TEST(PasswordView, ForwardedCodesAreBackspaceThePrintableOnesAndOneMore) {
     }
 }
 
-TEST(PasswordView, MaskingReadsThePlainBoxUpToTheFirstLineBreak) {
-    const std::pair<const wchar_t*, const wchar_t*> rows[] = {
-        {L"", L""},           {L"abc", L"abc"},       {L"abc\r\ndef", L"abc"},     {L"\r\nabc", L""},
-        {L"a\tb", L"a\r\nb"}, {L"\t\t", L"\r\n\r\n"}, {L"a\tb\r\n\tc", L"a\r\nb"}, {L"a\nb\rc\n\rd", L"a\nb\rc\n\rd"}};
-    for (const auto& [plain, read] : rows) {
-        HeapText password;
-        password.Assign(L"something that was longer before");
-        ReadPlainBox(plain, password);
-        EXPECT_TRUE(password.View() == read && IsZeroBehindItsEnd(password))
-            << testing::PrintToString(std::wstring(password.View()));
-    }
-}
-
 TEST(PasswordView, ABoxThatShowsSomethingElseIsRemarkedOn) {
-    constexpr std::wstring_view notWhole = L"The box does not show the whole password";
-    constexpr std::wstring_view firstLine = L"Only the first line is kept when masked";
+    const auto remark = [](const wchar_t* text) { return RemarkOnPlainBox(text, L"abc"); };
+    EXPECT_EQ(OfEach(remark, L"abc", L"", L"abd", L"ab\tc", L"ab\r\nc"),
+              L"|The box does not show the whole password|The box does not show the whole password|The box does not "
+              L"show the whole password|Only the first line is kept when masked|");
+    EXPECT_TRUE(RemarkOnPlainBox(L"ab\r\nc", L"ab\r\nc") == remark(L"ab\r\nc") &&
+                RemarkOnMaskedBox(4, 3) == remark(L""));
     EXPECT_EQ(RemarkOnMaskedBox(3, 3), L"");
-    EXPECT_EQ(RemarkOnMaskedBox(4, 3), notWhole);
-    const std::tuple<const wchar_t*, const wchar_t*, std::wstring_view> rows[] = {
-        {L"abc", L"abc", L""},      {L"", L"abc", notWhole},         {L"abd", L"abc", notWhole},
-        {L"a\tb", L"ab", notWhole}, {L"ab\r\nc", L"abc", firstLine}, {L"ab\r\nc", L"ab\r\nc", firstLine}};
-    for (const auto& [text, password, remark] : rows) {
-        EXPECT_EQ(RemarkOnPlainBox(text, password), remark);
-    }
 }
 
 } // namespace
