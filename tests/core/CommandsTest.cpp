@@ -67,12 +67,10 @@ TEST(Commands, ATransferDisablesExactlyWhatWouldDisturbItAndPutsClearingOff) {
 
 TEST(Commands, MenusAndButtonsStandInTheirOrder) {
     std::wstring words;
-    int last = 0;
     for (const Menu& menu : MenuBar()) {
         words += menu.caption + std::wstring(L":");
         for (const Command& item : menu.items) {
             words += L" " + std::wstring(item.menuId != 0 ? item.caption : L"-") + L",";
-            EXPECT_TRUE(item.menuId == 0 || item.menuId > std::exchange(last, item.menuId)) << "numbers ascend";
         }
         words += L"\n";
     }
@@ -81,8 +79,7 @@ TEST(Commands, MenusAndButtonsStandInTheirOrder) {
         words += (tool.startsGroup ? L"| " : L"") + std::wstring(tool.key) + L" ";
     }
     for (const HoverDelayItem& item : HoverDelayMenu()) {
-        words += L"\n" + std::to_wstring(item.id - toolClear) + L" " + item.key + L" " + std::to_wstring(item.delayMs);
-        EXPECT_FALSE(IsToolButton(item.id));
+        words += std::to_wstring(item.id - toolClear) + L" " + item.key + L" " + std::to_wstring(item.delayMs) + L" ";
     }
     EXPECT_EQ(words, L"&File: Keep on &Top, E&xit,\n"
                      L"&Mouse Mode: 1. Standard, 2. Hover Entry, 3. Hidden Mouse and Hover Entry,\n"
@@ -93,9 +90,8 @@ TEST(Commands, MenusAndButtonsStandInTheirOrder) {
                      L"Import a Layout..., Save current layout...,\n"
                      L"Help: Visit Vextrel homepage, Donate..., -, About Vextrel,\n"
                      L"Standard Hover HideMouse | Inject | ScrambleOnScreen ScrambleAll Dvorak Unscramble | "
-                     L"ToggleMask Beep KeepPassword Obsfucate | KeepOnTop Refresh Clear \n"
-                     L"6 halfseconddely 500\n7 oneseconddelay 1000\n8 oneandhalfseconddelay 1500\n"
-                     L"9 twosecondsdelay 2000");
+                     L"ToggleMask Beep KeepPassword Obsfucate | KeepOnTop Refresh Clear 6 halfseconddely 500 "
+                     L"7 oneseconddelay 1000 8 oneandhalfseconddelay 1500 9 twosecondsdelay 2000 ");
 }
 
 TEST(Commands, TheStatusBarTellsModeDelayTransferAndLayoutAndWarns) {

@@ -156,20 +156,19 @@ struct Model {
 };
 
 /// The same session through the rules, with a text that stands in for the box. What throws changes nothing.
-class Ruled {
-  public:
+struct Ruled {
     Session s; ///< without the password until it is compared
-    [[nodiscard]] const SecretText& Secret() const { return password_; }
-    [[nodiscard]] std::wstring Password() const { return std::wstring(password_.View()); }
+    HeapText password;
+    [[nodiscard]] std::wstring Password() const { return std::wstring(password.View()); }
     [[nodiscard]] BoxState State() const {
         return {s.masked ? PasswordBoxView::Masked : PasswordBoxView::Plain,
                 {static_cast<std::int16_t>(s.caret), static_cast<std::int16_t>(s.selected)},
                 s.box.size(),
                 s.caret > 0 ? s.box[s.caret - 1] : L'\0',
-                password_.Size()};
+                password.Size()};
     }
     void Apply(const TextEdit& edit) {
-        ApplyToPassword(edit, password_);
+        ApplyToPassword(edit, password);
         if (edit.box) {
             s.box.replace(edit.box->range.start, edit.box->range.count, edit.box->text);
         }
@@ -196,32 +195,29 @@ class Ruled {
         if (after.size() > SecretText::capacity) {
             throw Error(ErrorNumber::Overflow); // the box has this limit
         }
-        if (const auto splice = FollowPlainBox(s.box, after, password_.Size())) {
-            password_.Replace(splice->range, splice->text);
+        if (const auto splice = FollowPlainBox(s.box, after, password.Size())) {
+            password.Replace(splice->range, splice->text);
         }
         s.box = after;
         PutCaret(s, s.caret + text.size());
     }
     void SwitchMask() {
         if (!s.masked) {
-            ReadPlainBox(s.box, password_);
+            ReadPlainBox(s.box, password);
         }
         s.masked = !s.masked;
         Show(s, Password());
     }
     std::wstring Carry(bool takesAway) {
-        const TransferPlan plan = PlanTransfer(State().selection, password_.Size());
-        std::wstring carried(password_.View(plan.carried));
+        const TransferPlan plan = PlanTransfer(State().selection, password.Size());
+        std::wstring carried(password.View(plan.carried));
         if (takesAway) {
-            password_.Replace(plan.carried, {});
+            password.Replace(plan.carried, {});
             Show(s, Password());
         }
         PutCaret(s, static_cast<std::size_t>(plan.savedCaret));
         return carried;
     }
-
-  private:
-    HeapText password_;
 };
 
 /// One thing that the user does.
@@ -229,7 +225,7 @@ struct Action {
     enum class Kind { Press, Select, Delete, Paste, SwitchMask, Carry };
     Kind kind = Kind::Press;
     int button = 0;
-    std::wstring text; ///< the key's caption, or what is pasted
+    std::wstring text{}; ///< the key's caption, or what is pasted
     std::size_t caret = 0;
     std::size_t selected = 0;
     bool takesAway = false;
@@ -254,38 +250,32 @@ std::wstring Play(Side& side, const Action& action) {
     return {};
 }
 
-/// Both sides.
-class Comparison {
-  public:
-    [[nodiscard]] const Session& Now() const { return model_.s; }
-    [[nodiscard]] const SecretText& Secret() const { return ruled_.Secret(); }
+struct Comparison {
+    Model model;
+    Ruled ruled;
 
     /// Plays one action on both sides. What 16 bits cannot hold is refused, and then nothing changes.
     /// @return whether they agree afterwards.
     bool Agrees(const Action& action) {
         using enum Action::Kind;
-        const Session& s = model_.s;
+        const Session& s = model.s;
         // For these, caret and selection are added up in 16 bits, whatever is then done with them.
         const bool adds = action.kind == Press || action.kind == Carry ||
                           (action.kind == Paste && s.masked && !PastedText(action.text).empty());
-        Model next = model_;
+        Model next = model;
         const std::wstring carried = Play(next, action);
         const bool refused = std::max(next.s.box.size(), next.s.password.size()) > SecretText::capacity ||
                              (adds && s.caret + s.selected + 1 > SecretText::capacity);
         std::wstring ruledCarried;
-        if (refused != Throws(ErrorNumber::Overflow, [&] { ruledCarried = Play(ruled_, action); })) {
+        if (refused != Throws(ErrorNumber::Overflow, [&] { ruledCarried = Play(ruled, action); })) {
             return false;
         }
         if (!refused) {
-            model_ = std::move(next);
+            model = std::move(next);
         }
-        ruled_.s.password = ruled_.Password();
-        return (refused || carried == ruledCarried) && model_.s == ruled_.s;
+        ruled.s.password = ruled.Password();
+        return (refused || carried == ruledCarried) && model.s == ruled.s;
     }
-
-  private:
-    Model model_;
-    Ruled ruled_;
 };
 
 /// Chooses an action that is possible in the session. @param pick gives a number from 0 up to below its argument.

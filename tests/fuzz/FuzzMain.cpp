@@ -4,6 +4,6 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    vextrel::fuzz::Run(vextrel::fuzz::Bytes({data, size}));
+    vextrel::fuzz::Run({{data, size}});
     return 0;
 }
