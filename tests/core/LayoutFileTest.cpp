@@ -3,9 +3,7 @@
 
 #include "Each.h"
 
-namespace vextrel {
-namespace {
-
+using namespace vextrel;
 using namespace std::literals;
 
 TEST(LayoutFile, WhatIsWrittenReadsBackInTheFilesOrderButForThreeUpperCaptions) {
@@ -81,6 +79,3 @@ TEST(FileFilter, EveryBarBecomesANulAndAPatternStartsInTheFolderThatItNames) {
                      L"folder/sub/x", L"folder/sub\\x", L"*.lng", L""),
               L"C:\\folder|\\\\server\\a|C:\\|\\|C:/|folder/sub|folder/sub|||");
 }
-
-} // namespace
-} // namespace vextrel

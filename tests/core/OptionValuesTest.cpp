@@ -1,13 +1,11 @@
 #include "core/OptionValues.h"
-
+#include "core/Error.h"
 #include "core/LayerOpacity.h"
 #include "core/Numbers.h"
 
 #include "Each.h"
-#include "Throws.h"
 
-namespace vextrel {
-namespace {
+using namespace vextrel;
 
 TEST(Numbers, SixteenBitsAreARangeAndOverflowIsNamed) {
     EXPECT_TRUE(RoundHalfEven(-2.5) == -2 && RoundHalfEven(-0.51) == -1);
@@ -15,7 +13,7 @@ TEST(Numbers, SixteenBitsAreARangeAndOverflowIsNamed) {
     EXPECT_EQ(Error(ErrorNumber::Overflow).Number(), 6);
     EXPECT_EQ(Error(ErrorNumber::Overflow).Description(), L"Overflow");
     for (const std::int64_t outside : {32768LL, -32769LL, 65536LL}) {
-        EXPECT_TRUE(Throws(ErrorNumber::Overflow, [&] { static_cast<void>(ToInt16(outside)); })) << outside;
+        EXPECT_THROW(static_cast<void>(ToInt16(outside)), Error) << outside;
     }
 }
 
@@ -122,6 +120,3 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
     EXPECT_TRUE(RunLayerCommand({5, 5}, 5).stuck) << "a typed 5 is what the layer has unmarked";
     EXPECT_FALSE(RunLayerCommand({100, 5}, 5).stuck) << "it asks";
 }
-
-} // namespace
-} // namespace vextrel

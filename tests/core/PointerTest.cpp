@@ -7,7 +7,8 @@
 #include <map>
 #include <sstream>
 
-namespace vextrel {
+using namespace vextrel;
+
 namespace {
 
 TEST(DragGesture, DragsPastTheThresholdFromTheSelectionAndFromFarOutElse) {
@@ -40,7 +41,7 @@ TEST(DragGesture, DragsPastTheThresholdFromTheSelectionAndFromFarOutElse) {
 }
 
 /// A session with hover entry, told in words: the letter of a key for the pointer's move onto it, "tick", "on", "off",
-/// "leave" for the background, "forget" for the key it was on; "=a" for a coming under the resting pointer, "!a" for a
+/// "leave" for the background; "=a" for a coming under the resting pointer, "!a" for a
 /// click on it. What stands behind a colon comes with it: of ":aAbB", a's caption becomes A, and b's B. Answers with
 /// the timer's order or the key that a tick enters.
 std::string Play(const std::string& script) {
@@ -62,8 +63,6 @@ std::string Play(const std::string& script) {
             order(hover.SetEnabled(what == "on"));
         } else if (what == "leave") {
             order(hover.LeaveKeys());
-        } else if (what == "forget") {
-            hover.ClearCurrentButton();
         } else if (what.starts_with('!')) {
             entered = what[1];
         } else if (!what.empty()) {
@@ -85,8 +84,7 @@ TEST(HoverEntry, AKeyIsEnteredOncePerArrival) {
     EXPECT_EQ(Play("tick a tick on tick a tick off"), " - leave - run - restart a stop") << "nothing is armed when off";
     EXPECT_EQ(Play("on tick a a tick a tick b a tick"), " run - restart run a run - restart restart a")
         << "a trembling hand delays nothing";
-    EXPECT_EQ(Play("on a tick leave a tick forget tick a tick"), " run restart a stop run - - restart -")
-        << "the background is no other key";
+    EXPECT_EQ(Play("on a tick leave a tick"), " run restart a stop run -") << "the background is no other key";
     EXPECT_EQ(Play("on a !a tick a tick b a tick"), " run restart - run - restart restart a") << "a click is the entry";
     EXPECT_EQ(Play("on !a tick a tick b tick"), " run - run - restart b") << "a tap that told of no move";
     EXPECT_EQ(Play("a !a on a tick"), " leave run restart a") << "in the standard mode a click is none";
@@ -122,4 +120,3 @@ TEST(HoverEntry, KeysAreToldApartByTheirCaption) {
 }
 
 } // namespace
-} // namespace vextrel

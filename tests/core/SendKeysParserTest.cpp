@@ -4,7 +4,8 @@
 
 #include <sstream>
 
-namespace vextrel {
+using namespace vextrel;
+
 namespace {
 
 /// The strokes in one line: "S+" and "S-" for a modifier going down and up, "#13" for a named key, "'a'" for a key
@@ -67,4 +68,3 @@ TEST(SendKeysParser, FortyOneNamesExactlyAsWritten) {
 }
 
 } // namespace
-} // namespace vextrel

@@ -45,7 +45,7 @@ struct Bytes {
     }
 };
 
-/// What each target defines: one run over one input.
-void Run(Bytes input);
-
 } // namespace vextrel::fuzz
+
+/// What each target defines: one run over one input. The name is libFuzzer's.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

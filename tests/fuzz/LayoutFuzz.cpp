@@ -9,9 +9,11 @@
 
 #include <map>
 
-namespace vextrel::fuzz {
+using namespace vextrel;
+using fuzz::Require;
 
-void Run(Bytes input) {
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Bytes input{{data, size}};
     std::map<std::wstring, std::wstring> file;
     const auto read = [&](std::wstring_view section, std::wstring_view key) {
         const auto [entry, isNew] = file.try_emplace(std::wstring(section) + L"/" + std::wstring(key));
@@ -47,6 +49,5 @@ void Run(Bytes input) {
     Layout again = layout;
     ReadLayoutEntries(read, again);
     Require(again == layout, "reading twice is reading once");
+    return 0;
 }
-
-} // namespace vextrel::fuzz

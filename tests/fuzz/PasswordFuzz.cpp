@@ -4,9 +4,11 @@
 
 #include "PasswordSession.h"
 
-namespace vextrel::fuzz {
+using namespace vextrel;
+using fuzz::Require;
 
-void Run(Bytes input) {
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Bytes input{{data, size}};
     session::Comparison both;
     while (!input.left.empty()) {
         session::Action action =
@@ -18,6 +20,5 @@ void Run(Bytes input) {
         Require(both.Agrees(action), "box, password, caret and modifiers are those of the model");
     }
     Require(session::IsZeroBehindItsEnd(both.ruled.password), "no character is left behind the password's end");
+    return 0;
 }
-
-} // namespace vextrel::fuzz

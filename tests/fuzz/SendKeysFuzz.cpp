@@ -4,9 +4,11 @@
 
 #include "core/SendKeysParser.h"
 
-namespace vextrel::fuzz {
+using namespace vextrel;
+using fuzz::Require;
 
-void Run(Bytes input) {
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Bytes input{{data, size}};
     using enum SendKeysStroke::Kind;
     const std::wstring command = input.TextUpTo(L'\0');
     SendKeysProgram program = ParseSendKeys(command);
@@ -38,6 +40,5 @@ void Run(Bytes input) {
     Require(!program.error || program.error->starts_with(L"Invalid sendkeys command"), "an error says what it is of");
     const SendKeysProgram again = ParseSendKeys(written);
     Require(!again.error && again.strokes == program.strokes, "what was read, written down, is read the same");
+    return 0;
 }
-
-} // namespace vextrel::fuzz

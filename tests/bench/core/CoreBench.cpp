@@ -1,10 +1,7 @@
-// How long the rules take that run on a click, a hover or a long input. Run by tests/bench/core/run.
+// How long the rules take that run on a hover or a long input. Run by tests/bench/core/run.
 
 #include "core/KeyGrid.h"
 #include "core/SendKeysParser.h"
-#include "core/TextEdit.h"
-
-#include "HeapText.h"
 
 #include <benchmark/benchmark.h>
 
@@ -28,21 +25,6 @@ void HitTest(benchmark::State& state) {
     }
 }
 BENCHMARK(HitTest);
-
-/// A character appended to a password of the given length, which is then taken back by Backspace.
-void KeyPressAndBackspace(benchmark::State& state) {
-    HeapText password;
-    password.Assign(std::wstring(static_cast<std::size_t>(state.range(0)), L'x'));
-    for (auto step : state) {
-        for (const int button : {1, keys::backspace}) {
-            const std::size_t size = password.Size();
-            const BoxState box{PasswordBoxView::Masked, {static_cast<std::int16_t>(size), 0}, size, L'*', size};
-            ApplyToPassword(*PressKey(button, L"a", box, {}).edit, password);
-        }
-    }
-    benchmark::DoNotOptimize(password.View().data());
-}
-BENCHMARK(KeyPressAndBackspace)->Arg(16)->Arg(1000);
 
 /// Commands of the given size in KB. The first holds everything that the language has; the others would parse worst,
 /// should any of it be read twice: brackets and braces that never close, modifiers that never find their key.
