@@ -16,7 +16,7 @@ constexpr int never = 1000000;
 /// the capture a dead key waits, and the box holds a text.
 struct FakeKeyboard final : CaptureDevice {
     struct Setup {
-        bool capsLock = false, shiftEndsCapsLock = false, ctrlIsHeld = false;
+        bool capsLock = false, shiftEndsCapsLock = false;
         std::uint8_t silentKey = 0; ///< its release never comes
         int keysUntilFocusIsLost = never, keysUntilUserHoldsShift = never;
         PhysicalModifiers held = {};
@@ -36,8 +36,7 @@ struct FakeKeyboard final : CaptureDevice {
     }
     void ProcessMessages() noexcept override { focusIsComing = false; }
     CaptureResult Readiness() noexcept override {
-        const auto focus = presses < s.keysUntilFocusIsLost ? CaptureResult::Done : CaptureResult::LostFocus;
-        return s.ctrlIsHeld ? CaptureResult::ModifierHeld : focus;
+        return presses < s.keysUntilFocusIsLost ? CaptureResult::Done : CaptureResult::LostFocus;
     }
     void PressDown(std::uint8_t virtualKey) noexcept override {
         pressedWithoutFocus += presses++ < s.keysUntilFocusIsLost && !focusIsComing ? 0 : 1;
@@ -100,8 +99,7 @@ TEST(LayoutCapture, WhatStandsInTheWayIsNamed) {
         FakeKeyboard::Setup setup;
         CaptureResult result;
         int presses;
-    } rows[] = {{"Ctrl", {.ctrlIsHeld = true}, ModifierHeld, 0},
-                {"Shift", {.keysUntilUserHoldsShift = 0}, ModifierHeld, 0},
+    } rows[] = {{"Shift", {.keysUntilUserHoldsShift = 0}, ModifierHeld, 0},
                 {"Shift, before Caps Lock", {.capsLock = true, .keysUntilUserHoldsShift = 0}, ModifierHeld, 0},
                 {"Shift at slot 2, the next", {.keysUntilUserHoldsShift = 4}, ModifierHeld, 6},
                 {"slot 1's plain press", {.silentKey = 49}, NoAnswer, 4},

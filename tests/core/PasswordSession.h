@@ -42,7 +42,7 @@ inline std::wstring Part(const std::wstring& text, std::size_t at, std::size_t c
 }
 
 /// With a part replaced, as far as the text goes.
-inline std::wstring With(const std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece) {
+inline std::wstring With(const std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece = {}) {
     return Part(text, 0, at) + piece + Part(text, at + count);
 }
 
@@ -81,12 +81,12 @@ struct Model {
         const bool behindBreak = s.selected == 0 && s.caret > 0 && s.box[s.caret - 1] == L'\n';
         const std::size_t back = std::min<std::size_t>(s.caret, behindBreak ? 2 : 1);
         if (s.selected > 0) {
-            s.box = With(s.box, s.caret, s.selected, L"");
+            s.box = With(s.box, s.caret, s.selected);
         } else {
             if (!behindBreak && back > 0 && !s.password.empty()) {
                 s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
             }
-            s.box = With(s.box, s.caret - back, back, L"");
+            s.box = With(s.box, s.caret - back, back);
         }
         PutCaret(s, s.caret - back);
     }
@@ -110,8 +110,8 @@ struct Model {
     void Delete() {
         if (s.caret < s.box.size()) {
             const std::size_t count = std::max<std::size_t>(s.selected, 1);
-            s.box = With(s.box, s.caret, count, L"");
-            s.password = With(s.password, s.caret, count, L"");
+            s.box = With(s.box, s.caret, count);
+            s.password = With(s.password, s.caret, count);
         }
         PutCaret(s, s.caret);
     }
@@ -145,9 +145,11 @@ struct Model {
         Show(s, s.password);
     }
     std::wstring Carry(bool takesAway) {
-        std::wstring carried = s.selected == 0 ? s.password : Part(s.password, s.caret, s.selected);
+        const std::size_t start = s.selected == 0 ? 0 : s.caret;
+        const std::size_t count = s.selected == 0 ? s.password.size() : s.selected;
+        std::wstring carried = Part(s.password, start, count);
         if (takesAway) {
-            s.password = s.selected == 0 ? L"" : With(s.password, s.caret, s.selected, L"");
+            s.password = With(s.password, start, count);
             Show(s, s.password);
         }
         PutCaret(s, s.caret);
