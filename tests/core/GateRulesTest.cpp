@@ -7,33 +7,30 @@ using namespace vextrel;
 using enum GatedWindow;
 
 TEST(GateRules, WhoeverSendsOrPostsGetsNamesAndNoSecretAndGivesNoOrder) {
-    const struct {
-        std::uint32_t message;
-        const char* name;
-        std::string answersSent; // form, control, box of a secret
-        bool takesPosted;
-    } rows[] = {{0x211, "enter menu loop", "", false}, {0x2E0, "dpi changed", "", false}, {0x111, "command", "", false},
-                {0x112, "system command", "F", true},  {0xA1, "frame button", "", true},  {0x2B1, "session", "F", true},
-                {0x2CC, "tablet query", "FCB", true},  {0x201, "button down", "", true},  {0x02, "destroy", "", false},
-                {0x87, "dialog code", "FCB", false},   {0x2A3, "mouse leave", "", true},  {0x0F, "paint", "FCB", true},
-                {0x0E, "text length", "FC", false},    {0x0D, "get text", "FC", false},   {0x114, "scroll", "", false},
-                {0x3D, "get object", "FCB", false},    {0x1A, "settings", "FCB", true},   {0x4E, "notify", "", false},
-                {0x82, "destroy frame", "", false},    {0xD0, "word break", "", false},   {0x81, "create", "", false},
-                {0xB0, "get selection", "", false},    {0x200, "mouse move", "", true},   {0x317, "print", "", false},
-                {0x16, "end session", "F", false},     {0x4A, "copy data", "", false},    {0x10, "close", "F", true},
-                {0x28, "next control", "", false},     {0x80, "set icon", "F", false},    {0x113, "timer", "", true},
-                {0x7B, "context menu", "", false},     {0x102, "character", "", true},    {0x301, "copy", "", false},
-                {0xF2, "button state", "", false},     {0x0C, "set text", "", false},     {0x304, "undo", "", false},
-                {0xF5, "button click", "", false},     {0x30, "set font", "", false},     {0x300, "cut", "", false},
-                {0x11F, "menu select", "", false},     {0x100, "key down", "", true}};
+    // Who answers when it is sent: form, control, box of a secret; whether it is taken when it is posted.
+    const std::tuple<std::uint32_t, const char*, std::string, bool> rows[] = {
+        {0x211, "enter menu loop", "", false}, {0x2E0, "dpi changed", "", false}, {0x111, "command", "", false},
+        {0x112, "system command", "F", true},  {0xA1, "frame button", "", true},  {0x2B1, "session", "F", true},
+        {0x2CC, "tablet query", "FCB", true},  {0x201, "button down", "", true},  {0x02, "destroy", "", false},
+        {0x87, "dialog code", "FCB", false},   {0x2A3, "mouse leave", "", true},  {0x0F, "paint", "FCB", true},
+        {0x0E, "text length", "FC", false},    {0x0D, "get text", "FC", false},   {0x114, "scroll", "", false},
+        {0x3D, "get object", "FCB", false},    {0x1A, "settings", "FCB", true},   {0x4E, "notify", "", false},
+        {0x82, "destroy frame", "", false},    {0xD0, "word break", "", false},   {0x81, "create", "", false},
+        {0xB0, "get selection", "", false},    {0x200, "mouse move", "", true},   {0x317, "print", "", false},
+        {0x16, "end session", "F", false},     {0x4A, "copy data", "", false},    {0x10, "close", "F", true},
+        {0x28, "next control", "", false},     {0x80, "set icon", "F", false},    {0x113, "timer", "", true},
+        {0x7B, "context menu", "", false},     {0x102, "character", "", true},    {0x301, "copy", "", false},
+        {0xF2, "button state", "", false},     {0x0C, "set text", "", false},     {0x304, "undo", "", false},
+        {0xF5, "button click", "", false},     {0x30, "set font", "", false},     {0x300, "cut", "", false},
+        {0x11F, "menu select", "", false},     {0x100, "key down", "", true}};
     const auto answers = [](std::uint32_t message, std::uintptr_t wParam) {
         return std::string(AnswersSent(Form, message, wParam) ? "F" : "") +
                (AnswersSent(Control, message, wParam) ? "C" : "") +
                (AnswersSent(SecretBox, message, wParam) ? "B" : "");
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(answers(row.message, 0), row.answersSent) << row.name;
-        EXPECT_EQ(TakesPosted(row.message, 0, 0), row.takesPosted) << row.name;
+    for (const auto& [message, name, whoAnswers, isTaken] : rows) {
+        EXPECT_EQ(answers(message, 0), whoAnswers) << name;
+        EXPECT_EQ(TakesPosted(message, 0, 0), isTaken) << name;
     }
     for (std::uint32_t message = 0; message <= 0xFFFF; ++message) {
         ASSERT_TRUE(AnswersSent(Form, message, 0) || !IsTakenLater(message)) << std::hex << message;

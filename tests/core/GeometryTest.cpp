@@ -5,7 +5,6 @@
 #include "Each.h"
 
 #include <cmath>
-#include <tuple>
 #include <vector>
 
 using namespace vextrel;
@@ -137,13 +136,12 @@ TEST(RandomPlacement, SizesAndPlacesFollowTheFormula) {
     // Half-way: 9250 / 15 / 15 = 41.1 pixels. 30.5, 31.5 and 37.5 pixels are 30, 32 and 38; 322.5 twips are 322. Of a
     // narrow screen the range runs downwards. A smallest key is at most the widest that there is.
     constexpr double huge = 32767 * 15;
-    const struct {
-        double screen, twipsPerPixel, smallestKey, widthDraw, keyWidth;
-    } rows[] = {{28800, 12, 0, 690.0 / 8900, 360}, {9600, 15, huge, 0.5, 315}, {28800, 12, 450, 0, 456},
-                {28800, 12, 0, 870.0 / 8900, 384}, {28800, 15, huge, 0, 915},  {28800, 7.5, 0, 0, 322},
-                {28800, 15, huge, 0.99999, 915},   {28800, 15, 0, 0.5, 615},   {9600, 15, 0, 0.5, 300},
-                {28800, 15, 0, 0.99999, 915},      {28800, 15, 300, 0, 315},   {28800, 15, 0, 0, 315},
-                {28800, 15, 450, 0.5, 675},        {28800, 15, 450, 0, 450},   {9600, 15, 0, 1, 270}};
+    const std::tuple<double, double, double, double, double> rows[] = {
+        {28800, 12, 0, 690.0 / 8900, 360}, {9600, 15, huge, 0.5, 315}, {28800, 12, 450, 0, 456},
+        {28800, 12, 0, 870.0 / 8900, 384}, {28800, 15, huge, 0, 915},  {28800, 7.5, 0, 0, 322},
+        {28800, 15, huge, 0.99999, 915},   {28800, 15, 0, 0.5, 615},   {9600, 15, 0, 0.5, 300},
+        {28800, 15, 0, 0.99999, 915},      {28800, 15, 300, 0, 315},   {28800, 15, 0, 0, 315},
+        {28800, 15, 450, 0.5, 675},        {28800, 15, 450, 0, 450},   {9600, 15, 0, 1, 270}};
     for (const auto& [screen, twipsPerPixel, smallestKey, widthDraw, keyWidth] : rows) {
         SCOPED_TRACE(testing::Message() << screen << ", " << smallestKey << ", " << widthDraw);
         const RandomPlace place =

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <tuple>
 
 using namespace vextrel;
 
@@ -68,10 +69,8 @@ struct FakeKeyboard final : CaptureDevice {
 
 TEST(LayoutCapture, EveryKeyGetsItsTwoCaptionsUntilTheFocusIsLostAndNothingStaysPressed) {
     const KeyCaptions english;
-    const struct {
-        bool capsLock, shiftEndsCapsLock;
-        int before; ///< what is pressed to end Caps Lock; then per slot: the key, Shift, the key again
-    } rows[] = {{false, false, 0}, {false, true, 0}, {true, false, 1}, {true, true, 2}};
+    // How many presses end Caps Lock; then there are, per slot: the key, Shift, the key again.
+    const std::tuple<bool, bool, int> rows[] = {{false, false, 0}, {false, true, 0}, {true, false, 1}, {true, true, 2}};
     for (const auto& [capsLock, shiftEndsCapsLock, before] : rows) {
         for (int until = 0; until <= before + 47 * 3; ++until) {
             SCOPED_TRACE(testing::Message() << before << ", then " << until - before);
@@ -94,24 +93,20 @@ TEST(LayoutCapture, EveryKeyGetsItsTwoCaptionsUntilTheFocusIsLostAndNothingStays
 
 TEST(LayoutCapture, WhatStandsInTheWayIsNamed) {
     using enum CaptureResult;
-    const struct {
-        const char* what;
-        FakeKeyboard::Setup setup;
-        CaptureResult result;
-        int presses;
-    } rows[] = {{"Shift", {.keysUntilUserHoldsShift = 0}, ModifierHeld, 0},
-                {"Shift, before Caps Lock", {.capsLock = true, .keysUntilUserHoldsShift = 0}, ModifierHeld, 0},
-                {"Shift at slot 2, the next", {.keysUntilUserHoldsShift = 4}, ModifierHeld, 6},
-                {"slot 1's plain press", {.silentKey = 49}, NoAnswer, 4},
-                {"slot 0's shifted press", {.silentKey = shiftKey}, NoAnswer, 3},
-                {"Caps Lock off, and on again", {.capsLock = true, .silentKey = capsLockKey}, NoAnswer, 2}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        FakeKeyboard keyboard(row.setup);
+    const std::tuple<const char*, FakeKeyboard::Setup, CaptureResult, int> rows[] = {
+        {"Shift", {.keysUntilUserHoldsShift = 0}, ModifierHeld, 0},
+        {"Shift, before Caps Lock", {.capsLock = true, .keysUntilUserHoldsShift = 0}, ModifierHeld, 0},
+        {"Shift at slot 2, the next", {.keysUntilUserHoldsShift = 4}, ModifierHeld, 6},
+        {"slot 1's plain press", {.silentKey = 49}, NoAnswer, 4},
+        {"slot 0's shifted press", {.silentKey = shiftKey}, NoAnswer, 3},
+        {"Caps Lock off, and on again", {.capsLock = true, .silentKey = capsLockKey}, NoAnswer, 2}};
+    for (const auto& [what, setup, result, presses] : rows) {
+        SCOPED_TRACE(what);
+        FakeKeyboard keyboard(setup);
         KeyCaptions captions;
-        EXPECT_EQ(CaptureAllKeys(keyboard, captions), row.result);
-        EXPECT_EQ(keyboard.presses, row.presses);
-        EXPECT_TRUE(keyboard.s.capsLock == row.setup.capsLock && keyboard.down.empty());
+        EXPECT_EQ(CaptureAllKeys(keyboard, captions), result);
+        EXPECT_EQ(keyboard.presses, presses);
+        EXPECT_TRUE(keyboard.s.capsLock == setup.capsLock && keyboard.down.empty());
     }
 }
 

@@ -60,14 +60,12 @@ TEST(OptionValues, WordsAreExactAndCaseSensitive) {
 
 TEST(OptionValues, NumbersOfTheSettingsFile) {
     constexpr int no = -99;
-    const struct {
-        const wchar_t* text;
-        int transparency, intervalMs, layerAnswer, amount;
-    } rows[] = {{L"9223372036854775808", no, no, no, 0}, {L"2147483648", no, no, no, 0}, {L"-1", no, 2000, -1, 0},
-                {L"2147483647", no, no, 2147483647, 0},  {L"256", 256, 256, 256, 256},   {L"0.4", 0, 2000, 0, 0},
-                {L"32767", no, 32767, 32767, 32767},     {L"32768", no, no, 32768, 0},   {L"", 252, no, no, 0},
-                {L"256.4", 256, 256, 256, 256},          {L"257", no, 257, 257, 257},    {L"0", 0, 2000, 0, 0},
-                {L"-32769", no, no, -32769, 0},          {L"a lot", 252, no, no, 0},     {L" 1 ", 1, 1, 1, 1}};
+    const std::tuple<const wchar_t*, int, int, int, int> rows[] = {
+        {L"9223372036854775808", no, no, no, 0}, {L"2147483648", no, no, no, 0}, {L"-1", no, 2000, -1, 0},
+        {L"2147483647", no, no, 2147483647, 0},  {L"256", 256, 256, 256, 256},   {L"0.4", 0, 2000, 0, 0},
+        {L"32767", no, 32767, 32767, 32767},     {L"32768", no, no, 32768, 0},   {L"", 252, no, no, 0},
+        {L"256.4", 256, 256, 256, 256},          {L"257", no, 257, 257, 257},    {L"0", 0, 2000, 0, 0},
+        {L"-32769", no, no, -32769, 0},          {L"a lot", 252, no, no, 0},     {L" 1 ", 1, 1, 1, 1}};
     for (const auto& [text, transparency, intervalMs, layerAnswer, amount] : rows) {
         SCOPED_TRACE(testing::PrintToString(text));
         EXPECT_EQ(ParseTransparency(text).value_or(no), transparency);
@@ -100,12 +98,9 @@ TEST(OptionValues, SlidersShowTheNearestPositionAndAnAlphaIsAByteOrNothing) {
 TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
     // Each row is one use of the command, which asks, and one more, which goes back. Nothing is typed at first, 1 is
     // too little to be remembered, no range is enforced, and what has no 16 bits leaves the layer as it was.
-    const struct {
-        std::int16_t atOnce;
-        std::optional<std::int32_t> answer;
-        std::int16_t after;
-    } uses[] = {{100, std::nullopt, 0}, {100, 1, 1},   {100, 200, 200},  {200, std::nullopt, 200},
-                {200, 300, 300},        {300, -7, -7}, {100, 40000, 100}};
+    const std::tuple<std::int16_t, std::optional<std::int32_t>, std::int16_t> uses[] = {
+        {100, std::nullopt, 0}, {100, 1, 1},   {100, 200, 200},  {200, std::nullopt, 200},
+        {200, 300, 300},        {300, -7, -7}, {100, 40000, 100}};
     LayerCommandState state;
     for (const auto& [atOnce, answer, after] : uses) {
         SCOPED_TRACE(atOnce);

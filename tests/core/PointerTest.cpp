@@ -6,6 +6,7 @@
 #include <array>
 #include <map>
 #include <sstream>
+#include <tuple>
 
 using namespace vextrel;
 
@@ -14,14 +15,11 @@ namespace {
 TEST(DragGesture, DragsPastTheThresholdFromTheSelectionAndFromFarOutElse) {
     using enum DragGesture::Verdict;
     // Pressed in the middle of a box of 200 x 20, with a threshold of 4: what a move leads to.
-    const struct {
-        bool onSelection;
-        Point move;
-        DragGesture::Verdict verdict;
-    } rows[] = {{true, {104, 6}, Hold},        {true, {105, 10}, StartDrag},   {true, {100, 15}, StartDrag},
-                {false, {199, 19}, Box},       {false, {100, 39}, Box},        {false, {100, 40}, StartDrag},
-                {false, {100, -20}, Box},      {false, {100, -21}, StartDrag}, {false, {-20, 10}, Box},
-                {false, {-21, 10}, StartDrag}, {false, {219, 10}, Box},        {false, {220, 10}, StartDrag}};
+    const std::tuple<bool, Point, DragGesture::Verdict> rows[] = {
+        {true, {104, 6}, Hold},        {true, {105, 10}, StartDrag},   {true, {100, 15}, StartDrag},
+        {false, {199, 19}, Box},       {false, {100, 39}, Box},        {false, {100, 40}, StartDrag},
+        {false, {100, -20}, Box},      {false, {100, -21}, StartDrag}, {false, {-20, 10}, Box},
+        {false, {-21, 10}, StartDrag}, {false, {219, 10}, Box},        {false, {220, 10}, StartDrag}};
     EXPECT_EQ(DragGesture().Move({500, 500}), Box) << "nothing is pressed";
     for (const auto& [onSelection, move, verdict] : rows) {
         SCOPED_TRACE(testing::Message() << move.x << ',' << move.y);
@@ -97,12 +95,10 @@ TEST(HoverEntry, WhatComesUnderARestingPointerIsNoArrival) {
     EXPECT_EQ(Play("on a tick =b =a a tick"), " run restart a leave leave restart -") << "entered once, all the same";
     EXPECT_EQ(Play("on a leave =a"), " run restart stop leave") << "the pause goes on";
 
-    const struct {
-        std::uint32_t place, timeMs;
-        bool bySystem, stood;
-    } sights[] = {{7, 0xFFFFFFF0, true, false}, {7, 0xFFFFFFF0, false, false}, {7, 0xFFFFFFE0, false, false},
-                  {7, 0xFFFFFFE0, true, true},  {7, 0xFFFFFFF1, false, true},  {7, 5, false, true},
-                  {8, 6, true, false},          {8, 6, false, false},          {8, 7, false, true}};
+    const std::tuple<std::uint32_t, std::uint32_t, bool, bool> sights[] = {
+        {7, 0xFFFFFFF0, true, false}, {7, 0xFFFFFFF0, false, false}, {7, 0xFFFFFFE0, false, false},
+        {7, 0xFFFFFFE0, true, true},  {7, 0xFFFFFFF1, false, true},  {7, 5, false, true},
+        {8, 6, true, false},          {8, 6, false, false},          {8, 7, false, true}};
     PointerRest pointer;
     for (const auto& [place, timeMs, bySystem, stood] : sights) {
         EXPECT_EQ(pointer.Seen(place, timeMs, bySystem), stood) << place << " at " << timeMs << ", " << bySystem;
