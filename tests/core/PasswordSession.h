@@ -16,7 +16,7 @@
 namespace vextrel::session {
 
 inline bool IsZeroBehindItsEnd(const SecretText& text) {
-    return std::all_of(text.CString() + text.Size(), text.CString() + text.capacity + 1,
+    return std::all_of(text.CString() + text.Size(), text.CString() + SecretText::capacity + 1,
                        [](wchar_t c) { return c == 0; });
 }
 
