@@ -7,7 +7,6 @@
 #include "win32/version.h"
 
 #include <gtest/gtest.h>
-#include <shellscalingapi.h>
 
 #include <algorithm>
 #include <array>
@@ -44,32 +43,6 @@ std::string Impersonal(const std::string& text) {
 
 using Row = std::vector<std::pair<const char*, std::string>>;
 
-std::string WindowsVersion() {
-    const auto read = [](const wchar_t* value) {
-        wchar_t text[64] = {};
-        DWORD bytes = sizeof text;
-        RegGetValueW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", value, RRF_RT_REG_SZ,
-                     nullptr, text, &bytes);
-        return Narrow(text);
-    };
-    const std::string build = read(L"CurrentBuildNumber");
-    return (std::atoi(build.c_str()) >= 22000 ? "11 " : "10 ") + read(L"DisplayVersion") + " (" + build + ")";
-}
-
-std::string Monitors() {
-    std::ostringstream all;
-    const auto add = [](HMONITOR monitor, HDC, RECT* bounds, LPARAM list) -> BOOL {
-        UINT dpi = 0;
-        UINT vertical = 0;
-        GetDpiForMonitor(monitor, MDT_EFFECTIVE_DPI, &dpi, &vertical);
-        *reinterpret_cast<std::ostringstream*>(list)
-            << driver::Width(*bounds) << " x " << driver::Height(*bounds) << " at " << dpi << " dpi ";
-        return TRUE;
-    };
-    EnumDisplayMonitors(nullptr, nullptr, add, reinterpret_cast<LPARAM>(&all));
-    return all.str();
-}
-
 std::string IntegrityLevel() {
     alignas(TOKEN_MANDATORY_LABEL) std::array<std::byte, 128> memory{};
     DWORD size = 0;
@@ -81,19 +54,32 @@ std::string IntegrityLevel() {
 
 /// What of this machine bears on the results.
 std::vector<Row> SystemFacts() {
+    const auto registered = [](const wchar_t* value) {
+        wchar_t text[64] = {};
+        DWORD bytes = sizeof text;
+        RegGetValueW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", value, RRF_RT_REG_SZ,
+                     nullptr, text, &bytes);
+        return Narrow(text);
+    };
     wchar_t date[16] = {};
     GetDateFormatEx(LOCALE_NAME_INVARIANT, 0, nullptr, L"yyyy-MM-dd", date, 16, nullptr);
     wchar_t locale[LOCALE_NAME_MAX_LENGTH] = {};
     GetUserDefaultLocaleName(locale, LOCALE_NAME_MAX_LENGTH);
-    const auto fact = [](const char* name, const std::string& value) { return Row{{"name", name}, {"value", value}}; };
-    return {fact("Vextrel", Narrow(VEXTREL_VERSION_TEXT)),
-            fact("Windows", WindowsVersion()),
-            fact("Wine", driver::UnderWine() ? "yes" : "no"),
-            fact("Date", Narrow(date)),
-            fact("Monitors", Monitors()),
-            fact("Language", Narrow(locale)),
-            fact("Code page", std::to_string(GetACP())),
-            fact("Integrity level", IntegrityLevel())};
+    std::ostringstream monitors;
+    monitors << GetSystemMetrics(SM_CMONITORS) << ", the first " << GetSystemMetrics(SM_CXSCREEN) << " x "
+             << GetSystemMetrics(SM_CYSCREEN) << " at " << GetDpiForSystem() << " dpi";
+    std::vector<Row> facts;
+    for (const auto& [name, value] :
+         {std::pair("Vextrel", Narrow(VEXTREL_VERSION_TEXT)),
+          {"Windows", registered(L"DisplayVersion") + " build " + registered(L"CurrentBuildNumber")},
+          {"Wine", driver::UnderWine() ? "yes" : "no"},
+          {"Date", Narrow(date)},
+          {"Monitors", monitors.str()},
+          {"Language", Narrow(locale)},
+          {"Code page", std::to_string(GetACP())},
+          {"Integrity level", IntegrityLevel()}})
+        facts.push_back({{"name", name}, {"value", value}});
+    return facts;
 }
 
 /// What is known so far, written anew after each test.
@@ -203,9 +189,15 @@ int main(int argc, char** argv) {
     UINT_PTR lockTimeout = 0;
     SystemParametersInfoW(SPI_GETFOREGROUNDLOCKTIMEOUT, 0, &lockTimeout, 0);
     SystemParametersInfoW(SPI_SETFOREGROUNDLOCKTIMEOUT, 0, nullptr, 0);
+    // Windows often names the temporary folder in short; tests compare it with what dialogs say.
+    wchar_t temporary[MAX_PATH] = {};
+    GetLongPathNameW(std::filesystem::temp_directory_path().c_str(), temporary, MAX_PATH);
+    SetEnvironmentVariableW(L"TMP", temporary);
     // A click on the console would hold up all output.
     const HANDLE console = GetStdHandle(STD_INPUT_HANDLE);
-    SetConsoleMode(console, ENABLE_EXTENDED_FLAGS | ENABLE_PROCESSED_INPUT | ENABLE_LINE_INPUT | ENABLE_ECHO_INPUT);
+    DWORD mode = 0;
+    GetConsoleMode(console, &mode);
+    SetConsoleMode(console, ENABLE_EXTENDED_FLAGS | ENABLE_PROCESSED_INPUT);
 
     auto* const report = new vextrel::kit::Report; // GoogleTest's from now on
     testing::UnitTest::GetInstance()->listeners().Append(report);
@@ -217,11 +209,12 @@ int main(int argc, char** argv) {
         mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
         SystemParametersInfoW(SPI_SETFOREGROUNDLOCKTIMEOUT, 0, reinterpret_cast<PVOID>(lockTimeout), 0);
         FlushConsoleInputBuffer(console);
+        SetConsoleMode(console, mode);
         std::cout << report->Write(how) << std::endl;
         TerminateProcess(GetCurrentProcess(), code);
     };
     std::cout << "In ten seconds the pointer and the keys will be taken, and the clipboard, for about ten minutes.\n"
-                 "Save your work, and leave mouse and keyboard alone until it is over.\n"
+                 "Save your work, close Vextrel, and leave mouse and keyboard alone until it is over.\n"
                  "Hold Escape down for half a second to stop."
               << std::endl;
     std::thread([&] {

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 #include <psapi.h>
 
-#include <array>
 #include <cwchar>
 #include <fstream>
 
@@ -73,9 +72,9 @@ TEST_F(Claims, OwnersEntry) {
 TEST_F(Claims, LibraryFolders) {
     Program().Command(ids::mnuKeyboardLayoutImport); // brings most of what the program ever loads
     const HWND dialog = Program().AwaitDialog();
-    std::array<HMODULE, 1024> modules{};
+    HMODULE modules[1024] = {};
     DWORD bytes = 0;
-    EnumProcessModules(Program().Running().Handle(), modules.data(), sizeof modules, &bytes);
+    EnumProcessModules(Program().Running().Handle(), modules, sizeof modules, &bytes);
     Program().Dismiss(dialog, IDCANCEL);
     std::wstring windows(MAX_PATH, L'\0');
     windows.resize(GetWindowsDirectoryW(windows.data(), MAX_PATH));

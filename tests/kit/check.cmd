@@ -6,7 +6,7 @@ if not exist "%~dp0build\tests\win64\vextrel_check.exe" (
   exit /b 1
 )
 rem What tests leave when they are stopped goes with the folder.
-set "TMP=%~dp0temp"
+set "TMP=%TEMP%\vextrel-check"
 mkdir "%TMP%"
 "%~dp0build\tests\win64\vextrel_check.exe" %*
 set code=%errorlevel%

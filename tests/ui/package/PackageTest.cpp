@@ -13,13 +13,6 @@ namespace fs = std::filesystem;
 
 constexpr DWORD programRuns = 2; // the installer's exit code for "close it first"
 
-fs::path Find(const fs::path& folder, const std::wstring& ending) {
-    for (const auto& entry : fs::directory_iterator(folder))
-        if (entry.path().wstring().ends_with(ending))
-            return entry.path();
-    throw Failure("nothing ends with " + Narrow(ending));
-}
-
 DWORD RunSilently(const fs::path& program) {
     return Process(program, L"/S").ExitCode(Milliseconds(60000));
 }
@@ -50,13 +43,14 @@ void Use(
 }
 
 TEST(Package, RunsWhereItIsUnpackedAndTheInstallerAsksNothingAndLeavesNothingButWhatIsTheUsers) {
-    const fs::path portable = Find(OwnFolder() / L"..\\package\\portable", L"win64");
+    const fs::path package = OwnFolder() / L"..\\package";
+    const fs::path portable = fs::directory_iterator(package / L"portable")->path();
     auto names = NamesIn(portable);
     for (const wchar_t* name : {L"docs\\manual.html", L"German.lng", L"README.txt", L"LICENSE.txt", L"CHANGELOG.txt"})
         EXPECT_TRUE(names.contains(name)) << Narrow(name);
     Use(portable, false);
 
-    const fs::path setup = Find(OwnFolder() / L"..\\package", L"-setup.exe");
+    const fs::path setup = package / L"setup.exe";
     const fs::path folder = fs::path(_wgetenv(L"LOCALAPPDATA")) / L"Programs\\Vextrel";
     const fs::path link = fs::path(_wgetenv(L"APPDATA")) / L"Microsoft\\Windows\\Start Menu\\Programs\\Vextrel.lnk";
     fs::remove_all(folder); // what an earlier run may have left

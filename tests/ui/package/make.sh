@@ -8,5 +8,6 @@ tools/make-package "$folder"
 tools/make-kit "$folder"
 cd "$folder"
 sha256sum -c --strict SHA256SUMS
+cp ./*-setup.exe setup.exe
 unzip -q ./*-win64.zip -d portable
 unzip -q ./*-check.zip -d "Prüfung & mehr"
