@@ -42,21 +42,21 @@ def jobs():
         build = ROOT / "build/obj" / preset
         # Per object file what it was last compiled from, as ninja recorded it.
         recorded = run("ninja", "-C", str(build), "-t", "deps").stdout.split("\n\n")
-        uses = {part.split(":")[0].strip(): set(re.findall(r"^    (.+)$", part, re.M)) for part in recorded}
+        uses = {part.split(":")[0].strip(): re.findall(r"^    (.+)$", part, re.M) for part in recorded}
         for entry in json.loads((build / "compile_commands.json").read_text()):
             file, command = pathlib.Path(entry["file"]), entry["command"]
             if file not in seen and ROOT in file.parents and ROOT / "build" not in file.parents and file.suffix == ".cpp":
                 seen.add(file)
                 flags = shlex.split(" ".join(re.findall(r"-(?:isystem|include) \S+|-(?:D|I|std=)\S+", command)))
-                used = uses.get(re.search(r" -o (\S+)", command)[1], set())
-                yield file, flags + ["-Wall", "-Wextra"] + extra, sorted(used | {str(file)})
+                used = uses.get(re.search(r" -o (\S+)", command)[1], [])
+                yield file, flags + ["-Wall", "-Wextra"] + extra, {os.path.normpath(build / name) for name in [file, *used]}
 
 
 def examine(job, rules):
     """What was found, or None if the file is known to be clean."""
     file, flags, uses = job
     digest = hashlib.sha256(rules + "\0".join(flags).encode())
-    for name in uses:
+    for name in sorted(uses):
         digest.update(name.encode() + b"\0")
         # System headers count by name: an update that changes them changes clang-tidy's version or the folder, too.
         digest.update(pathlib.Path(name).read_bytes() if pathlib.Path(name).is_relative_to(ROOT) else b"")
