@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <iomanip>
@@ -36,19 +35,17 @@ std::string Impersonal(const std::string& text) {
         for (std::size_t at = 0; name.size() > 2 && (at = kept.find(name, at)) != std::string::npos;)
             kept.replace(at, name.size(), "<name>");
     }
-    std::ranges::replace_if(
-        kept, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-    return kept;
+    return std::regex_replace(kept, std::regex("[\\x01-\\x20]+"), " ");
 }
 
 using Row = std::vector<std::pair<const char*, std::string>>;
 
 std::string IntegrityLevel() {
-    alignas(TOKEN_MANDATORY_LABEL) std::array<std::byte, 128> memory{};
+    alignas(TOKEN_MANDATORY_LABEL) BYTE memory[128] = {};
     DWORD size = 0;
-    if (!GetTokenInformation(GetCurrentProcessToken(), TokenIntegrityLevel, memory.data(), DWORD{128}, &size))
+    if (!GetTokenInformation(GetCurrentProcessToken(), TokenIntegrityLevel, memory, sizeof memory, &size))
         return "unknown";
-    const DWORD level = *GetSidSubAuthority(reinterpret_cast<TOKEN_MANDATORY_LABEL*>(memory.data())->Label.Sid, 0);
+    const DWORD level = *GetSidSubAuthority(reinterpret_cast<TOKEN_MANDATORY_LABEL*>(memory)->Label.Sid, 0);
     return std::to_string(level) + (level >= SECURITY_MANDATORY_HIGH_RID ? " (as administrator)" : "");
 }
 

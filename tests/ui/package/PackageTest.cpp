@@ -30,8 +30,7 @@ std::set<fs::path> NamesIn(const fs::path& folder) {
 }
 
 /// What a user does: types something and switches an option on, which the next time is found so.
-void Use(
-    const fs::path& folder, bool again, const std::function<void()>& meanwhile = [] {}) {
+void Use(const fs::path& folder, bool again, const std::function<void()>& meanwhile) {
     Sandbox::LetOthersAsk(folder);
     const App app(folder / L"vextrel.exe");
     Pointer pointer;
@@ -48,7 +47,7 @@ TEST(Package, RunsWhereItIsUnpackedAndTheInstallerAsksNothingAndLeavesNothingBut
     auto names = NamesIn(portable);
     for (const wchar_t* name : {L"docs\\manual.html", L"German.lng", L"README.txt", L"LICENSE.txt", L"CHANGELOG.txt"})
         EXPECT_TRUE(names.contains(name)) << Narrow(name);
-    Use(portable, false);
+    Use(portable, false, [] {});
 
     const fs::path setup = package / L"setup.exe";
     const fs::path folder = fs::path(_wgetenv(L"LOCALAPPDATA")) / L"Programs\\Vextrel";
@@ -62,7 +61,7 @@ TEST(Package, RunsWhereItIsUnpackedAndTheInstallerAsksNothingAndLeavesNothingBut
 
     std::ofstream(folder / L"Mine.lng") << "mine";
     ASSERT_EQ(RunSilently(setup), 0U); // the upgrade
-    Use(folder, true);
+    Use(folder, true, [] {});
     EXPECT_EQ(RunSilently(folder / L"uninstall.exe"), 0U); // which goes on in a copy of itself
     Await("it has done its work", [] { return !IsRegistered(); });
     EXPECT_EQ(NamesIn(folder), (std::set<fs::path>{L"Mine.lng", L"vxrconfig.ini"}));
