@@ -141,23 +141,24 @@ class Report : public testing::EmptyTestEventListener {
         for (std::string line; std::getline(table, line);) {
             if (!std::regex_match(line, cells, form))
                 continue;
+            int count = 0;
             std::string outcomes;
             std::string seen;
             for (const Row& test : tests_) {
                 const std::string& name = test[0].second;
                 if (name.ends_with("." + cells.str(1)) ||
                     cells.str(3).find('`' + name.substr(0, name.find('.')) + '`') != std::string::npos) {
+                    ++count;
                     outcomes += test[1].second;
                     seen += test[3].second;
                 }
             }
-            const char* outcome = "not run";
+            const char* outcome = cells[2] == "the kit" ? "not run" : "by hand";
             for (const char* worse : {"not here", "passed", "failed"})
                 outcome = outcomes.find(worse) != std::string::npos ? worse : outcome;
-            const bool byHand = cells[2] != "the kit";
             claims.push_back({{"name", cells[1]},
-                              {"outcome", byHand ? "by hand" : outcome},
-                              {"seen", byHand ? cells.str(3) : seen}});
+                              {"outcome", outcome},
+                              {"seen", count == 0 ? cells.str(3) : "tests: " + std::to_string(count) + ". " + seen}});
         }
         return claims;
     }
