@@ -21,7 +21,6 @@
 namespace vextrel::kit {
 namespace {
 
-namespace fs = std::filesystem;
 using driver::Narrow;
 
 /// In one line, without what could tell whose machine it was: paths, and what the environment calls user and machine.
@@ -164,7 +163,7 @@ class Report : public testing::EmptyTestEventListener {
     }
 
     // The folders lie as in the source tree, where the tests look for the program and its files.
-    const fs::path root_ = driver::OwnFolder() / L"..\\..\\..";
+    const std::filesystem::path root_ = driver::OwnFolder() / L"..\\..\\..";
     const ULONGLONG startMs_ = GetTickCount64();
     const std::vector<Row> system_ = SystemFacts();
     std::vector<Row> tests_;

@@ -9,7 +9,6 @@
 #include <gtest/gtest.h>
 #include <psapi.h>
 
-#include <cwchar>
 #include <fstream>
 
 namespace vextrel::driver {

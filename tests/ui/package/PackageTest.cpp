@@ -11,8 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr DWORD programRuns = 2; // the installer's exit code for "close it first"
-
 DWORD RunSilently(const fs::path& program) {
     return Process(program, L"/S").ExitCode(Milliseconds(60000));
 }
@@ -57,7 +55,7 @@ TEST(Package, RunsWhereItIsUnpackedAndTheInstallerAsksNothingAndLeavesNothingBut
     names.insert(L"uninstall.exe");
     EXPECT_EQ(NamesIn(folder), names);
     EXPECT_TRUE(fs::exists(link) && IsRegistered());
-    Use(folder, false, [&] { EXPECT_EQ(RunSilently(setup), programRuns); });
+    Use(folder, false, [&] { EXPECT_EQ(RunSilently(setup), 2U) << "it is to be closed first"; });
 
     std::ofstream(folder / L"Mine.lng") << "mine";
     ASSERT_EQ(RunSilently(setup), 0U); // the upgrade
