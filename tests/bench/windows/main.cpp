@@ -47,6 +47,11 @@ BOOL CALLBACK NeedsNoPaint(HWND window, LPARAM /*none*/) noexcept {
     return !IsWindowVisible(window) || !GetUpdateRect(window, nullptr, FALSE);
 }
 
+/// For a folder, so that the system below Wine has one program of that path.
+std::wstring UniqueName() {
+    return std::to_wstring(GetTickCount64());
+}
+
 /// A program under measurement, shown and painted: the real one or the floor. Closed when it goes.
 struct Subject {
     explicit Subject(const std::filesystem::path& program = OwnFolder() / L"vextrel_floor.exe")
@@ -57,11 +62,13 @@ struct Subject {
         Await("the program has painted its windows", [&] { return IsPainted(); });
         startMs += Now();
         // Wine does not know the memory and the processor time of another process; the system below it does.
-        int newest = 0;
-        for (const auto& entry : std::filesystem::directory_iterator(L"Z:\\proc"))
-            if (BytesOf(entry.path() / L"cmdline").find(program.string()) != std::string::npos)
-                newest = std::max(newest, std::stoi(entry.path().filename()));
-        system = L"Z:\\proc\\" + std::to_wstring(newest);
+        Await("the one before has gone", [&, path = program.string()] {
+            int found = 0;
+            for (const auto& entry : std::filesystem::directory_iterator(L"Z:\\proc"))
+                if (BytesOf(entry.path() / L"cmdline").find(path) != std::string::npos && ++found == 1)
+                    system = entry.path();
+            return found == 1;
+        });
         SettleInForeground(main);
     }
     ~Subject() {
@@ -134,7 +141,7 @@ void Compare(const std::string& name, const char* target, int pairs, const std::
 }
 
 void CompareAtRest(bool quick) {
-    const Sandbox sandbox(Sandbox::Others::Refused); // as users have it
+    const Sandbox sandbox(UniqueName(), {}, Sandbox::Others::Refused); // closed, as users have it
     Compare("start to shown and painted, ms", "at most 1.05 x", quick ? 8 : 30,
             [&](bool floor) { return floor ? Subject().startMs : Subject(sandbox.Program()).startMs; });
     const Subject program(sandbox.Program());
@@ -200,7 +207,7 @@ void LookForFlicker(const char* who, const Subject& subject, int changes) {
 }
 
 void CompareOperations(bool quick) {
-    const Sandbox sandbox;
+    const Sandbox sandbox(UniqueName());
     const Subject program(sandbox.Program());
     const Subject floor;
     program.GoRight();
@@ -240,7 +247,7 @@ void CompareOperations(bool quick) {
 }
 
 void MeasureGrowth() {
-    const Sandbox sandbox;
+    const Sandbox sandbox(UniqueName());
     sandbox.SetSetting(L"Save Settings in INI", L"False"); // so that the layout's file is only read
     const Subject program(sandbox.Program());
     const Subject floor;
