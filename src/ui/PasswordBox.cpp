@@ -96,7 +96,7 @@ void PasswordBox::SetMask(std::size_t count) noexcept {
     const std::size_t first = std::min(count, longestPiece);
     ToWindow(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(piece(first)));
     for (std::size_t shown = first; shown < count; shown += longestPiece) {
-        ToWindow(EM_SETSEL, shown, static_cast<LPARAM>(shown));
+        ToWindow(EM_SETSEL, 0, 0); // behind a long text, Wine's control takes longer for each piece than for the last
         ToWindow(EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(piece(std::min(count - shown, longestPiece))));
     }
     Changed();

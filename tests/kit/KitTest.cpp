@@ -50,7 +50,7 @@ TEST(Kit, TellsWhatFailedButNotWhoseMachineItIsAndEndsAllWhenEscapeIsHeld) {
 }
 
 TEST(Kit, RunsWhatItIsToldToAndPasses) {
-    EXPECT_EQ(StartKit(L"Characters.*:Captions.*:Claims.*").ExitCode(limit), 0U);
+    EXPECT_EQ(StartKit(L"Characters.*:Captions.*:Claims.L*:Claims.O*").ExitCode(limit), 0U);
     for (const char* part : {"\"end\": \"PASSED", "\"Captions.", "\"LibraryFolders\", \"outcome\": \"passed\"",
                              "\"OwnersEntry\", \"outcome\": \"not here\"", "\"FreedMemory\", \"outcome\": \"not run\""})
         EXPECT_TRUE(Told(part)) << part;
