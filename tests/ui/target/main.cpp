@@ -113,24 +113,26 @@ class TextDropTarget final : public IDropTarget {
 
 TextDropTarget* dropTarget = nullptr;
 
+void Append(HWND window, int id, const wchar_t* format, WPARAM value) noexcept {
+    wchar_t entry[8];
+    std::swprintf(entry, std::size(entry), format, static_cast<unsigned>(value));
+    SendDlgItemMessageW(window, id, EM_SETSEL, 0x7FFF, 0x7FFF);
+    SendDlgItemMessageW(window, id, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(entry));
+}
+
 LRESULT CALLBACK RecordKeys(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
                             DWORD_PTR /*data*/) noexcept {
     const HWND window = GetParent(field);
-    const bool isSystemKey = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
-    const wchar_t* const format = message == WM_CHAR                                  ? L"%04X "
-                                  : message == WM_KEYDOWN || message == WM_SYSKEYDOWN ? L"+%02X "
-                                  : message == WM_KEYUP || message == WM_SYSKEYUP     ? L"-%02X "
-                                                                                      : nullptr;
-    if (format) {
-        const HWND record = GetDlgItem(window, message == WM_CHAR ? charRecord : keyRecord);
-        wchar_t entry[8];
-        std::swprintf(entry, std::size(entry), format, static_cast<unsigned>(wParam));
-        SendMessageW(record, EM_SETSEL, 0x7FFF, 0x7FFF);
-        SendMessageW(record, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(entry));
-    }
+    if (message == WM_CHAR)
+        Append(window, charRecord, L"%04X ", wParam);
+    if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN)
+        Append(window, keyRecord, L"+%02X ", wParam);
+    if (message == WM_KEYUP || message == WM_SYSKEYUP)
+        Append(window, keyRecord, L"-%02X ", wParam);
     if (message == WM_LBUTTONDOWN && Has(L"--close-on-click"))
         return DestroyWindow(window);
     // Left alone, a system key would open the window's menu, which takes the keys that follow.
+    const bool isSystemKey = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
     return isSystemKey ? 0 : DefSubclassProc(field, message, wParam, lParam);
 }
 
@@ -161,20 +163,16 @@ HWND CreateTarget() {
                                place.right, place.bottom, window, reinterpret_cast<HMENU>(INT_PTR{id}), nullptr,
                                nullptr);
     };
-    constexpr DWORD record = ES_AUTOHSCROLL | ES_READONLY;
-    constexpr struct {
-        const wchar_t* label;
-        int id;
-        DWORD style;
-    } fields[] = {{L"Drop here:", dropField, ES_AUTOHSCROLL},
-                  {L"Type here:", editField, ES_AUTOHSCROLL},
-                  {L"Characters:", charRecord, record},
-                  {L"Drops:", dropCount, record},
-                  {L"Keys:", keyRecord, record}};
+    const std::pair<const wchar_t*, int> fields[] = {{L"Drop here:", dropField},
+                                                     {L"Type here:", editField},
+                                                     {L"Characters:", charRecord},
+                                                     {L"Drops:", dropCount},
+                                                     {L"Keys:", keyRecord}};
     int top = 10;
-    for (const auto& [label, id, style] : fields) {
+    for (const auto& [label, id] : fields) {
+        const DWORD style = id == dropField || id == editField ? WS_VISIBLE : WS_VISIBLE | ES_READONLY;
         add(L"STATIC", label, {10, top + 4, 90, 20}, 0, WS_VISIBLE);
-        add(L"EDIT", id == dropCount ? L"0" : L"", {110, top, 340, 26}, id, WS_VISIBLE | style);
+        add(L"EDIT", id == dropCount ? L"0" : L"", {110, top, 340, 26}, id, style | ES_AUTOHSCROLL);
         top += 35;
     }
     add(L"STATIC", L"0", {}, enterCount, 0);
