@@ -32,7 +32,7 @@ void TakeScreenshot(const std::filesystem::path& file, std::optional<RECT> part)
         [&, shown = std::string()]() mutable {
             BitBlt(copy, 0, 0, width, height, screen, area.left, area.top, SRCCOPY | CAPTUREBLT);
             GdiFlush();
-            const auto rowLength = static_cast<std::size_t>((width * 3 + 3) / 4 * 4);
+            const std::size_t rowLength = (static_cast<std::size_t>(width) * 3 + 3) / 4 * 4;
             const std::string now(static_cast<const char*>(pixels), rowLength * static_cast<std::size_t>(height));
             Sleep(100);
             return now == std::exchange(shown, now);
