@@ -3,41 +3,36 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iostream>
+#include <utility>
 
+namespace vextrel::driver {
 namespace {
 
 /// On the first failure of a test, keeps a picture of the display in the folder "failed" beside the test program.
 class Witness : public testing::EmptyTestEventListener {
-    void OnTestStart(const testing::TestInfo&) override { taken_ = false; }
-
     void OnTestPartResult(const testing::TestPartResult& result) override {
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        if (!result.failed() || taken_ || !test)
+        if (!result.failed() || !test || std::exchange(witnessed_, test) == test)
             return;
-        taken_ = true;
         std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
-        for (char& c : name)
-            c = c == '/' ? '-' : c;
-        try {
-            const auto folder = vextrel::driver::OwnFolder() / L"failed";
-            std::filesystem::create_directories(folder);
-            vextrel::driver::TakeScreenshot(folder / name);
-            std::cout << "screenshot: build/tests/win64/failed/" << name << '\n';
-        } catch (const std::exception& error) {
-            std::cout << "no screenshot: " << error.what() << '\n';
-        }
+        std::ranges::replace(name, '/', '-');
+        std::filesystem::create_directories(OwnFolder() / L"failed");
+        TakeScreenshot(OwnFolder() / L"failed" / name);
+        std::cout << "screenshot: build/tests/win64/failed/" << name << '\n';
     }
 
-    bool taken_ = false;
+    const testing::TestInfo* witnessed_ = nullptr;
 };
 
 } // namespace
+} // namespace vextrel::driver
 
 int main(int argc, char** argv) {
     // Places on the screen are meant in real pixels.
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
     testing::InitGoogleTest(&argc, argv);
-    testing::UnitTest::GetInstance()->listeners().Append(new Witness);
+    testing::UnitTest::GetInstance()->listeners().Append(new vextrel::driver::Witness);
     return RUN_ALL_TESTS();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <windows.h>
+
 #include <chrono>
 #include <functional>
 #include <stdexcept>
@@ -8,8 +10,7 @@
 namespace vextrel::driver {
 
 /// What the driver throws when something does not happen; a test that lets it through fails with its text.
-class Failure : public std::runtime_error {
-  public:
+struct Failure : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
@@ -19,12 +20,26 @@ using Milliseconds = std::chrono::milliseconds;
 inline constexpr Milliseconds usualLimit{15000};
 
 /// Polls until the condition holds; false if the limit passes first.
-[[nodiscard]] bool WaitFor(const std::function<bool()>& condition, Milliseconds limit = usualLimit);
+[[nodiscard]] inline bool WaitFor(const std::function<bool()>& condition, Milliseconds limit = usualLimit) {
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        Sleep(10);
+    }
+    return true;
+}
 
 /// As WaitFor, but throws a Failure that says what was awaited.
-void Await(const std::string& what, const std::function<bool()>& condition, Milliseconds limit = usualLimit);
+inline void Await(const std::string& what, const std::function<bool()>& condition, Milliseconds limit = usualLimit) {
+    if (!WaitFor(condition, limit))
+        throw Failure("waited " + std::to_string(limit.count()) + " ms in vain: " + what);
+}
 
 /// Throws a Failure with the operation's name and GetLastError() if `ok` is false.
-void Check(bool ok, const std::string& operation);
+inline void Check(bool ok, const std::string& operation) {
+    if (!ok)
+        throw Failure(operation + " failed with error " + std::to_string(GetLastError()));
+}
 
 } // namespace vextrel::driver

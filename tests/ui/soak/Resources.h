@@ -2,11 +2,13 @@
 
 #include "driver/Process.h"
 
-#include <string>
+#include <psapi.h>
+#include <winternl.h>
 
 namespace vextrel::driver {
 
-/// What a program holds, counted from outside.
+/// What a program holds, counted from outside. Windows answers three calls. Wine answers two of them with zero; there,
+/// the tables that these calls would read are counted instead.
 struct Resources {
     std::size_t gdi;       ///< GDI objects
     std::size_t user;      ///< USER objects; under Wine those of all programs together
@@ -14,7 +16,61 @@ struct Resources {
     std::size_t kilobytes; ///< memory of its own
 };
 
-[[nodiscard]] Resources ResourcesOf(const Process& process);
-[[nodiscard]] std::string Describe(const Resources& resources);
+/// A process holds the table of its GDI objects in its own memory.
+inline std::size_t EntriesOfGdiTable(HANDLE process) {
+    constexpr std::size_t tableInEnvironmentBlock = 0xF8;
+    PROCESS_BASIC_INFORMATION information{};
+    NtQueryInformationProcess(process, ProcessBasicInformation, &information, sizeof information, nullptr);
+    const auto* const place = reinterpret_cast<const char*>(information.PebBaseAddress) + tableInEnvironmentBlock;
+    const void* table = nullptr;
+    std::vector<std::array<char, 24>> entries(0x4000);
+    Check(ReadProcessMemory(process, place, static_cast<void*>(&table), sizeof table, nullptr) != FALSE &&
+              ReadProcessMemory(process, table, entries.data(), entries.size() * 24, nullptr) != FALSE,
+          "reading the table of GDI objects");
+    // Where an entry is free, its type is zero.
+    return static_cast<std::size_t>(std::ranges::count_if(entries, [](const auto& entry) { return entry[14] != 0; }));
+}
+
+/// Wine has one table of USER objects for all programs and uses freed entries first. Objects of our own fill these, up
+/// to the first entry that was never used: what lies below and is not ours is in use.
+inline std::size_t EntriesOfUserTable() {
+    constexpr DWORD firstHandle = 0x20;
+    std::vector<HMENU> fillers;
+    DWORD handle = 0;
+    do {
+        fillers.push_back(CreateMenu());
+        handle = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(fillers.back()));
+        Check(handle != 0, "CreateMenu");
+    } while (HIWORD(handle) != 1); // how often the entry has been used
+    std::ranges::for_each(fillers, DestroyMenu);
+    return (LOWORD(handle) - firstHandle) / 2U + 1U - fillers.size();
+}
+
+/// Handles are multiples of four; one that can be duplicated exists.
+inline std::size_t HandlesThatExist(HANDLE process) {
+    std::size_t count = 0;
+    for (UINT_PTR value = 4; value < 8192; value += 4) {
+        HANDLE copy = nullptr;
+        if (DuplicateHandle(process, reinterpret_cast<HANDLE>(value), GetCurrentProcess(), &copy, 0, FALSE,
+                            DUPLICATE_SAME_ACCESS) != FALSE) {
+            CloseHandle(copy);
+            ++count;
+        }
+    }
+    return count;
+}
+
+inline Resources ResourcesOf(HANDLE process) {
+    DWORD handles = 0;
+    GetProcessHandleCount(process, &handles);
+    const DWORD gdi = GetGuiResources(process, GR_GDIOBJECTS);
+    const DWORD user = GetGuiResources(process, GR_USEROBJECTS);
+    PROCESS_MEMORY_COUNTERS memory{};
+    Check(GetProcessMemoryInfo(process, &memory, sizeof memory) != FALSE, "GetProcessMemoryInfo");
+    return {.gdi = gdi != 0 ? gdi : EntriesOfGdiTable(process),
+            .user = user != 0 ? user : EntriesOfUserTable(),
+            .handles = handles != 0 ? handles : HandlesThatExist(process),
+            .kilobytes = memory.PagefileUsage / 1024};
+}
 
 } // namespace vextrel::driver

@@ -1,67 +1,235 @@
 // Thousands of random actions in the real window: the boxes show what the plain model says after each, and the program
 // holds no more at the end than after the first thousand. tests/ui/soak/run does it at length.
 
-#include "soak/RandomUser.h"
+#include "PasswordSession.h"
+#include "core/Captions.h"
+#include "driver/Remote.h"
+#include "driver/Stage.h"
 #include "soak/Resources.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <cstdlib>
 #include <iostream>
-#include <utility>
+#include <random>
 
 namespace vextrel::driver {
 namespace {
 
-constexpr int firstThousand = 1000;
+/// A user who does whatever comes to mind in the real window, and beside it the plain model of the rules, which says
+/// what the boxes must show after each action.
+class RandomUser {
+  public:
+    explicit RandomUser(unsigned seed)
+        : random_(seed) {
+        // Each once, so that it is not left to chance when the system loads what it takes.
+        for (const auto& [weight, act] : kinds_)
+            (this->*act)();
+        AwaitModel();
+    }
+
+    /// One action. Throws a Failure when the window does not come to show what the model says.
+    void Act() {
+        std::size_t drawn = Pick(1000);
+        const auto* chosen = kinds_.data();
+        for (; drawn >= chosen->first; ++chosen)
+            drawn -= chosen->first;
+        (this->*chosen->second)();
+        AwaitModel();
+    }
+
+    /// Back to the window of the start, with nothing in it; what the program then holds.
+    Resources AtRest() {
+        for (const int id : switches)
+            app_.Switch(id, false);
+        Clear();
+        app_.Mask(true);
+        if (!model_.s.masked)
+            model_.SwitchMask();
+        SetPlaceAndScale({100, 80, 900, 540}, 96);
+        AwaitModel();
+        Resources held = ResourcesOf(app_.Running().Handle());
+        Await("what the program holds stays the same", [&] { // what the last action left to paint has been painted
+            const Resources before = std::exchange(held, ResourcesOf(app_.Running().Handle()));
+            return before.gdi == held.gdi && before.user == held.user;
+        });
+        return held;
+    }
+
+  private:
+    using Action = session::Action;
+
+    /// By weight, of a thousand: what takes long comes rarely.
+    const std::vector<std::pair<std::size_t, void (RandomUser::*)()>> kinds_{
+        {916, &RandomUser::Edit},        {10, &RandomUser::OpenMenu},     {10, &RandomUser::AnswerDialog},
+        {20, &RandomUser::ChangeOption}, {20, &RandomUser::ChangeLayout}, {20, &RandomUser::ChangePlace},
+        {4, &RandomUser::Drag},
+    };
+    static constexpr int switches[] = {ids::mnuFileKeepOnTop, ids::mnuOptionsBeepOnHover,
+                                       ids::mnuOptionsKeepPasswordAfterDragDrop};
+
+    void Edit() {
+        if (model_.s.box.size() > 40) { // long enough for edits to meet, short enough for them to meet often
+            Clear();
+            return;
+        }
+        const Action action = session::ChooseAction(model_.s, [this](std::size_t below) { return Pick(below); });
+        switch (action.kind) {
+        case Action::Kind::Press: Press(action.button); return;
+        case Action::Kind::Carry: Type(static_cast<wchar_t>(L' ' + Pick(95))); return; // drags have their own weight
+        case Action::Kind::Select:
+            app_.Select(static_cast<int>(action.caret), static_cast<int>(action.caret + action.selected));
+            break;
+        case Action::Kind::Delete: Strike(VK_DELETE); break;
+        case Action::Kind::Paste:
+            if (!action.text.empty())
+                SetClipboard(action.text);
+            if (!action.text.empty() || !model_.s.masked)
+                Ask(app_.PasswordBox(), action.text.empty() ? WM_CLEAR : WM_PASTE);
+            break;
+        case Action::Kind::SwitchMask: Command(ids::mnuViewPasswordMask); break;
+        }
+        session::Play(model_, action);
+    }
+
+    void Type(wchar_t character) {
+        Strike(VK_PACKET, character);
+        model_.Enter(std::wstring(1, character));
+    }
+
+    void Press(int button) {
+        if (button == keys::messageLeftover) // shows a box
+            return;
+        const auto captions = Captions();
+        const auto shown = std::ranges::find(captions, button, &ButtonCaption::button);
+        if (shown == captions.end() || Pick(8) == 0) {
+            Ask(app_.Key(button), BM_CLICK); // as an assistive program does
+        } else {
+            const HWND layer = app_.Layer();
+            POINT place = CentreOf(app_.Key(button));
+            ScreenToClient(layer, &place);
+            Ask(layer, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(place.x, place.y));
+            Ask(layer, WM_LBUTTONUP, 0, MAKELPARAM(place.x, place.y));
+        }
+        model_.Press(button, shown != captions.end() ? shown->caption : L"");
+    }
+
+    /// A stroke on the physical keyboard, with the character that it types. Shift follows these keys, of which none is
+    /// down.
+    void Strike(WPARAM key, wchar_t character = 0) {
+        Ask(app_.PasswordBox(), WM_KEYDOWN, key, 1);
+        if (character != 0)
+            Ask(app_.PasswordBox(), WM_CHAR, character, 1);
+        Ask(app_.PasswordBox(), WM_KEYUP, key, 1);
+        model_.s.modifiers.shiftIsDown = false;
+    }
+
+    void Clear() {
+        Command(ids::toolClear);
+        model_.s.box = model_.s.password = {};
+        session::PutCaret(model_.s, 0);
+    }
+
+    void OpenMenu() {
+        PostMessageW(app_.Main(), WM_SYSCOMMAND, SC_KEYMENU, L"fmvok"[Pick(5)]);
+        app_.AwaitMenu();
+        Ask(app_.Main(), WM_CANCELMODE);
+        Await("the menu goes", [this] { return !app_.OpenMenu() && (app_.Gui().flags & GUI_INMENUMODE) == 0; });
+    }
+
+    void AnswerDialog() {
+        app_.Command(Pick(2) == 0 ? ids::mnuHelpAbout : ids::mnuModeHiddenMouseAndHover);
+        Await("a dialog", [this] { return app_.Gui().hwndActive && app_.Gui().hwndActive != app_.Main(); });
+        app_.Dismiss(app_.Gui().hwndActive, IDCANCEL);
+    }
+
+    void ChangeOption() { Command(switches[Pick(std::size(switches))]); }
+
+    void ChangeLayout() {
+        Command(ids::mnuKeyboardLayoutLastSaved);
+        Command(ids::mnuKeyboardLayoutEnglish);
+    }
+
+    void ChangePlace() {
+        const auto number = [this](int from, int to) { return from + static_cast<int>(Pick(std::size_t(to - from))); };
+        SetPlaceAndScale({60, 60, 60 + number(500, 900), 60 + number(400, 600)}, number(96, 160));
+        Ask(app_.Main(), WM_THEMECHANGED);
+    }
+
+    void SetPlaceAndScale(const RECT& place, int dpi) {
+        place_.Write(&place, sizeof place);
+        Ask(app_.Main(), WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(dpi, dpi)),
+            reinterpret_cast<LPARAM>(place_.Address()));
+    }
+
+    void Drag() {
+        // What a field of one line shows.
+        if (model_.s.password.empty() ||
+            !std::ranges::all_of(model_.s.password, [](wchar_t c) { return c >= L' ' && c < 0x7F; }))
+            return;
+        stage_.target.KeepClearOf(BoundsOf(app_.Main()));
+        const std::wstring carried = model_.Carry(!app_.Checked(ids::mnuOptionsKeepPasswordAfterDragDrop));
+        if (const std::wstring arrived = stage_.Dragged(); arrived != carried)
+            throw Failure("dragged out: " + Narrow(arrived) + " instead of " + Narrow(carried));
+        app_.AwaitEndOfDrag();
+    }
+
+    std::size_t Pick(std::size_t below) { return static_cast<std::size_t>(random_()) % below; }
+    void Command(int id) const { Ask(app_.Main(), WM_COMMAND, static_cast<WPARAM>(id)); }
+    [[nodiscard]] std::vector<ButtonCaption> Captions() const {
+        return RefreshedCaptions({}, defaultActionKeyCaptions, model_.s.modifiers, {});
+    }
+
+    /// The text and the selection, and as a sample one caption.
+    void AwaitModel() {
+        const auto& s = model_.s;
+        const App::Selection selected{static_cast<int>(s.caret), static_cast<int>(s.caret + s.selected)};
+        const auto captions = Captions();
+        const ButtonCaption& key = captions[Pick(captions.size())];
+        if (WaitFor([&] {
+                return app_.IsMasked() == s.masked && app_.Shown() == s.box && app_.Selected() == selected &&
+                       TextOf(app_.Key(key.button)) == key.caption;
+            }))
+            return;
+        throw Failure("the box shows " + Narrow(app_.Shown()) + ", the model says " + Narrow(s.box) + " with " +
+                      std::to_string(selected.start) + " to " + std::to_string(selected.end) + " selected; key " +
+                      std::to_string(key.button) + " is " + Narrow(key.caption));
+    }
+
+    std::mt19937 random_;
+    session::Model model_;
+    Stage stage_;
+    const App& app_ = *stage_.app;
+    const RemoteMemory place_{app_.Running(), sizeof(RECT)};
+};
 
 unsigned NumberFromEnvironment(const char* name, unsigned otherwise) {
     const char* const text = std::getenv(name);
     return text != nullptr ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : otherwise;
 }
 
-/// Once it does not change any more: what the last action left to paint has been painted.
-Resources AtRest(const Process& program) {
-    Resources last = ResourcesOf(program);
-    Await("what the program holds stays the same", [&] {
-        const Resources before = std::exchange(last, ResourcesOf(program));
-        return before.gdi == last.gdi && before.user == last.user;
-    });
-    return last;
-}
-
 TEST(Soak, RandomActionsAgreeWithTheModelAndLeaveNothingBehind) {
     const unsigned actions = NumberFromEnvironment("VEXTREL_SOAK_ACTIONS", 2000);
     const unsigned seed = NumberFromEnvironment("VEXTREL_SOAK_SEED", 20240229);
     RandomUser user(seed);
-    Resources settled{};
+    std::optional<Resources> settled;
     Resources now{};
-    const auto start = std::chrono::steady_clock::now();
     for (unsigned action = 1; action <= actions; ++action) {
-        try {
-            user.Act();
-            if (action % firstThousand == 0) {
-                user.ComeToRest();
-            }
-        } catch (const Failure& failure) {
-            FAIL() << "seed " << seed << ", action " << action << ", " << failure.what();
-        }
-        if (action % firstThousand == 0) {
-            now = AtRest(user.Program());
-            settled = action == firstThousand ? now : settled;
-            const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-            std::cout << "[ measured ] " << action << " actions in " << static_cast<int>(taken.count())
-                      << " s: " << Describe(now) << std::endl;
-        }
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", action " + std::to_string(action));
+        ASSERT_NO_THROW(user.Act());
+        if (action % 1000 != 0)
+            continue;
+        now = user.AtRest();
+        settled = settled.value_or(now);
+        std::cout << "[ measured ] " << action << " actions: " << now.gdi << " GDI, " << now.user << " USER, "
+                  << now.handles << " handles, " << now.kilobytes << " KB" << std::endl;
     }
-    std::cout << "[ measured ] " << user.Tally() << '\n';
     // Room for what the system loads when it is first needed and then keeps (its pointers and icons), and for its heap.
     // It does not grow with the number of actions, so that a slow leak shows in a long run.
-    EXPECT_LE(now.gdi, settled.gdi + 16);
-    EXPECT_LE(now.user, settled.user + 4);
-    EXPECT_LE(now.handles, settled.handles + 4);
-    EXPECT_LE(now.kilobytes, settled.kilobytes + 4096);
+    ASSERT_TRUE(settled);
+    EXPECT_LE(now.gdi, settled->gdi + 16);
+    EXPECT_LE(now.user, settled->user + 4);
+    EXPECT_LE(now.handles, settled->handles + 4);
+    EXPECT_LE(now.kilobytes, settled->kilobytes + 4096);
 }
 
 } // namespace

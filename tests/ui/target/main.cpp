@@ -2,133 +2,197 @@
 // everything in its window and writes nothing to disk.
 
 #include "target/Contract.h"
-#include "target/TextDropTarget.h"
 
 #include <commctrl.h>
+#include <ole2.h>
 
 #include <cstdio>
 #include <cwchar>
 #include <string>
+#include <utility>
 
+namespace vextrel::target {
 namespace {
 
-using namespace vextrel::target;
+bool Has(const wchar_t* option) noexcept {
+    return std::wcsstr(GetCommandLineW(), option) != nullptr;
+}
 
-struct Options {
-    DropOptions drop;
-    bool closeOnClick = false;
-    bool topmost = false;
-    int x = 40;
-    int y = 40;
+void CountOneMore(HWND window, int id) noexcept {
+    SetDlgItemInt(window, id, GetDlgItemInt(window, id, nullptr, FALSE) + 1, FALSE);
+}
+
+std::wstring TextFrom(IDataObject& data) {
+    const bool ansi = Has(L"--ansi");
+    FORMATETC format{static_cast<CLIPFORMAT>(ansi ? CF_TEXT : CF_UNICODETEXT), nullptr, DVASPECT_CONTENT, -1,
+                     TYMED_HGLOBAL};
+    STGMEDIUM medium{};
+    if (const HRESULT result = data.GetData(&format, &medium); FAILED(result))
+        return L"<no text: " + std::to_wstring(static_cast<unsigned long>(result)) + L">";
+    std::wstring text;
+    if (const void* memory = GlobalLock(medium.hGlobal)) {
+        if (ansi)
+            for (const auto* c = static_cast<const unsigned char*>(memory); *c != 0; ++c)
+                text += static_cast<wchar_t>(*c);
+        else
+            text = static_cast<const wchar_t*>(memory);
+        GlobalUnlock(medium.hGlobal);
+    }
+    ReleaseStgMedium(&medium);
+    return text;
+}
+
+/// Takes text by drag-and-drop at the time the options say. It lives as long as the program; nobody's references count.
+class TextDropTarget final : public IDropTarget {
+  public:
+    explicit TextDropTarget(HWND window)
+        : window_(window) {}
+
+    /// With --read=later or crossed: reads now what was kept before.
+    void ReadNow() {
+        if (kept_)
+            Receive(TextFrom(*kept_));
+        if (Has(L"--read=later"))
+            Keep(nullptr);
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override {
+        const bool known = id == IID_IUnknown || id == IID_IDropTarget;
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() noexcept override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() noexcept override { return 1; }
+
+    HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL place, DWORD* effect) noexcept override {
+        if (Has(L"--read=entry"))
+            readAtEntry_ = TextFrom(*data);
+        if (Has(L"--read=crossed") || Has(L"--read=always"))
+            Keep(data);
+        CountOneMore(window_, enterCount);
+        return DragOver(keys, place, effect);
+    }
+    HRESULT STDMETHODCALLTYPE DragOver(DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept override {
+        if (Has(L"--read=always") && kept_)
+            readAtEntry_ = TextFrom(*kept_);
+        *effect = Has(L"--refuse") ? DROPEFFECT_NONE : *effect & DROPEFFECT_COPY;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE DragLeave() noexcept override {
+        readAtEntry_.clear();
+        if (Has(L"--read=always"))
+            Keep(nullptr);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL place, DWORD* effect) noexcept override {
+        DragOver(keys, place, effect);
+        if (*effect == DROPEFFECT_NONE || Has(L"--read=crossed"))
+            return S_OK;
+        Keep(Has(L"--read=later") ? data : nullptr);
+        Receive(kept_ ? L"" : Has(L"--read=entry") ? readAtEntry_ : TextFrom(*data));
+        return S_OK;
+    }
+
+  private:
+    void Keep(IDataObject* data) noexcept {
+        if (data)
+            data->AddRef();
+        if (IDataObject* const before = std::exchange(kept_, data))
+            before->Release();
+    }
+    void Receive(const std::wstring& text) {
+        // The count follows the text, so that who sees the new count finds the text in place.
+        SetDlgItemTextW(window_, dropField, text.c_str());
+        CountOneMore(window_, dropCount);
+    }
+
+    HWND window_;
+    std::wstring readAtEntry_;
+    IDataObject* kept_ = nullptr;
 };
 
-Options Parse(int argc, wchar_t** argv) {
-    Options options;
-    for (int i = 1; i < argc; ++i) {
-        const std::wstring option = argv[i];
-        if (option == L"--read=entry")
-            options.drop.readAt = ReadAt::Entry;
-        else if (option == L"--read=later")
-            options.drop.readAt = ReadAt::Later;
-        else if (option == L"--read=crossed")
-            options.drop.readAt = ReadAt::Crossed;
-        else if (option == L"--read=always")
-            options.drop.readAt = ReadAt::Always;
-        else if (option == L"--ansi")
-            options.drop.ansi = true;
-        else if (option == L"--refuse")
-            options.drop.refuse = true;
-        else if (option == L"--close-on-click")
-            options.closeOnClick = true;
-        else if (option == L"--topmost")
-            options.topmost = true;
-        else if (option.rfind(L"--at=", 0) == 0)
-            static_cast<void>(std::swscanf(option.c_str(), L"--at=%d,%d", &options.x, &options.y));
-    }
-    return options;
-}
+TextDropTarget* dropTarget = nullptr;
 
-HWND AddField(HWND parent, const wchar_t* label, int id, int top, DWORD style) {
-    CreateWindowW(L"STATIC", label, WS_CHILD | WS_VISIBLE, 10, top + 4, 90, 20, parent, nullptr, nullptr, nullptr);
-    return CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"", WS_CHILD | WS_VISIBLE | style, 110, top, 340, 26, parent,
-                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-}
-
-void Append(HWND field, const wchar_t* format, WPARAM value) noexcept {
+void Append(HWND window, int id, const wchar_t* format, WPARAM value) noexcept {
     wchar_t entry[8];
     std::swprintf(entry, std::size(entry), format, static_cast<unsigned>(value));
-    SendMessageW(field, EM_SETSEL, 0x7FFF, 0x7FFF);
-    SendMessageW(field, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(entry));
+    SendDlgItemMessageW(window, id, EM_SETSEL, 0x7FFF, 0x7FFF);
+    SendDlgItemMessageW(window, id, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(entry));
 }
 
 LRESULT CALLBACK RecordKeys(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
-                            DWORD_PTR closeOnClick) noexcept {
+                            DWORD_PTR /*data*/) noexcept {
     const HWND window = GetParent(field);
-    switch (message) {
-    case WM_CHAR: Append(GetDlgItem(window, charRecord), L"%04X ", wParam); break;
-    case WM_KEYDOWN: Append(GetDlgItem(window, keyRecord), L"+%02X ", wParam); break;
-    case WM_KEYUP: Append(GetDlgItem(window, keyRecord), L"-%02X ", wParam); break;
-    // Left alone, they would open the window's menu, which takes the keys that follow.
-    case WM_SYSKEYDOWN: Append(GetDlgItem(window, keyRecord), L"+%02X ", wParam); return 0;
-    case WM_SYSKEYUP: Append(GetDlgItem(window, keyRecord), L"-%02X ", wParam); return 0;
-    case WM_LBUTTONDOWN:
-        if (closeOnClick != 0) {
-            DestroyWindow(window);
-            return 0;
-        }
-        break;
-    default: break;
-    }
-    return DefSubclassProc(field, message, wParam, lParam);
+    if (message == WM_CHAR)
+        Append(window, charRecord, L"%04X ", wParam);
+    if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN)
+        Append(window, keyRecord, L"+%02X ", wParam);
+    if (message == WM_KEYUP || message == WM_SYSKEYUP)
+        Append(window, keyRecord, L"-%02X ", wParam);
+    if (message == WM_LBUTTONDOWN && Has(L"--close-on-click"))
+        return DestroyWindow(window);
+    // Left alone, a system key would open the window's menu, which takes the keys that follow.
+    const bool isSystemKey = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
+    return isSystemKey ? 0 : DefSubclassProc(field, message, wParam, lParam);
 }
 
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
-    switch (message) {
-    case readNow:
-        if (auto* target = reinterpret_cast<TextDropTarget*>(GetWindowLongPtrW(window, GWLP_USERDATA)))
-            target->ReadNow();
-        return 0;
-    case WM_DESTROY: PostQuitMessage(0); return 0;
-    default: return DefWindowProcW(window, message, wParam, lParam);
-    }
+    if (message == readNow)
+        dropTarget->ReadNow();
+    if (message == WM_DESTROY)
+        PostQuitMessage(0);
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
-HWND CreateTarget(const Options& options) {
+HWND CreateTarget() {
+    int x = 40;
+    int y = 40;
+    if (const wchar_t* const place = std::wcsstr(GetCommandLineW(), L"--at="))
+        static_cast<void>(std::swscanf(place, L"--at=%d,%d", &x, &y));
     WNDCLASSW definition{};
     definition.lpfnWndProc = WindowProcedure;
-    definition.hInstance = GetModuleHandleW(nullptr);
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     definition.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     definition.lpszClassName = windowClass;
     RegisterClassW(&definition);
-    const HWND window = CreateWindowExW(options.topmost ? WS_EX_TOPMOST : 0, windowClass, L"Drop target",
-                                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, options.x, options.y, 480, 235,
-                                        nullptr, nullptr, definition.hInstance, nullptr);
-    AddField(window, L"Drop here:", dropField, 10, ES_AUTOHSCROLL);
-    const HWND edit = AddField(window, L"Type here:", editField, 45, ES_AUTOHSCROLL);
-    AddField(window, L"Characters:", charRecord, 80, ES_AUTOHSCROLL | ES_READONLY);
-    AddField(window, L"Drops:", dropCount, 115, ES_READONLY);
-    SetDlgItemInt(window, dropCount, 0, FALSE);
-    AddField(window, L"Keys:", keyRecord, 150, ES_AUTOHSCROLL | ES_READONLY);
-    SetWindowSubclass(edit, RecordKeys, 1, options.closeOnClick ? 1 : 0);
-    CreateWindowW(L"STATIC", L"0", WS_CHILD, 0, 0, 0, 0, window,
-                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(enterCount)), nullptr, nullptr);
+    const HWND window =
+        CreateWindowExW(Has(L"--topmost") ? WS_EX_TOPMOST : 0, windowClass, L"Drop target",
+                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, x, y, 480, 235, nullptr, nullptr, nullptr, nullptr);
+    const auto add = [window](const wchar_t* kind, const wchar_t* text, RECT place, int id, DWORD style) {
+        return CreateWindowExW(id != 0 ? WS_EX_CLIENTEDGE : 0, kind, text, WS_CHILD | style, place.left, place.top,
+                               place.right, place.bottom, window, reinterpret_cast<HMENU>(INT_PTR{id}), nullptr,
+                               nullptr);
+    };
+    const std::pair<const wchar_t*, int> fields[] = {{L"Drop here:", dropField},
+                                                     {L"Type here:", editField},
+                                                     {L"Characters:", charRecord},
+                                                     {L"Drops:", dropCount},
+                                                     {L"Keys:", keyRecord}};
+    int top = 10;
+    for (const auto& [label, id] : fields) {
+        const DWORD style = id == dropField || id == editField ? WS_VISIBLE : WS_VISIBLE | ES_READONLY;
+        add(L"STATIC", label, {10, top + 4, 90, 20}, 0, WS_VISIBLE);
+        add(L"EDIT", id == dropCount ? L"0" : L"", {110, top, 340, 26}, id, style | ES_AUTOHSCROLL);
+        top += 35;
+    }
+    add(L"STATIC", L"0", {}, enterCount, 0);
+    SetWindowSubclass(GetDlgItem(window, editField), RecordKeys, 1, 0);
     return window;
 }
 
-int Run(const Options& options) {
-    const HWND window = CreateTarget(options);
-    auto* const target = new TextDropTarget(
-        options.drop,
-        [window] { SetDlgItemInt(window, enterCount, GetDlgItemInt(window, enterCount, nullptr, FALSE) + 1, FALSE); },
-        [window](const std::wstring& text) {
-            // The count follows the text, so that who sees the new count finds the text in place.
-            SetDlgItemTextW(window, dropField, text.c_str());
-            SetDlgItemInt(window, dropCount, GetDlgItemInt(window, dropCount, nullptr, FALSE) + 1, FALSE);
-        });
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(target));
+} // namespace
+} // namespace vextrel::target
+
+int wmain() {
+    using namespace vextrel::target;
+    SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
+    if (FAILED(OleInitialize(nullptr)))
+        return 2;
+    const HWND window = CreateTarget();
+    TextDropTarget target(window);
+    dropTarget = &target;
     const HWND field = GetDlgItem(window, dropField);
-    if (FAILED(RegisterDragDrop(field, target)))
+    if (FAILED(RegisterDragDrop(field, &target)))
         return 2;
     ShowWindow(window, SW_SHOW);
     MSG message;
@@ -136,18 +200,6 @@ int Run(const Options& options) {
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-    RevokeDragDrop(field);
-    target->Release();
-    return 0;
-}
-
-} // namespace
-
-int wmain(int argc, wchar_t** argv) {
-    SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
-    if (FAILED(OleInitialize(nullptr)))
-        return 2;
-    const int code = Run(Parse(argc, argv));
     OleUninitialize();
-    return code;
+    return 0;
 }
