@@ -14,12 +14,6 @@ bool IsAskedFor(const wchar_t* what) noexcept {
     return std::wcscmp(fault, what) == 0;
 }
 
-Order& FirstOrder() {
-    Order& order = Order::To(::GetCurrentProcessId());
-    order.times = ::GetEnvironmentVariableW(faults::faultAtStart, order.handler, 64) != 0;
-    return order;
-}
-
 template <typename Function>
 Function* Real(const wchar_t* library, const char* name) noexcept {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(library), name)));
@@ -75,7 +69,11 @@ auto* showImport asm("__imp_ShowWindow") = &Show;
 auto* clockImport asm("__imp_GetTickCount64") = &TickCount;
 
 void detail::ThrowInjectedFault(const wchar_t* handler) {
-    static Order& order = FirstOrder();
+    static Order& order = Order::To(::GetCurrentProcessId());
+    static bool isStart = true;
+    if (std::exchange(isStart, false)) {
+        order.times = ::GetEnvironmentVariableW(faults::faultAtStart, order.handler, 64) != 0;
+    }
     if (order.times <= 0 || std::wcscmp(order.handler, handler) != 0) {
         return;
     }

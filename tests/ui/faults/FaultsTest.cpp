@@ -7,16 +7,14 @@
 namespace vextrel::driver {
 namespace {
 
-/// Nothing but its two windows: no error, no question.
-void AwaitUndisturbed(const App& app) {
-    Await("nothing is reported",
-          [&] { return app.Running().Windows(formClass).size() == 2 && !app.Running().Window(dialogClass); });
-}
-
-/// Of other faults of the file one that is read-only is among the claims: not every system keeps to it.
-TEST(Faults, OfTheSettingsFileKeepTheOptionForTheRunAndShowNothing) {
+/// Of the file's other faults, one that is read-only is among the claims: not every system keeps to it.
+TEST(Faults, OfFileAndTargetCostNothingAndShowNothing) {
     const Sandbox sandbox(L"\u4E2D\u6587 \u0416");
     const App app(sandbox);
+    const auto awaitUndisturbed = [&] {
+        Await("its two windows are all that is shown",
+              [&] { return app.Running().Windows(formClass).size() == 2 && !app.Running().Window(dialogClass); });
+    };
     Await("the first value is written", [&] { return sandbox.Setting(L"Transparency") == L"252"; });
     HANDLE lock = nullptr;
     Await("another program locks the file", [&, file = sandbox.Folder() / Sandbox::settingsName] {
@@ -24,19 +22,11 @@ TEST(Faults, OfTheSettingsFileKeepTheOptionForTheRunAndShowNothing) {
         return lock != INVALID_HANDLE_VALUE;
     });
     app.Switch(ids::mnuOptionsBeepOnHover, true);
-    AwaitUndisturbed(app);
-    EXPECT_EQ(app.Close(), 0U);
-    CloseHandle(lock);
-    EXPECT_EQ(sandbox.Read(), "[Settings]\r\nTransparency=252\r\n");
-}
+    awaitUndisturbed();
 
-TEST(Faults, OfADropTargetKeepThePassword) {
-    const Sandbox sandbox;
-    const App app(sandbox);
     Pointer pointer;
     app.ClickPassword(pointer, L"ab");
     for (const bool hangs : {false, true}) {
-        SCOPED_TRACE(hangs ? "hangs, then ends" : "ends");
         const Target target;
         target.KeepClearOf(BoundsOf(app.Main()));
         app.Activate();
@@ -46,12 +36,14 @@ TEST(Faults, OfADropTargetKeepThePassword) {
             pointer.Release();
         }
         TerminateProcess(target.Running().Handle(), 0);
-        if (!hangs)
-            pointer.Release();
+        pointer.Release();
         app.AwaitEndOfDrag();
-        AwaitUndisturbed(app);
-        EXPECT_EQ(app.Shown(), L"**");
+        awaitUndisturbed();
+        EXPECT_EQ(app.Shown(), L"**") << (hangs ? "hangs, then ends" : "ends");
     }
+    EXPECT_EQ(app.Close(), 0U);
+    CloseHandle(lock);
+    EXPECT_EQ(sandbox.Read(), "[Settings]\r\nTransparency=252\r\n");
 }
 
 } // namespace

@@ -17,13 +17,12 @@ inline constexpr ULONGLONG clockRate = 20;
 /// of captures; if they were seen before that, with one bit more.
 inline constexpr const wchar_t* affinityProperty = L"VextrelAffinity";
 
-/// What a test asks a running program for: the named handler throws the next `times` times.
+/// What a test asks for in memory that it shares with the program: the named handler throws the next `times` times.
 struct Order {
     volatile LONG times;
     enum class Kind : LONG { OurError, SystemError, OutOfMemory, StandardError, Unknown } kind;
     wchar_t handler[64];
 
-    /// In memory that both share.
     static Order& To(DWORD processId) {
         const std::wstring name = L"Local\\VextrelFault" + std::to_wstring(processId);
         const HANDLE shared =

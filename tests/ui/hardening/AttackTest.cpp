@@ -74,7 +74,7 @@ struct Victim : Stage {
             Post(box, {WM_MOUSEMOVE}, MK_LBUTTON, MAKELPARAM(-50 * step, -50 * step));
     }
 
-    /// Hidden windows and those in others as well; of the 65 keys one. What the system keeps for itself is its affair.
+    /// Hidden windows, too; of the 65 keys one. What the system keeps for itself is its own affair.
     [[nodiscard]] std::vector<HWND> AllWindows() const {
         std::vector<HWND> windows = Process::AllBeside(main);
         std::erase_if(windows, [](HWND window) {
@@ -217,8 +217,8 @@ TEST(AttacksBesideTheGate, OnTheInjectionFail) {
 /// VEXTREL_EVERY_MESSAGE, in some ten minutes. Not what any program may ask of any window, and what ends a session.
 void SendAndPostEverything(HWND window) {
     static const bool all = GetEnvironmentVariableW(L"VEXTREL_EVERY_MESSAGE", nullptr, 0) != 0;
-    const std::set<UINT> meant{WM_CLOSE,     WM_SYSCOMMAND, WM_ENDSESSION, WM_QUIT, WM_INPUTLANGCHANGEREQUEST,
-                               WM_SHOWWINDOW};
+    const std::set<UINT> meant{WM_CLOSE, WM_SYSCOMMAND, WM_ENDSESSION,
+                               WM_QUIT,  WM_SHOWWINDOW, WM_INPUTLANGCHANGEREQUEST};
     const std::pair<WPARAM, LPARAM> parameters[] = {
         {0, 0}, {1, 7}, {static_cast<WPARAM>(-1), -1}, {0x41414141, static_cast<LPARAM>(0x4242424242424242)}};
     for (UINT message = 0; message <= 0xFFFF; ++message) {
