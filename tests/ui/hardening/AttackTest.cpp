@@ -69,9 +69,8 @@ struct Victim : Stage {
     void DragByPosts(int field) {
         app->Activate();
         pointer.MoveTo(CentreOf(target.Field(field)));
-        Post(box, {WM_LBUTTONDOWN}, MK_LBUTTON, MAKELPARAM(40, 5));
-        for (int step = 1; step < 10; ++step)
-            Post(box, {WM_MOUSEMOVE}, MK_LBUTTON, MAKELPARAM(-50 * step, -50 * step));
+        Post(box, {WM_LBUTTONDOWN, WM_MOUSEMOVE}, MK_LBUTTON, MAKELPARAM(40, 5));
+        Post(box, {WM_MOUSEMOVE, WM_MOUSEMOVE}, MK_LBUTTON, MAKELPARAM(-300, -300));
     }
 
     /// Hidden windows, too; of the 65 keys one. What the system keeps for itself is its own affair.
@@ -248,17 +247,6 @@ TEST(EveryMessage, ChangesNothing) {
     const auto before = state();
     for (const HWND window : victim.AllWindows())
         SendAndPostEverything(window);
-    EXPECT_TRUE(state() == before);
-    // And one of its dialogs.
-    app.ChooseByKeys('V', {VK_DOWN, VK_RETURN});
-    const HWND question = app.AwaitForm(L"Transparency Value");
-    for (const HWND window : victim.AllWindows())
-        if (GetAncestor(window, GA_ROOT) == question)
-            SendAndPostEverything(window);
-    ASSERT_TRUE(IsWindow(question)) << "answered by somebody";
-    BringToFront(question);
-    Keys::Stroke(VK_ESCAPE);
-    Await("the question has gone", [&] { return !IsWindow(question); });
     EXPECT_TRUE(state() == before);
     EXPECT_TRUE(victim.HoldsSecret());
 }

@@ -49,8 +49,9 @@ TEST(Traces, AreOneWhileThePasswordIsMaskedAndNoneOnceItHasGone) {
     Secret stage;
     const App& app = *stage.app;
     const std::string wide(reinterpret_cast<const char*>(stage.secret.data()), stage.secret.size() * sizeof(wchar_t));
-    const std::string reversed(stage.secret.rbegin(), stage.secret.rend());
-    for (const std::string& planted : {wide, std::string(wide.rbegin(), wide.rend()), reversed.substr(3, 8)}) {
+    const std::string narrow = Narrow(stage.secret);
+    for (const std::string& planted : {wide, std::string(wide.rbegin(), wide.rend()), narrow,
+                                       std::string(narrow.rbegin(), narrow.rend()), narrow.substr(3, 8)}) {
         const RemoteMemory memory(app.Running(), 4096);
         memory.Write(planted.data(), planted.size());
         ASSERT_EQ(stage.Traces("one planted"), 2U) << "the scan misses it";
