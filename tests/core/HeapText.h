@@ -1,40 +1,22 @@
 #pragma once
 
-#include "core/Error.h"
 #include "core/SecretText.h"
-
-#include <cstdlib>
 
 namespace vextrel {
 
 /// Ordinary memory in place of the pages that the program has from the system.
-class HeapPages final : public SecretPages {
-  public:
-    [[nodiscard]] void* Allocate(std::size_t byteCount) const override {
-        void* pages = std::calloc(byteCount, 1);
-        if (pages == nullptr) {
-            throw Error(ErrorNumber::OutOfMemory);
-        }
-        return pages;
-    }
+struct HeapPages final : SecretPages {
+    [[nodiscard]] void* Allocate(std::size_t byteCount) const override { return new std::byte[byteCount](); }
     void Release(void* pages, std::size_t byteCount) const noexcept override {
-        if (pages != nullptr) {
-            WipeMemory(pages, byteCount);
-            std::free(pages);
-        }
+        WipeMemory(pages, byteCount);
+        delete[] static_cast<std::byte*>(pages);
     }
 };
+inline constexpr HeapPages heapPages;
 
-class HeapText final : public SecretText {
-  public:
+struct HeapText final : SecretText {
     HeapText()
-        : SecretText(Pages()) {}
-
-  private:
-    static const SecretPages& Pages() {
-        static const HeapPages pages;
-        return pages;
-    }
+        : SecretText(heapPages) {}
 };
 
 } // namespace vextrel

@@ -1,11 +1,9 @@
 #include "core/LayoutFile.h"
 #include "core/FileFilter.h"
 
-#include <gtest/gtest.h>
+#include "Each.h"
 
-namespace vextrel {
-namespace {
-
+using namespace vextrel;
 using namespace std::literals;
 
 TEST(LayoutFile, WhatIsWrittenReadsBackInTheFilesOrderButForThreeUpperCaptions) {
@@ -16,33 +14,29 @@ TEST(LayoutFile, WhatIsWrittenReadsBackInTheFilesOrderButForThreeUpperCaptions) 
     written.actionCaptions = {L"a0", L" a1 ", L"", L"a3", L"a4"};
     const std::vector<LayoutEntry> entries = LayoutEntries(written);
     ASSERT_EQ(entries.size(), 99U);
-    const std::wstring actions = L"Action Keyboard Button Text";
-    const std::pair<std::size_t, LayoutEntry> rows[] = {
-        {46, {L"Row 4 Lower Case", L"Key 10", L"l46"}}, {94, {actions, L"Backspace", L"a0"}},
-        {83, {L"Row 3 Upper Case", L"Key 11", L"u36"}}, {96, {actions, L"Caps Lock", L""}},
-        {13, {L"Row 2 Lower Case", L"Key 1", L"l13"}},  {95, {actions, L"Tab", L" a1 "}},
-        {47, {L"Row 1 Upper Case", L"Key 1", L"u0"}},   {97, {actions, L"Enter", L"a3"}},
-        {0, {L"Row 1 Lower Case", L"Key 1", L"l0"}},    {98, {actions, L"Shift", L"a4"}}};
-    for (const auto& [index, entry] : rows) {
-        EXPECT_EQ(entries[index], entry) << index;
-    }
+    const auto text = [&](std::size_t i) {
+        return entries[i].section + L"/" + entries[i].key + L"=" + entries[i].value;
+    };
+    EXPECT_EQ(
+        OfEach(text, 0U, 13U, 46U, 47U, 83U, 94U, 95U, 96U, 97U, 98U),
+        L"Row 1 Lower Case/Key 1=l0|Row 2 Lower Case/Key 1=l13|Row 4 Lower Case/Key 10=l46|Row 1 Upper Case/Key 1=u0|"
+        L"Row 3 Upper Case/Key 11=u36|Action Keyboard Button Text/Backspace=a0|Action Keyboard Button Text/Tab= a1 |"
+        L"Action Keyboard Button Text/Caps Lock=|Action Keyboard Button Text/Enter=a3|Action Keyboard Button "
+        L"Text/Shift=a4|");
     // Keys beyond a row's end are of no interest to the reader, nor is anything read twice or in another order.
     std::size_t reads = 0;
     Layout read;
-    ReadLayoutEntries(
-        [&](std::wstring_view section, std::wstring_view key) {
-            const LayoutEntry& entry = entries.at(reads++);
-            EXPECT_TRUE(entry.section == section && entry.key == key) << reads;
-            return entry.value;
-        },
-        read);
-    EXPECT_EQ(reads, entries.size());
-    const auto upper = [&written](int row, int key) -> std::wstring& {
-        return written.captions.At(SlotOf(row, key)).upper;
+    const auto reader = [&](std::wstring_view section, std::wstring_view key) {
+        const LayoutEntry& entry = entries.at(reads++);
+        EXPECT_TRUE(entry.section == section && entry.key == key) << reads;
+        return entry.value;
     };
-    upper(3, 5) = upper(4, 3);
-    upper(4, 3) = upper(4, 2);
-    upper(4, 2) = L"X"; // never read
+    ReadLayoutEntries(reader, read);
+    EXPECT_EQ(reads, entries.size());
+    // The last row's second upper caption is never read, the third goes to another key, and the second's to the third.
+    written.captions.At(SlotOf(3, 5)).upper = L"u39";
+    written.captions.At(SlotOf(4, 3)).upper = L"u38";
+    written.captions.At(SlotOf(4, 2)).upper = L"X";
     EXPECT_EQ(read, written);
 }
 
@@ -52,13 +46,12 @@ TEST(LayoutFile, AFileOverridesCharactersButReplacesActionCaptions) {
         {L"\u00E9", L"\u00E9"}, {L"", L""}, {L"\0\0"s, L""}, {L" ", L" "}, {L"\0&\0=\0"s, L"&="}};
     for (const auto& [value, read] : rows) {
         const auto reader = [&text = value](std::wstring_view section, std::wstring_view key) {
-            return std::wstring(section) + std::wstring(key) == L"Row 2 Lower CaseKey 1" || key == L"Enter"
-                       ? text
-                       : std::wstring();
+            const bool isThere =
+                std::wstring(section) + std::wstring(key) == L"Row 2 Lower CaseKey 1" || key == L"Enter";
+            return isThere ? text : std::wstring();
         };
-        Layout layout;
+        Layout layout, expected;
         EXPECT_EQ(ReadLayoutEntries(reader, layout), !read.empty()) << "the action captions are not the layout";
-        Layout expected;
         expected.captions.At(13).lower = read.empty() ? L"q" : read;
         expected.actionCaptions = {L"", L"", L"", read, L""};
         EXPECT_EQ(layout, expected);
@@ -68,42 +61,21 @@ TEST(LayoutFile, AFileOverridesCharactersButReplacesActionCaptions) {
 }
 
 TEST(LayoutFile, AnImportedLayoutIsCalledAsItsFileOnOneShortLine) {
-    const struct {
-        std::wstring text, name, ofFile;
-    } rows[] = {{L"German", L"German", L"German"},
-                {L"C:\\a.b\\Polish-typists.lng", L"", L"Polish-typists"},
-                {L"c/my.own.LNG", L"", L"my.own"},
-                {L" a\tb\r\nc\u202Ed\0 \0"s, L"abcd", L"abcd"},
-                {L"..", L"..", L"."},
-                {std::wstring(300, L'x'), std::wstring(32, L'x'), std::wstring(32, L'x')},
-                {L"????", L"", L""},
-                {L"", L"", L""}}; // "?" is what the code page puts for characters that it lacks
-    for (const auto& row : rows) {
-        EXPECT_EQ(LayoutName(row.text), row.name);
-        EXPECT_EQ(LayoutNameOfFile(row.text), row.ofFile);
-    }
+    const std::wstring longName(300, L'x');
+    EXPECT_EQ(OfEach(LayoutName, L"German", L"C:\\x.lng", L"a/b", L"..", L"", longName),
+              L"German|||..||" + longName.substr(0, 32) + L"|");
+    EXPECT_EQ(LayoutName(L" a\tb\r\nc\u202Ed\0 \0"s), L"abcd");
+    EXPECT_EQ(LayoutName(L"????"), L"") << "what the code page puts for characters that it lacks";
+    EXPECT_EQ(OfEach(LayoutNameOfFile, L"C:\\a.b\\Polish-typists.lng", L"c/my.own.LNG", L"..", L""),
+              L"Polish-typists|my.own|.||");
 }
 
 TEST(FileFilter, EveryBarBecomesANulAndAPatternStartsInTheFolderThatItNames) {
     const std::pair<std::wstring_view, std::wstring_view> filters[] = {
         {L"a|b|c|d|"sv, L"a\0b\0c\0d\0\0"sv}, {L"a|b||"sv, L"a\0b\0\0"sv}, {L"T (*.t)|*.t"sv, L"T (*.t)\0*.t\0\0"sv},
         {L"a||b|||"sv, L"a\0\0b\0\0\0"sv},    {L""sv, L"\0\0"sv},          {L"a\0b\0\0"sv, L"a\0b\0\0"sv}};
-    for (const auto& [filter, expected] : filters) {
-        EXPECT_EQ(FilterForSystem(filter), expected) << testing::PrintToString(filter);
-    }
-    const std::pair<std::wstring_view, std::wstring_view> paths[] = {{L"C:\\folder\\*.lng", L"C:\\folder"},
-                                                                     {L"C:\\*.lng", L"C:\\"},
-                                                                     {L"\\\\server\\a\\*.lng", L"\\\\server\\a"},
-                                                                     {L"C:/*.lng", L"C:/"},
-                                                                     {L"folder/sub/x", L"folder/sub"},
-                                                                     {L"\\*.lng", L"\\"},
-                                                                     {L"folder/sub\\x", L"folder/sub"},
-                                                                     {L"*.lng", L""},
-                                                                     {L"", L""}};
-    for (const auto& [path, folder] : paths) {
-        EXPECT_EQ(FolderOfPath(path), folder) << testing::PrintToString(path);
-    }
+    ExpectEach(filters, FilterForSystem);
+    EXPECT_EQ(OfEach(FolderOfPath, L"C:\\folder\\*.lng", L"\\\\server\\a\\*.lng", L"C:\\*.lng", L"\\*.lng", L"C:/*.lng",
+                     L"folder/sub/x", L"folder/sub\\x", L"*.lng", L""),
+              L"C:\\folder|\\\\server\\a|C:\\|\\|C:/|folder/sub|folder/sub|||");
 }
-
-} // namespace
-} // namespace vextrel

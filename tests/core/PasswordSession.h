@@ -3,17 +3,22 @@
 // A session with the password box, played twice: through the rules, and through a plain model that handles whole texts,
 // written from what the user is told. Shared by the random walk and the fuzzer.
 
+#include "core/Error.h"
 #include "core/KeyTable.h"
 #include "core/PasswordView.h"
 #include "core/TextEdit.h"
 
 #include "HeapText.h"
-#include "Throws.h"
 
 #include <algorithm>
 #include <string>
 
 namespace vextrel::session {
+
+inline bool IsZeroBehindItsEnd(const SecretText& text) {
+    return std::all_of(text.CString() + text.Size(), text.CString() + SecretText::capacity + 1,
+                       [](wchar_t c) { return c == 0; });
+}
 
 /// What both sides show after a step. The caret is what the box makes of it: never behind the text.
 struct Session {
@@ -31,23 +36,14 @@ inline void PutCaret(Session& s, std::size_t caret) {
     s.selected = 0;
 }
 
-/// Another text is set, and the selection with it, as far as the text goes.
-inline void KeepSelection(Session& s) {
-    s.caret = std::min(s.caret, s.box.size());
-    s.selected = std::min(s.selected, s.box.size() - s.caret);
-}
-
-inline std::wstring Left(const std::wstring& text, std::size_t count) {
-    return text.substr(0, std::min(count, text.size()));
-}
-
-inline std::wstring From(const std::wstring& text, std::size_t position) {
-    return position < text.size() ? text.substr(position) : L"";
+/// A part of a text, as far as the text goes.
+inline std::wstring Part(const std::wstring& text, std::size_t at, std::size_t count = std::wstring::npos) {
+    return text.substr(std::min(at, text.size()), count);
 }
 
 /// With a part replaced, as far as the text goes.
-inline std::wstring With(const std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece) {
-    return Left(text, at) + piece + From(text, at + count);
+inline std::wstring With(const std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece = {}) {
+    return Part(text, 0, at) + piece + Part(text, at + count);
 }
 
 inline std::wstring WithoutBreaks(std::wstring text) {
@@ -58,14 +54,16 @@ inline std::wstring WithoutBreaks(std::wstring text) {
 /// What a paste brings into the masked box: the clipboard is read as far as a password could reach, and only then
 /// cleaned. Where nothing is left, it is no paste.
 inline std::wstring PastedText(const std::wstring& clipboard) {
-    std::wstring text = Left(clipboard, SecretText::capacity);
+    std::wstring text = Part(clipboard, 0, SecretText::capacity);
     std::erase_if(text, [](wchar_t c) { return c < 32 || (c >= 127 && c < 160); });
     return text;
 }
 
-/// The box shows the password anew, as far as it may be seen.
+/// The box shows the password anew, as far as it may be seen; the selection stays, as far as the text goes.
 inline void Show(Session& s, const std::wstring& password) {
     s.box = s.masked ? std::wstring(password.size(), L'*') : password;
+    s.caret = std::min(s.caret, s.box.size());
+    s.selected = std::min(s.selected, s.box.size() - s.caret);
 }
 
 /// The plain model: texts before and behind the selection, put together anew.
@@ -80,14 +78,17 @@ struct Model {
         EnterIntoBox(s.masked ? std::wstring(text.size(), L'*') : text);
     }
     void Backspace() {
-        const bool selects = s.selected > 0;
-        const bool behindBreak = !selects && s.caret > 0 && s.box[s.caret - 1] == L'\n';
-        const std::size_t caret = s.caret - std::min<std::size_t>(s.caret, behindBreak ? 2 : 1);
-        if (!selects && !behindBreak && s.caret > 0 && !s.password.empty()) {
-            s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
+        const bool behindBreak = s.selected == 0 && s.caret > 0 && s.box[s.caret - 1] == L'\n';
+        const std::size_t back = std::min<std::size_t>(s.caret, behindBreak ? 2 : 1);
+        if (s.selected > 0) {
+            s.box = With(s.box, s.caret, s.selected);
+        } else {
+            if (!behindBreak && back > 0 && !s.password.empty()) {
+                s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
+            }
+            s.box = With(s.box, s.caret - back, back);
         }
-        s.box = selects ? With(s.box, s.caret, s.selected, L"") : With(s.box, caret, s.caret - caret, L"");
-        PutCaret(s, caret);
+        PutCaret(s, s.caret - back);
     }
     void Press(int button, const std::wstring& caption) {
         if (button == keys::backspace) {
@@ -103,16 +104,14 @@ struct Model {
             s.modifiers.shiftIsDown = !s.modifiers.shiftIsDown;
         } else if ((button < 54 || button > 56) && button != 58) {
             Enter(caption == L"&&" ? L"&" : caption.empty() || caption == L"space" ? L" " : caption);
-            if (s.modifiers.shiftLatched) {
-                s.modifiers.shiftIsDown = false;
-            }
+            s.modifiers.shiftIsDown = s.modifiers.shiftIsDown && !s.modifiers.shiftLatched;
         }
     }
     void Delete() {
         if (s.caret < s.box.size()) {
-            const std::size_t count = s.selected > 0 ? s.selected : 1;
-            s.box = With(s.box, s.caret, count, L"");
-            s.password = With(s.password, s.caret, count, L"");
+            const std::size_t count = std::max<std::size_t>(s.selected, 1);
+            s.box = With(s.box, s.caret, count);
+            s.password = With(s.password, s.caret, count);
         }
         PutCaret(s, s.caret);
     }
@@ -121,18 +120,13 @@ struct Model {
     void BoxReplacedSelection(const std::wstring& text) {
         const std::wstring old = s.box;
         EnterIntoBox(text);
-        const std::size_t shorter = std::min(old.size(), s.box.size());
-        std::size_t same = 0, end = 0;
-        while (same < shorter && old[same] == s.box[same]) {
-            ++same;
-        }
-        while (end < shorter - same && old[old.size() - 1 - end] == s.box[s.box.size() - 1 - end]) {
-            ++end;
-        }
-        const std::wstring added = WithoutBreaks(s.box.substr(same, s.box.size() - same - end));
-        const std::size_t removed = old.size() - same - end;
-        if (!added.empty() || !WithoutBreaks(old.substr(same, removed)).empty()) { // breaks the password has none of
-            s.password = With(s.password, same, removed, added);
+        const auto first = std::ranges::mismatch(old, s.box);
+        const auto last = std::mismatch(old.rbegin(), std::make_reverse_iterator(first.in1), s.box.rbegin(),
+                                        std::make_reverse_iterator(first.in2));
+        const std::wstring removed(first.in1, last.first.base()), added(first.in2, last.second.base());
+        if (!WithoutBreaks(added + removed).empty()) { // breaks the password has none of
+            const auto start = static_cast<std::size_t>(first.in1 - old.begin());
+            s.password = With(s.password, start, removed.size(), WithoutBreaks(added));
         }
     }
     void PasteMasked(const std::wstring& text) {
@@ -149,12 +143,13 @@ struct Model {
             }
         }
         Show(s, s.password);
-        KeepSelection(s);
     }
     std::wstring Carry(bool takesAway) {
-        std::wstring carried = s.selected == 0 ? s.password : Left(From(s.password, s.caret), s.selected);
+        const std::size_t start = s.selected == 0 ? 0 : s.caret;
+        const std::size_t count = s.selected == 0 ? s.password.size() : s.selected;
+        std::wstring carried = Part(s.password, start, count);
         if (takesAway) {
-            s.password = s.selected == 0 ? L"" : With(s.password, s.caret, s.selected, L"");
+            s.password = With(s.password, start, count);
             Show(s, s.password);
         }
         PutCaret(s, s.caret);
@@ -163,20 +158,19 @@ struct Model {
 };
 
 /// The same session through the rules, with a text that stands in for the box. What throws changes nothing.
-class Ruled {
-  public:
+struct Ruled {
     Session s; ///< without the password until it is compared
-    [[nodiscard]] const SecretText& Secret() const { return password_; }
-    [[nodiscard]] std::wstring Password() const { return std::wstring(password_.View()); }
+    HeapText password;
+    [[nodiscard]] std::wstring Password() const { return std::wstring(password.View()); }
     [[nodiscard]] BoxState State() const {
         return {s.masked ? PasswordBoxView::Masked : PasswordBoxView::Plain,
                 {static_cast<std::int16_t>(s.caret), static_cast<std::int16_t>(s.selected)},
                 s.box.size(),
                 s.caret > 0 ? s.box[s.caret - 1] : L'\0',
-                password_.Size()};
+                password.Size()};
     }
     void Apply(const TextEdit& edit) {
-        ApplyToPassword(edit, password_);
+        ApplyToPassword(edit, password);
         if (edit.box) {
             s.box.replace(edit.box->range.start, edit.box->range.count, edit.box->text);
         }
@@ -191,46 +185,38 @@ class Ruled {
     }
     void Delete() { Apply(EraseForwards(State())); }
     void PasteMasked(const std::wstring& text) {
-        HeapText clean;
-        clean.Assign(std::wstring_view(text).substr(0, SecretText::capacity));
-        DropControlCharacters(clean);
-        if (!clean.View().empty()) {
-            Apply(EnterText(State(), clean.View()));
+        if (const std::wstring clean = PastedText(text); !clean.empty()) {
+            Apply(EnterText(State(), clean));
         }
     }
     void BoxReplacedSelection(const std::wstring& text) {
-        std::wstring after = s.box;
-        after.replace(s.caret, s.selected, text);
+        const std::wstring after = With(s.box, s.caret, s.selected, text);
         if (after.size() > SecretText::capacity) {
             throw Error(ErrorNumber::Overflow); // the box has this limit
         }
-        if (const auto splice = FollowPlainBox(s.box, after, password_.Size())) {
-            password_.Replace(splice->range, splice->text);
+        if (const auto splice = FollowPlainBox(s.box, after, password.Size())) {
+            password.Replace(splice->range, splice->text);
         }
         s.box = after;
         PutCaret(s, s.caret + text.size());
     }
     void SwitchMask() {
         if (!s.masked) {
-            ReadPlainBox(s.box, password_);
+            ReadPlainBox(s.box, password);
         }
         s.masked = !s.masked;
         Show(s, Password());
-        KeepSelection(s);
     }
     std::wstring Carry(bool takesAway) {
-        const TransferPlan plan = PlanTransfer(State().selection, password_.Size());
-        std::wstring carried(password_.View(plan.carried));
+        const TransferPlan plan = PlanTransfer(State().selection, password.Size());
+        std::wstring carried(password.View(plan.carried));
         if (takesAway) {
-            password_.Replace(plan.carried, {});
+            password.Replace(plan.carried, {});
             Show(s, Password());
         }
         PutCaret(s, static_cast<std::size_t>(plan.savedCaret));
         return carried;
     }
-
-  private:
-    HeapText password_;
 };
 
 /// One thing that the user does.
@@ -238,16 +224,10 @@ struct Action {
     enum class Kind { Press, Select, Delete, Paste, SwitchMask, Carry };
     Kind kind = Kind::Press;
     int button = 0;
-    std::wstring text; ///< the key's caption, or what is pasted
+    std::wstring text{}; ///< the key's caption, or what is pasted
     std::size_t caret = 0;
     std::size_t selected = 0;
     bool takesAway = false;
-
-    /// Whether caret and selection are added up in 16 bits for it, whatever it then does with them.
-    [[nodiscard]] bool ReadsSelection(bool masked) const {
-        return kind == Kind::Press || kind == Kind::Carry ||
-               (kind == Kind::Paste && masked && !PastedText(text).empty());
-    }
 };
 
 /// @return what was carried away, if anything was.
@@ -269,34 +249,35 @@ std::wstring Play(Side& side, const Action& action) {
     return {};
 }
 
-/// Both sides.
-class Comparison {
-  public:
-    [[nodiscard]] const Session& Now() const { return model_.s; }
-    [[nodiscard]] const SecretText& Secret() const { return ruled_.Secret(); }
+struct Comparison {
+    Model model;
+    Ruled ruled;
 
     /// Plays one action on both sides. What 16 bits cannot hold is refused, and then nothing changes.
     /// @return whether they agree afterwards.
     bool Agrees(const Action& action) {
-        Model next = model_;
+        using enum Action::Kind;
+        const Session& s = model.s;
+        // For these, caret and selection are added up in 16 bits, whatever is then done with them.
+        const bool adds = action.kind == Press || action.kind == Carry ||
+                          (action.kind == Paste && s.masked && !PastedText(action.text).empty());
+        Model next = model;
         const std::wstring carried = Play(next, action);
-        const bool fits = next.s.box.size() <= SecretText::capacity && next.s.password.size() <= SecretText::capacity;
-        const bool refused = !fits || (action.ReadsSelection(model_.s.masked) &&
-                                       model_.s.caret + model_.s.selected + 1 > SecretText::capacity);
-        std::wstring ruledCarried;
-        if (refused != Throws(ErrorNumber::Overflow, [&] { ruledCarried = Play(ruled_, action); })) {
-            return false;
+        const bool refused = std::max(next.s.box.size(), next.s.password.size()) > SecretText::capacity ||
+                             (adds && s.caret + s.selected + 1 > SecretText::capacity);
+        try {
+            if (Play(ruled, action) != carried || refused) {
+                return false;
+            }
+            model = std::move(next);
+        } catch (const Error& error) {
+            if (!refused || error.Number() != static_cast<int>(ErrorNumber::Overflow)) {
+                return false;
+            }
         }
-        if (!refused) {
-            model_ = std::move(next);
-        }
-        ruled_.s.password = ruled_.Password();
-        return (refused || carried == ruledCarried) && model_.s == ruled_.s;
+        ruled.s.password = ruled.Password();
+        return model.s == ruled.s;
     }
-
-  private:
-    Model model_;
-    Ruled ruled_;
 };
 
 /// Chooses an action that is possible in the session. @param pick gives a number from 0 up to below its argument.
@@ -304,8 +285,8 @@ template <typename Pick>
 Action ChooseAction(const Session& s, Pick pick) {
     static const std::wstring captions[] = {L"a",     L"b",     L"a",  L"&&", L"",
                                             L"space", L"Space", L"\\", L"ij", L"\xD83D\xDE00"};
-    static const std::wstring pastes[] = {L"",     L"a",      L"ba",   L"\t",         L"a\tb",
-                                          L"\r\n", L"b\r\na", L"aaaa", L"\x7Fq\x9Fr", L"\r\n\r\n"};
+    static const std::wstring pastes[] = {L"",     L"a",      L"ba",    L"\t",         L"a\tb",
+                                          L"\r\n", L"b\r\na", L"\nb\r", L"\x7Fq\x9Fr", L"\r\n\r\n"};
     constexpr int editing[] = {keys::backspace, keys::backspace, keys::tab, keys::enter};
     Action action;
     const std::size_t kind = pick(20);

@@ -17,19 +17,14 @@ inline void Require(bool holds, const char* property) {
 }
 
 /// The fuzzer's bytes, read from the front as what a target needs. Nothing but zeros follows behind the end.
-class Bytes {
-  public:
-    explicit Bytes(std::span<const std::uint8_t> bytes) noexcept
-        : bytes_(bytes) {}
-
-    [[nodiscard]] bool IsAtEnd() const noexcept { return bytes_.empty(); }
+struct Bytes {
+    std::span<const std::uint8_t> left;
 
     std::uint8_t Byte() noexcept {
-        const std::uint8_t first = bytes_.empty() ? std::uint8_t{0} : bytes_.front();
-        bytes_ = bytes_.subspan(bytes_.empty() ? 0 : 1);
+        const std::uint8_t first = left.empty() ? std::uint8_t{0} : left.front();
+        left = left.subspan(left.empty() ? 0 : 1);
         return first;
     }
-
     /// From 0 up to below the limit, in one byte where that is enough.
     std::size_t Below(std::size_t limit) noexcept {
         std::size_t number = Byte();
@@ -38,27 +33,19 @@ class Bytes {
         }
         return number % limit;
     }
-
     /// Up to the given character, which is dropped, or the end. ASCII stands for itself, so that inputs can be read and
     /// written by hand; a byte beyond it is the upper half of a UTF-16 unit whose lower half follows.
     std::wstring TextUpTo(wchar_t end) {
         std::wstring text;
-        while (!IsAtEnd()) {
+        while (!left.empty() && (text.empty() || text.back() != end)) {
             const std::uint8_t first = Byte();
-            const auto c = static_cast<wchar_t>(first < 0x80 ? first : first << 8U | Byte());
-            if (c == end) {
-                break;
-            }
-            text += c;
+            text += static_cast<wchar_t>(first < 0x80 ? first : first << 8U | Byte());
         }
-        return text;
+        return text.substr(0, text.find(end));
     }
-
-  private:
-    std::span<const std::uint8_t> bytes_;
 };
 
-/// What each target defines: one run over one input.
-void Run(Bytes input);
-
 } // namespace vextrel::fuzz
+
+/// What each target defines: one run over one input. The name is libFuzzer's.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

@@ -4,24 +4,21 @@
 
 #include "PasswordSession.h"
 
-namespace vextrel::fuzz {
+using namespace vextrel;
+using fuzz::Require;
 
-void Run(Bytes input) {
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    fuzz::Bytes input{{data, size}};
     session::Comparison both;
-    while (!input.IsAtEnd()) {
+    while (!input.left.empty()) {
         session::Action action =
-            session::ChooseAction(both.Now(), [&input](std::size_t below) { return input.Below(below); });
+            session::ChooseAction(both.model.s, [&](std::size_t below) { return input.Below(below); });
         if (action.kind == session::Action::Kind::Paste && input.Byte() == 255) {
             const std::size_t length = input.Below(SecretText::capacity + 2);
             action.text.assign(length, static_cast<wchar_t>(input.Byte()));
         }
         Require(both.Agrees(action), "box, password, caret and modifiers are those of the model");
     }
-    const SecretText& password = both.Secret();
-    const wchar_t* const characters = password.View().data();
-    Require(std::all_of(characters + password.Size(), characters + SecretText::capacity + 1,
-                        [](wchar_t c) { return c == 0; }),
-            "no character is left behind the password's end");
+    Require(session::IsZeroBehindItsEnd(both.ruled.password), "no character is left behind the password's end");
+    return 0;
 }
-
-} // namespace vextrel::fuzz

@@ -5,5 +5,12 @@ if not exist "%~dp0build\tests\win64\vextrel_check.exe" (
   pause
   exit /b 1
 )
+rem What tests leave when they are stopped goes with the folder.
+set "TMP=%TEMP%\vextrel-check"
+mkdir "%TMP%"
 "%~dp0build\tests\win64\vextrel_check.exe" %*
-exit /b %errorlevel%
+set code=%errorlevel%
+rmdir /s /q "%TMP%"
+rem Started by a double click, the window would close at once.
+set /p "=Press Enter to close this window."
+exit /b %code%
