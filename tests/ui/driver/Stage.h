@@ -23,6 +23,9 @@ struct Stage {
     /// Starts the program, anew if it has been closed, and makes room beside it for the target.
     void Start() {
         app.reset();
+        // The program may come up anywhere, and a target that stays on top would take its first clicks.
+        SetWindowPos(target.Window(), nullptr, GetSystemMetrics(SM_CXSCREEN) - 9, GetSystemMetrics(SM_CYSCREEN) - 9, 0,
+                     0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         app.emplace(sandbox);
         target.KeepClearOf(BoundsOf(app->Main()));
         app->Activate();

@@ -1,15 +1,12 @@
 // A library that leaves a file behind when a program loads it, beside itself and named after itself.
 #include <windows.h>
 
-#include <string>
+#include <cwchar>
 
 BOOL WINAPI DllMain(HINSTANCE self, DWORD reason, void* /*reserved*/) {
-    if (reason == DLL_PROCESS_ATTACH) {
-        wchar_t path[MAX_PATH] = {};
-        GetModuleFileNameW(self, path, MAX_PATH);
-        const HANDLE mark = CreateFileW((std::wstring(path) + L".loaded").c_str(), GENERIC_WRITE, 0, nullptr,
-                                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-        CloseHandle(mark);
-    }
+    wchar_t path[MAX_PATH + 8] = {};
+    GetModuleFileNameW(self, path, MAX_PATH);
+    if (reason == DLL_PROCESS_ATTACH)
+        CloseHandle(CreateFileW(std::wcscat(path, L".loaded"), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
     return TRUE;
 }
