@@ -64,11 +64,11 @@ TEST_F(Entry, ByPressesDragsAndClicksOfEveryKind) {
         pointer.Release();
         Await("no key is down", [&] { return !pushed(q) && !pushed(w); });
     };
-    pullFromQ(CentreOf(app->PasswordBox()));
     pullFromQ(onW); // the click goes to the key under the release
     LayerGivesWay();
     pullFromQ(onW);
     app->AwaitShown(L"ww");
+    pullFromQ(CentreOf(app->PasswordBox()));
     // A press on a dialog that ends by it, as a file dialog does, enters nothing when it is released over a key.
     app->Command(ids::mnuHelpAbout);
     const HWND about = app->AwaitForm(L"About Vextrel");
