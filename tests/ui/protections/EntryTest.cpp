@@ -11,7 +11,7 @@ namespace {
 
 struct Entry : testing::Test, Stage {
     Entry()
-        : Stage("MouseMode=Standard Mode\r\nHover Timer Interval=500\r\nView Password Mask=False\r\n", {}) {}
+        : Stage("Hover Timer Interval=500\r\nView Password Mask=False\r\n", {}) {}
     /// The layer lets clicks through to the keys while another program is in front.
     void LayerGivesWay() const {
         BringToFront(target.Window());
@@ -83,7 +83,6 @@ TEST_F(Entry, ByPressesDragsAndClicksOfEveryKind) {
     pointer.DoubleClick(CentreOf(e));
     app->AwaitShown(L"wwqqwee");
     Await("no key stays down", [&] { return !pushed(q) && !pushed(w) && !pushed(e); });
-
     // Every button of the mouse, and a selection that a click replaces without the box losing the focus.
     app->Select(2, 7);
     pointer.MoveTo(CentreOf(app->FindKey(L"t")));
@@ -120,7 +119,6 @@ TEST_F(Entry, ByRestingThePointerOncePerArrival) {
     pointer.MoveTo(leftOfTheSpaceBar);
     pointer.MoveTo(CentreOf(q));
     EXPECT_TRUE(NothingIsEntered()) << "it is still the same key";
-
     // Leaving before the delay is over pauses; coming back counts the delay again; by way of another key, too.
     for (const POINT away : {leftOfTheSpaceBar, CentreOf(app->PasswordBox())}) {
         pointer.MoveTo(CentreOf(w));
@@ -161,7 +159,6 @@ TEST_F(Entry, OnTheRealKeyboardInBothViews) {
     } rows[] = {
         {4, 4, {{'E', 0}, {'F', VK_SHIFT}, {'1', VK_RSHIFT}}, L"abcdeF!", L"abcdeF!"},
         {2, 2, {{VK_BACK, 0}, {VK_DELETE, 0}}, L"ad", L"ad"},
-        {1, 3, {{VK_DELETE, 0}}, L"ad", L"ad"},
         {1, 2, {paste}, L"axYZcd", L"axYZcd"},
         {4, 4, {{VK_DELETE, 0}, {VK_INSERT, VK_SHIFT}}, L"abcdxYZ", L"abcdxYZ"},
         {0, 4, {{VK_APPS, 0}, {'P', 0}}, L"xYZ", L"xYZ"},
@@ -211,8 +208,6 @@ TEST_F(Entry, GoesByCaptionsThatFollowShiftAndCapsLock) {
         {[] { Keys::Down(VK_RSHIFT); }, L"Q"},
         {[&] { LayerGivesWay(), Keys::Up(VK_RSHIFT); }, L"q"},
         {[] { Keys::Stroke(VK_CAPITAL); }, L"Q"},
-        {[] { Keys::Down(VK_SHIFT); }, L"q"},
-        {[] { Keys::Up(VK_SHIFT); }, L"Q"},
         {[&] { LayerGivesWay(), Keys::Stroke(VK_CAPITAL); }, L"q"},
         {[] { Keys::Down(VK_MENU), Keys::Down(VK_SHIFT); }, L"Q"},
         {[] { Keys::Up(VK_SHIFT), Keys::Up(VK_MENU); }, L"q"},
@@ -239,11 +234,9 @@ TEST_F(Entry, HasALayerThatTurnsInvisibleOnceWhileAnotherProgramIsInFront) {
         SCOPED_TRACE(back);
         if (back == 100) {
             app->Command(ids::mnuViewProtectiveLayer);
-            const HWND question = app->AwaitForm(L"Transparency Value");
-            EXPECT_EQ(app->LayerAlpha(), 100);
-            SetDlgItemTextW(question, ids::inputBoxText, L"150");
-            app->Dismiss(question, IDOK);
-            app->AwaitLayerAlpha(150);
+            app->AwaitLayerAlpha(100);
+            app->Dismiss(app->AwaitForm(L"Transparency Value"), IDCANCEL);
+            app->AwaitLayerAlpha(0);
         }
         LayerGivesWay();
         EXPECT_TRUE(staysAsSetFromOutside(77));
@@ -270,7 +263,6 @@ TEST_F(Entry, IsByNoKeyBeneathADialogOrAMenu) {
     }
     App::Answer(pointer, question, IDNO); // behind the clicks in the same queue
     app->AwaitLength(0);
-
     app->ClickPassword(pointer, L"q");
     const HWND box = app->PasswordBox();
     PostMessageW(box, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(box), MAKELPARAM(layer.left, BoundsOf(box).bottom));
