@@ -44,8 +44,7 @@ TEST_F(Entry, ByEveryKeyThroughTheLayerAndDirectly) {
             app->AwaitLayerAlpha(5);
             Await("the key is up", [&] { return !app->IsPushed(key); });
         }
-        // In the order of the buttons: Backspace takes "=" back, Caps Lock stands before "a", each Shift before one
-        // key only ("z" and the space bar), and the key beside Enter's row comes last.
+        // In the buttons' order: Backspace takes "=" back, Caps Lock stands before "a", each Shift before one key.
         app->AwaitShown(L"`1234567890-\tqwertyuiop[]\r\nASDFGHJKL:\"zXCVBNM<>? |");
         pointer.Click(app->Key(keys::capsLock));
         app->Restart(false);
@@ -119,28 +118,25 @@ TEST_F(Entry, ByRestingThePointerOncePerArrival) {
     pointer.MoveTo(leftOfTheSpaceBar);
     pointer.MoveTo(CentreOf(q));
     EXPECT_TRUE(NothingIsEntered()) << "it is still the same key";
-    // Leaving before the delay is over pauses; coming back counts the delay again; by way of another key, too.
+    // Leaving before the delay is over pauses; coming back counts the delay again.
     for (const POINT away : {leftOfTheSpaceBar, CentreOf(app->PasswordBox())}) {
         pointer.MoveTo(CentreOf(w));
         pointer.MoveTo(away);
         EXPECT_TRUE(NothingIsEntered());
     }
     entersNotBefore(w, L"qw", 450);
-    pointer.MoveTo(CentreOf(e));
-    entersNotBefore(w, L"qww", 450);
     EXPECT_TRUE(WaitFor([&, by = 0]() mutable { // by a hand that trembles for longer than the delay
         pointer.MoveTo({CentreOf(e).x + ++by % 3, CentreOf(e).y});
-        return app->Shown() == L"qwwe";
+        return app->Shown() == L"qwe";
     }));
     app->Command(ids::hoverDelayOneAndAHalfSeconds);
-    entersNotBefore(app->FindKey(L"r"), L"qwwer", 1400);
+    entersNotBefore(app->FindKey(L"r"), L"qwer", 1400);
     app->Command(ids::hoverDelayHalfSecond);
     pointer.Click(app->FindKey(L"t"));
-    app->AwaitShown(L"qwwert");
+    app->AwaitShown(L"qwert");
     EXPECT_TRUE(NothingIsEntered()) << "the click was the entry";
     pointer.MoveTo(CentreOf(app->Key(keys::leftShift)));
-    Await("Shift is down", [&] { return TextOf(q) == L"Q"; });
-    entersNotBefore(q, L"qwwertQ", 450);
+    entersNotBefore(q, L"qwertQ", 450);
     app->Command(ids::mnuModeStandard);
     pointer.MoveTo(CentreOf(w));
     EXPECT_TRUE(NothingIsEntered());
@@ -166,7 +162,6 @@ TEST_F(Entry, OnTheRealKeyboardInBothViews) {
         {1, 3, {{'C', VK_CONTROL}, toEnd, paste}, L"abcdxYZ", L"abcdbc"},
         {1, 3, {{'X', VK_CONTROL}, toEnd, paste}, L"abcdxYZ", L"adbc"},
         {1, 3, {{VK_DELETE, VK_SHIFT}, toEnd, paste}, L"adxYZ", L"adbc"},
-        {1, 3, {{'X', VK_CONTROL}, {'Z', VK_CONTROL}}, L"abcd", L"abcd"},
         {2, 2, {{'A', VK_CONTROL}, {'E', 0}}, L"e", L"e"},
         {2, 2, {{'G', VK_CONTROL}, {'T', VK_CONTROL}, {'L', VK_CONTROL}}, L"abcd", L"abcd"},
     };

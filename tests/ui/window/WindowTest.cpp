@@ -18,11 +18,6 @@ using namespace ids;
 struct Window : testing::Test, Stage {
     Window()
         : Stage({}, {}) {}
-    void StartWith(const std::string& settings) {
-        EXPECT_EQ(app->Close(), 0U);
-        sandbox.Write("[Settings]\r\n" + settings);
-        Start();
-    }
     void Do(int command) const { Ask(app->Main(), WM_COMMAND, static_cast<WPARAM>(command)); }
     /// Of a menu item its mark, of a button whether it is pressed, of a control whether it shows.
     [[nodiscard]] bool IsOn(int id) const {
@@ -107,7 +102,9 @@ TEST_F(Window, SettingsAreThereAfterARestartAndWhatWasReadIsNotWrittenBackAnew) 
         Ask(app->Control(sldTransparency), WM_KEYDOWN, VK_LEFT);
         EXPECT_EQ(app->Close(), 0U);
     };
-    StartWith("Hover Timer Interval=137\r\nTransparency=131\r\n");
+    EXPECT_EQ(app->Close(), 0U);
+    sandbox.Write("[Settings]\r\nHover Timer Interval=137\r\nTransparency=131\r\n");
+    Start();
     for (const int slider : {sldHoverDelay, sldTransparency})
         Ask(app->Control(slider), WM_KEYUP, VK_HOME); // tells the nearest of its steps
     EXPECT_EQ(written(), L"137 131");
@@ -132,7 +129,8 @@ TEST_F(Window, SharesItsSettingsFileWithASecondProgramWithoutALoss) {
     std::string captions = "[Row 1 Lower Case]\r\n";
     for (int key = 0; key < 100; ++key)
         captions += "Key " + std::to_string(key) + "=kept\r\n";
-    StartWith(captions);
+    sandbox.Write("[Settings]\r\n" + captions);
+    Do(mnuFileKeepOnTop); // else it would come to lie over the second, which waits for its keys to be free
     const App second(sandbox);
     for (int times = 0; times < 301; ++times) {
         app->Command(mnuOptionsBeepOnHover);
@@ -148,10 +146,16 @@ TEST_F(Window, OpensPagesAndTheManual) {
     if (!UnderWine())
         GTEST_SKIP() << "it would take the browser's place, on somebody's machine";
     const auto opened = sandbox.Folder() / L"opened.txt";
-    const std::wstring opener = L"cmd.exe /c echo %1>\"" + opened.wstring() + L"\"";
-    RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Classes\\https\\shell\\open\\command", nullptr, REG_SZ,
-                    opener.c_str(), static_cast<DWORD>((opener.size() + 1) * sizeof(wchar_t)));
-    RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Classes\\.html", nullptr, REG_SZ, L"https", sizeof L"https");
+    constexpr const wchar_t* browser = L"https\\shell\\open\\command";
+    const auto setClass = [](const wchar_t* key, const std::wstring& value) {
+        const auto bytes = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, key, nullptr, REG_SZ, value.c_str(), bytes);
+    };
+    wchar_t usual[MAX_PATH]{};
+    DWORD bytes = sizeof usual;
+    RegGetValueW(HKEY_CLASSES_ROOT, browser, nullptr, RRF_RT_REG_SZ, nullptr, usual, &bytes);
+    setClass(browser, L"cmd.exe /c echo %1>\"" + opened.wstring() + L"\"");
+    setClass(L".html", L"https");
     std::filesystem::create_directory(sandbox.Folder() / L"docs");
     sandbox.Write("<html>", L"docs\\manual.html");
     app->Command(mnuHelpAbout);
@@ -172,8 +176,8 @@ TEST_F(Window, OpensPagesAndTheManual) {
         std::filesystem::remove(opened);
     }
     EXPECT_EQ(app->Close(), 0U) << "with the dialog open";
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\https");
-    RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\.html");
+    setClass(browser, usual);
+    RegDeleteTreeW(HKEY_CLASSES_ROOT, L".html");
 }
 
 TEST_F(Window, TheToolbarObeysTheKeyboardAndEverythingHasItsName) {
@@ -264,9 +268,10 @@ TEST_F(Window, ComesToTheTopOncePerChangeOfTheForeground) {
         tick();
         return !isUppermost();
     };
+    EXPECT_TRUE(staysBelow()) << "the foreground has not changed";
     BringToFront(other);
     EXPECT_TRUE(WaitFor(isUppermost));
-    EXPECT_TRUE(staysBelow()) << "the foreground has not changed since";
+    EXPECT_TRUE(staysBelow()) << "nor has it since";
     app->Activate();
     tick();
     app->ChooseByKeys('V', {});
