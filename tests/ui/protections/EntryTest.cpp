@@ -54,18 +54,17 @@ TEST_F(Entry, ByEveryKeyThroughTheLayerAndDirectly) {
 TEST_F(Entry, ByPressesDragsAndClicksOfEveryKind) {
     const HWND q = app->FindKey(L"q"), w = app->FindKey(L"w"), e = app->FindKey(L"e");
     const auto pushed = [](HWND key) { return Ask(key, BM_GETSTATE) == BST_PUSHED; };
-    const POINT onW = CentreOf(w);
     const auto pullFromQ = [&](POINT to) {
         Press(q);
         Await("q is down", [&] { return pushed(q); });
         pointer.MoveTo(to, 5, Milliseconds(10));
-        EXPECT_TRUE(WaitFor([&] { return to.y != onW.y || (pushed(w) && !pushed(q)); }));
+        EXPECT_TRUE(WaitFor([&] { return to.y != CentreOf(w).y || (pushed(w) && !pushed(q)); }));
         pointer.Release();
         Await("no key is down", [&] { return !pushed(q) && !pushed(w); });
     };
-    pullFromQ(onW); // the click goes to the key under the release
+    pullFromQ(CentreOf(w)); // the click goes to the key under the release
     LayerGivesWay();
-    pullFromQ(onW);
+    pullFromQ(CentreOf(w));
     app->AwaitShown(L"ww");
     pullFromQ(CentreOf(app->PasswordBox()));
     // A press on a dialog that ends by it, as a file dialog does, enters nothing when it is released over a key.
@@ -136,6 +135,7 @@ TEST_F(Entry, ByRestingThePointerOncePerArrival) {
     app->AwaitShown(L"qwert");
     EXPECT_TRUE(NothingIsEntered()) << "the click was the entry";
     pointer.MoveTo(CentreOf(app->Key(keys::leftShift)));
+    Await("Shift is down", [&] { return TextOf(q) == L"Q"; });
     entersNotBefore(q, L"qwertQ", 450);
     app->Command(ids::mnuModeStandard);
     pointer.MoveTo(CentreOf(w));

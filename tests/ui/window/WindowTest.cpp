@@ -209,6 +209,8 @@ TEST_F(Window, HasTheLayerOnItsKeysWhateverHappensToIt) {
     const auto moveTo = [&](LONG x, LONG y) {
         app->MoveTo({x, y});
         Ask(app->Main(), WM_DISPLAYCHANGE, 32, MAKELPARAM(1024, 768));
+        // At once: a window manager may bring it back, too.
+        EXPECT_TRUE(MonitorFromWindow(app->Main(), MONITOR_DEFAULTTONULL) && BoundsOf(app->Main()).top >= 0) << x;
     };
     const auto hide = [&](int how) {
         ShowWindow(app->Main(), how);
@@ -231,8 +233,6 @@ TEST_F(Window, HasTheLayerOnItsKeysWhateverHappensToIt) {
     for (const auto& [name, act] : changes) {
         act();
         EXPECT_TRUE(WaitFor([&] { return app->LayerLiesOnTheKeys(); })) << name;
-        EXPECT_NE(MonitorFromWindow(app->Main(), MONITOR_DEFAULTTONULL), nullptr) << name;
-        EXPECT_GE(BoundsOf(app->Main()).top, 0) << name;
     }
     EXPECT_GE(Width(BoundsOf(app->Key(1))), 16) << "in the smallest window";
     pointer.MoveTo(CentreOf(app->Key(31)));
