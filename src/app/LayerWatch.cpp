@@ -109,7 +109,7 @@ void LayerWatch::CheckForeground() {
 }
 
 bool LayerWatch::FocusIsWanted() const {
-    if (IsAnyMouseButtonDown()) {
+    if (IsAnyMouseButtonDown() || WasPrimaryButtonDown()) {
         return false;
     }
     LockedText masked;
