@@ -100,7 +100,8 @@ TEST(HoverEntry, AKeyIsEnteredOncePerArrivalAndToldByItsCaption) {
 TEST(PointerRest, AMoveIsNoneWhereThePointerWasSeenAndTheSystemMadeItOrTimePassed) {
     const std::tuple<std::uint32_t, std::uint32_t, bool, bool> sights[] = {
         {7, 0xFFFFFFF0, true, false}, {7, 0xFFFFFFF0, false, false}, {7, 0xFFFFFFE0, true, true},
-        {7, 5, false, true},          {8, 6, true, false},           {8, 7, false, true}};
+        {7, 0xFFFFFFF1, false, true}, {7, 5, false, true},           {8, 6, true, false},
+        {8, 7, false, true}};
     PointerRest pointer;
     for (const auto& [place, timeMs, bySystem, stood] : sights) {
         EXPECT_EQ(pointer.Seen(place, timeMs, bySystem), stood) << place << " at " << timeMs << ", " << bySystem;
