@@ -17,6 +17,7 @@ TEST(GateRules, WhoeverSendsOrPostsGetsNamesAndNoSecretAndGivesNoOrder) {
         {0xB0, "get selection", "", false},   {0x200, "mouse move", "", true},  {0x317, "print", "", false},
         {0x16, "end session", "F", false},    {0x4A, "copy data", "", false},   {0x10, "close", "F", true},
         {0x80, "set icon", "F", false},       {0x113, "timer", "", true},       {0x301, "copy", "", false},
+        {0x304, "undo", "", false},           {0x300, "cut", "", false},        {0x2E0, "dpi changed", "", false},
         {0x7B, "context menu", "", false},    {0x102, "character", "", true},   {0x0C, "set text", "", false},
         {0xF5, "button click", "", false},    {0x100, "key down", "", true}};
     const auto answers = [](std::uint32_t message, std::uintptr_t wParam) {
