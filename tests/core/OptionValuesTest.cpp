@@ -10,11 +10,9 @@ using namespace vextrel;
 TEST(Numbers, SixteenBitsAreARangeAndOverflowIsNamed) {
     EXPECT_TRUE(RoundHalfEven(-2.5) == -2 && RoundHalfEven(-0.51) == -1);
     EXPECT_TRUE(ToInt16(32767) == 32767 && ToInt16(-32768) == -32768);
-    EXPECT_EQ(Error(ErrorNumber::Overflow).Number(), 6);
+    EXPECT_THROW(static_cast<void>(ToInt16(32768)), Error);
+    EXPECT_THROW(static_cast<void>(ToInt16(-32769)), Error);
     EXPECT_EQ(Error(ErrorNumber::Overflow).Description(), L"Overflow");
-    for (const std::int64_t outside : {32768LL, -32769LL, 65536LL}) {
-        EXPECT_THROW(static_cast<void>(ToInt16(outside)), Error) << outside;
-    }
 }
 
 TEST(Numbers, ANumberIsWhatAUserWouldWrite) {
@@ -23,9 +21,8 @@ TEST(Numbers, ANumberIsWhatAUserWouldWrite) {
         {L"2.500", 2}, {L"2.5001", 3}, {L"-2.5", -2}, {L"-3.5", -4}, {L".5", 0},  {L".6", 1},  {L"5.", 5}};
     ExpectEach(numbers, ParseNumber);
     EXPECT_EQ(ParseNumber(L"9223372036854775807"), INT64_MAX);
-    for (const wchar_t* tooLarge : {L"9223372036854775808", L"9223372036854775807.6"}) {
-        EXPECT_TRUE(IsNumeric(tooLarge) && !ParseNumber(tooLarge)) << testing::PrintToString(tooLarge);
-    }
+    EXPECT_FALSE(ParseNumber(L"9223372036854775808") || ParseNumber(L"9223372036854775807.6"));
+    EXPECT_TRUE(IsNumeric(L"9223372036854775808"));
     for (const wchar_t* text :
          {L"", L"   ", L".", L"-", L"+-1", L"1 2", L"- 1", L"1e3", L"&HFF", L"1,5", L"1.2.3", L"\t1", L"12x"}) {
         EXPECT_FALSE(ParseNumber(text) || IsNumeric(text)) << testing::PrintToString(text);
@@ -33,27 +30,20 @@ TEST(Numbers, ANumberIsWhatAUserWouldWrite) {
 }
 
 TEST(OptionValues, WordsAreExactAndCaseSensitive) {
-    std::wstring words;
-    for (const bool value : {true, false}) {
-        words += BooleanText(value);
-        EXPECT_EQ(ParseBoolean(BooleanText(value)), value);
-        EXPECT_EQ(IsOnUnlessFalse(BooleanText(value)), value);
-    }
-    for (const InputMode mode : {InputMode::Standard, InputMode::Hover, InputMode::HiddenMouseAndHover}) {
-        words += InputModeText(mode);
+    using enum InputMode;
+    using enum DragDropMode;
+    EXPECT_EQ(OfEach(BooleanText, true, false) + OfEach(InputModeText, Standard, Hover, HiddenMouseAndHover) +
+                  OfEach(DragDropModeText, DragDrop, Inject),
+              L"True|False|Standard Mode|Hover Entry Mode|Hover Entry and Hide Mouse|Drag Drop|Inject|");
+    EXPECT_TRUE(ParseBoolean(L"True") == true && ParseBoolean(L"False") == false && !IsOnUnlessFalse(L"False"));
+    for (const InputMode mode : {Standard, Hover, HiddenMouseAndHover}) {
         EXPECT_EQ(ParseInputMode(InputModeText(mode)), mode);
     }
-    for (const DragDropMode mode : {DragDropMode::DragDrop, DragDropMode::Inject}) {
-        words += DragDropModeText(mode);
-        EXPECT_EQ(ParseDragDropMode(DragDropModeText(mode)), mode);
-    }
-    EXPECT_EQ(words, L"TrueFalseStandard ModeHover Entry ModeHover Entry and Hide MouseDrag DropInject");
+    EXPECT_TRUE(ParseDragDropMode(L"Drag Drop") == DragDrop && ParseDragDropMode(L"Inject") == Inject);
     EXPECT_TRUE(ParseKeyboardLayout(L"Default") == 0 && ParseKeyboardLayout(L"Config") == 1);
-    for (const wchar_t* other :
-         {L"true", L"FALSE", L" True", L"1", L"", L"hover entry mode", L"drag drop", L"config"}) {
-        EXPECT_FALSE(ParseBoolean(other) || ParseDragDropMode(other)) << testing::PrintToString(other);
-        EXPECT_TRUE(IsOnUnlessFalse(other) && ParseInputMode(other) == InputMode::Standard &&
-                    ParseKeyboardLayout(other) == 409)
+    for (const wchar_t* other : {L"true", L"FALSE", L" True", L"", L"hover entry mode", L"drag drop", L"config"}) {
+        EXPECT_TRUE(!ParseBoolean(other) && !ParseDragDropMode(other) && IsOnUnlessFalse(other) &&
+                    ParseInputMode(other) == Standard && ParseKeyboardLayout(other) == 409)
             << testing::PrintToString(other);
     }
 }
@@ -76,9 +66,8 @@ TEST(OptionValues, NumbersOfTheSettingsFile) {
 }
 
 TEST(OptionValues, SlidersShowTheNearestPositionAndAnAlphaIsAByteOrNothing) {
-    const std::pair<std::int32_t, int> positions[] = {
-        {-5, 500},    {1, 500},     {549, 500},   {550, 600},    {650, 700},         {1000, 1000},
-        {1949, 1900}, {1950, 2000}, {2001, 2000}, {32767, 2000}, {2147483647, 2000}, {-2147483647, 500}};
+    const std::pair<std::int32_t, int> positions[] = {{-2147483647, 500}, {549, 500},   {550, 600},        {650, 700},
+                                                      {1949, 1900},       {1950, 2000}, {2147483647, 2000}};
     ExpectEach(positions, HoverSliderPosition);
     const std::pair<int, int> alphas[] = {{20, 51}, {30, 76}, {50, 128}, {70, 178}, {90, 230}, {99, 252}, {100, 255}};
     ExpectEach(alphas, TransparencyOfPercent);
@@ -87,11 +76,7 @@ TEST(OptionValues, SlidersShowTheNearestPositionAndAnAlphaIsAByteOrNothing) {
     }
     const std::pair<std::int16_t, int> percents[] = {{-32768, 20}, {52, 20}, {53, 21}, {254, 100}, {257, 100}};
     ExpectEach(percents, TransparencySliderPercent);
-    for (const int alpha : {0, 53, 254, 255}) {
-        const auto transparency = static_cast<std::int16_t>(alpha);
-        EXPECT_TRUE(AlphaForKeyboard(transparency) == alpha && AlphaForLayer(transparency) == alpha) << alpha;
-    }
-    EXPECT_EQ(AlphaForKeyboard(256), 255);
+    EXPECT_TRUE(AlphaForKeyboard(53) == 53 && AlphaForKeyboard(256) == 255 && AlphaForLayer(255) == 255);
     EXPECT_FALSE(AlphaForKeyboard(257) || AlphaForKeyboard(-1) || AlphaForLayer(256) || AlphaForLayer(-1));
 }
 
@@ -112,6 +97,5 @@ TEST(OptionValues, TheLayerCommandSwitchesBetweenTheDefaultAndAStrength) {
     }
     EXPECT_TRUE(RunLayerCommand(state, 5).stuck) << "what has no 16 bits is no strength";
     EXPECT_EQ(RunLayerCommand({}, 100), (LayerCommandOutcome{{100, 0}, 5, true})) << "the first seen decides the mark";
-    EXPECT_TRUE(RunLayerCommand({5, 5}, 5).stuck) << "a typed 5 is what the layer has unmarked";
     EXPECT_FALSE(RunLayerCommand({100, 5}, 5).stuck) << "it asks";
 }

@@ -1,26 +1,17 @@
 #pragma once
 
-// A session with the password box, played twice: through the rules, and through a plain model that handles whole texts,
-// written from what the user is told. Shared by the random walk and the fuzzer.
+// A session with the password box in a plain model that handles whole texts, written from what the user is told. It
+// goes along with the rules, and with the real window.
 
-#include "core/Error.h"
 #include "core/KeyTable.h"
-#include "core/PasswordView.h"
-#include "core/TextEdit.h"
-
-#include "HeapText.h"
+#include "core/SecretText.h"
 
 #include <algorithm>
 #include <string>
 
 namespace vextrel::session {
 
-inline bool IsZeroBehindItsEnd(const SecretText& text) {
-    return std::all_of(text.CString() + text.Size(), text.CString() + SecretText::capacity + 1,
-                       [](wchar_t c) { return c == 0; });
-}
-
-/// What both sides show after a step. The caret is what the box makes of it: never behind the text.
+/// What shows after a step. The caret is what the box makes of it: never behind the text.
 struct Session {
     std::wstring box;
     std::wstring password;
@@ -36,14 +27,9 @@ inline void PutCaret(Session& s, std::size_t caret) {
     s.selected = 0;
 }
 
-/// A part of a text, as far as the text goes.
-inline std::wstring Part(const std::wstring& text, std::size_t at, std::size_t count = std::wstring::npos) {
-    return text.substr(std::min(at, text.size()), count);
-}
-
-/// With a part replaced, as far as the text goes.
-inline std::wstring With(const std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece = {}) {
-    return Part(text, 0, at) + piece + Part(text, at + count);
+/// Replaces a part of a text, as far as the text goes.
+inline void Replace(std::wstring& text, std::size_t at, std::size_t count, const std::wstring& piece = {}) {
+    text.replace(std::min(at, text.size()), count, piece);
 }
 
 inline std::wstring WithoutBreaks(std::wstring text) {
@@ -54,40 +40,35 @@ inline std::wstring WithoutBreaks(std::wstring text) {
 /// What a paste brings into the masked box: the clipboard is read as far as a password could reach, and only then
 /// cleaned. Where nothing is left, it is no paste.
 inline std::wstring PastedText(const std::wstring& clipboard) {
-    std::wstring text = Part(clipboard, 0, SecretText::capacity);
+    std::wstring text = clipboard.substr(0, SecretText::capacity);
     std::erase_if(text, [](wchar_t c) { return c < 32 || (c >= 127 && c < 160); });
     return text;
 }
 
 /// The box shows the password anew, as far as it may be seen; the selection stays, as far as the text goes.
-inline void Show(Session& s, const std::wstring& password) {
-    s.box = s.masked ? std::wstring(password.size(), L'*') : password;
+inline void Show(Session& s) {
+    s.box = s.masked ? std::wstring(s.password.size(), L'*') : s.password;
     s.caret = std::min(s.caret, s.box.size());
     s.selected = std::min(s.selected, s.box.size() - s.caret);
 }
 
-/// The plain model: texts before and behind the selection, put together anew.
 struct Model {
     Session s;
     void EnterIntoBox(const std::wstring& text) {
-        s.box = With(s.box, s.caret, s.selected, text);
+        Replace(s.box, s.caret, s.selected, text);
         PutCaret(s, s.caret + text.size());
     }
     void Enter(const std::wstring& text) {
-        s.password = With(s.password, s.caret, s.selected, text);
+        Replace(s.password, s.caret, s.selected, text);
         EnterIntoBox(s.masked ? std::wstring(text.size(), L'*') : text);
     }
     void Backspace() {
         const bool behindBreak = s.selected == 0 && s.caret > 0 && s.box[s.caret - 1] == L'\n';
         const std::size_t back = std::min<std::size_t>(s.caret, behindBreak ? 2 : 1);
-        if (s.selected > 0) {
-            s.box = With(s.box, s.caret, s.selected);
-        } else {
-            if (!behindBreak && back > 0 && !s.password.empty()) {
-                s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
-            }
-            s.box = With(s.box, s.caret - back, back);
+        if (s.selected == 0 && back > 0 && !behindBreak && !s.password.empty()) {
+            s.password.erase(std::min(s.caret, s.password.size()) - 1, 1);
         }
+        s.selected > 0 ? Replace(s.box, s.caret, s.selected) : Replace(s.box, s.caret - back, back);
         PutCaret(s, s.caret - back);
     }
     void Press(int button, const std::wstring& caption) {
@@ -102,6 +83,7 @@ struct Model {
         } else if (button == keys::leftShift || button == keys::rightShift) {
             s.modifiers.shiftLatched = true;
             s.modifiers.shiftIsDown = !s.modifiers.shiftIsDown;
+            s.modifiers.shiftIsPhysical = false;
         } else if ((button < 54 || button > 56) && button != 58) {
             Enter(caption == L"&&" ? L"&" : caption.empty() || caption == L"space" ? L" " : caption);
             s.modifiers.shiftIsDown = s.modifiers.shiftIsDown && !s.modifiers.shiftLatched;
@@ -110,8 +92,8 @@ struct Model {
     void Delete() {
         if (s.caret < s.box.size()) {
             const std::size_t count = std::max<std::size_t>(s.selected, 1);
-            s.box = With(s.box, s.caret, count);
-            s.password = With(s.password, s.caret, count);
+            Replace(s.box, s.caret, count);
+            Replace(s.password, s.caret, count);
         }
         PutCaret(s, s.caret);
     }
@@ -126,12 +108,7 @@ struct Model {
         const std::wstring removed(first.in1, last.first.base()), added(first.in2, last.second.base());
         if (!WithoutBreaks(added + removed).empty()) { // breaks the password has none of
             const auto start = static_cast<std::size_t>(first.in1 - old.begin());
-            s.password = With(s.password, start, removed.size(), WithoutBreaks(added));
-        }
-    }
-    void PasteMasked(const std::wstring& text) {
-        if (const std::wstring clean = PastedText(text); !clean.empty()) {
-            Enter(clean);
+            Replace(s.password, start, removed.size(), WithoutBreaks(added));
         }
     }
     void SwitchMask() {
@@ -142,79 +119,17 @@ struct Model {
                 s.password += c == L'\t' ? L"\r\n" : std::wstring(1, c);
             }
         }
-        Show(s, s.password);
+        Show(s);
     }
     std::wstring Carry(bool takesAway) {
         const std::size_t start = s.selected == 0 ? 0 : s.caret;
         const std::size_t count = s.selected == 0 ? s.password.size() : s.selected;
-        std::wstring carried = Part(s.password, start, count);
+        std::wstring carried = s.password.substr(std::min(start, s.password.size()), count);
         if (takesAway) {
-            s.password = With(s.password, start, count);
-            Show(s, s.password);
+            Replace(s.password, start, count);
+            Show(s);
         }
         PutCaret(s, s.caret);
-        return carried;
-    }
-};
-
-/// The same session through the rules, with a text that stands in for the box. What throws changes nothing.
-struct Ruled {
-    Session s; ///< without the password until it is compared
-    HeapText password;
-    [[nodiscard]] std::wstring Password() const { return std::wstring(password.View()); }
-    [[nodiscard]] BoxState State() const {
-        return {s.masked ? PasswordBoxView::Masked : PasswordBoxView::Plain,
-                {static_cast<std::int16_t>(s.caret), static_cast<std::int16_t>(s.selected)},
-                s.box.size(),
-                s.caret > 0 ? s.box[s.caret - 1] : L'\0',
-                password.Size()};
-    }
-    void Apply(const TextEdit& edit) {
-        ApplyToPassword(edit, password);
-        if (edit.box) {
-            s.box.replace(edit.box->range.start, edit.box->range.count, edit.box->text);
-        }
-        PutCaret(s, static_cast<std::size_t>(edit.caret));
-    }
-    void Press(int button, const std::wstring& caption) {
-        const KeyPressOutcome outcome = PressKey(button, caption, State(), s.modifiers);
-        if (outcome.edit) {
-            Apply(*outcome.edit);
-        }
-        s.modifiers = outcome.modifiers;
-    }
-    void Delete() { Apply(EraseForwards(State())); }
-    void PasteMasked(const std::wstring& text) {
-        if (const std::wstring clean = PastedText(text); !clean.empty()) {
-            Apply(EnterText(State(), clean));
-        }
-    }
-    void BoxReplacedSelection(const std::wstring& text) {
-        const std::wstring after = With(s.box, s.caret, s.selected, text);
-        if (after.size() > SecretText::capacity) {
-            throw Error(ErrorNumber::Overflow); // the box has this limit
-        }
-        if (const auto splice = FollowPlainBox(s.box, after, password.Size())) {
-            password.Replace(splice->range, splice->text);
-        }
-        s.box = after;
-        PutCaret(s, s.caret + text.size());
-    }
-    void SwitchMask() {
-        if (!s.masked) {
-            ReadPlainBox(s.box, password);
-        }
-        s.masked = !s.masked;
-        Show(s, Password());
-    }
-    std::wstring Carry(bool takesAway) {
-        const TransferPlan plan = PlanTransfer(State().selection, password.Size());
-        std::wstring carried(password.View(plan.carried));
-        if (takesAway) {
-            password.Replace(plan.carried, {});
-            Show(s, Password());
-        }
-        PutCaret(s, static_cast<std::size_t>(plan.savedCaret));
         return carried;
     }
 };
@@ -241,7 +156,11 @@ std::wstring Play(Side& side, const Action& action) {
         break;
     case Action::Kind::Delete: side.Delete(); break;
     case Action::Kind::Paste:
-        side.s.masked ? side.PasteMasked(action.text) : side.BoxReplacedSelection(action.text);
+        if (!side.s.masked) {
+            side.BoxReplacedSelection(action.text);
+        } else if (const std::wstring clean = PastedText(action.text); !clean.empty()) {
+            side.Enter(clean);
+        }
         break;
     case Action::Kind::SwitchMask: side.SwitchMask(); break;
     case Action::Kind::Carry: return side.Carry(action.takesAway);
@@ -249,66 +168,29 @@ std::wstring Play(Side& side, const Action& action) {
     return {};
 }
 
-struct Comparison {
-    Model model;
-    Ruled ruled;
-
-    /// Plays one action on both sides. What 16 bits cannot hold is refused, and then nothing changes.
-    /// @return whether they agree afterwards.
-    bool Agrees(const Action& action) {
-        using enum Action::Kind;
-        const Session& s = model.s;
-        // For these, caret and selection are added up in 16 bits, whatever is then done with them.
-        const bool adds = action.kind == Press || action.kind == Carry ||
-                          (action.kind == Paste && s.masked && !PastedText(action.text).empty());
-        Model next = model;
-        const std::wstring carried = Play(next, action);
-        const bool refused = std::max(next.s.box.size(), next.s.password.size()) > SecretText::capacity ||
-                             (adds && s.caret + s.selected + 1 > SecretText::capacity);
-        try {
-            if (Play(ruled, action) != carried || refused) {
-                return false;
-            }
-            model = std::move(next);
-        } catch (const Error& error) {
-            if (!refused || error.Number() != static_cast<int>(ErrorNumber::Overflow)) {
-                return false;
-            }
-        }
-        ruled.s.password = ruled.Password();
-        return model.s == ruled.s;
-    }
-};
-
 /// Chooses an action that is possible in the session. @param pick gives a number from 0 up to below its argument.
 template <typename Pick>
 Action ChooseAction(const Session& s, Pick pick) {
-    static const std::wstring captions[] = {L"a",     L"b",     L"a",  L"&&", L"",
-                                            L"space", L"Space", L"\\", L"ij", L"\xD83D\xDE00"};
-    static const std::wstring pastes[] = {L"",     L"a",      L"ba",    L"\t",         L"a\tb",
-                                          L"\r\n", L"b\r\na", L"\nb\r", L"\x7Fq\x9Fr", L"\r\n\r\n"};
+    static const std::wstring captions[] = {L"a", L"b", L"&&", L"", L"space", L"\\", L"ij", L"\xD83D\xDE00"};
+    static const std::wstring pastes[] = {L"", L"a", L"ba", L"a\tb", L"\r\n", L"b\r\na", L"\nb\r", L"\x7Fq\x9Fr"};
     constexpr int editing[] = {keys::backspace, keys::backspace, keys::tab, keys::enter};
-    Action action;
+    using enum Action::Kind;
     const std::size_t kind = pick(20);
     if (kind < 12) {
-        action.button = kind < 8 ? static_cast<int>(1 + pick(keyButtonCount)) : editing[kind - 8];
-        action.text = captions[pick(std::size(captions))];
-    } else if (kind < 15) {
-        action.kind = Action::Kind::Select;
-        action.caret = pick(s.box.size() + 1);
-        action.selected = kind == 12 ? 0 : pick(s.box.size() - action.caret + 1);
-    } else if (kind == 15 && s.masked) {
-        action.kind = Action::Kind::Delete;
-    } else if (kind <= 17) {
-        action.kind = Action::Kind::Paste;
-        action.text = kind == 15 ? std::wstring() : pastes[pick(std::size(pastes))]; // cut or paste
-    } else if (kind == 18) {
-        action.kind = Action::Kind::SwitchMask;
-    } else {
-        action.kind = Action::Kind::Carry;
-        action.takesAway = pick(3) != 0;
+        const int button = kind < 8 ? static_cast<int>(1 + pick(keyButtonCount)) : editing[kind - 8];
+        return {.kind = Press, .button = button, .text = captions[pick(std::size(captions))]};
     }
-    return action;
+    if (kind < 15) {
+        const std::size_t caret = pick(s.box.size() + 1);
+        return {.kind = Select, .caret = caret, .selected = kind == 12 ? 0 : pick(s.box.size() - caret + 1)};
+    }
+    switch (kind) {
+    case 15: return {.kind = s.masked ? Delete : Paste}; // of nothing: cut
+    case 16:
+    case 17: return {.kind = Paste, .text = pastes[pick(std::size(pastes))]};
+    case 18: return {.kind = SwitchMask};
+    default: return {.kind = Carry, .takesAway = pick(3) != 0};
+    }
 }
 
 } // namespace vextrel::session

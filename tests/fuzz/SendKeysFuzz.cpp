@@ -1,16 +1,35 @@
 // Send-keys commands: modifiers close as they opened, and what was read, written down again, is read the same.
 
-#include "Fuzz.h"
-
 #include "core/SendKeysParser.h"
 
-using namespace vextrel;
-using fuzz::Require;
+#include <cstdio>
+#include <cstdlib>
 
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    fuzz::Bytes input{{data, size}};
+using namespace vextrel;
+
+/// Ends the run with a finding if the property does not hold; the fuzzer then keeps the input.
+static void Require(bool holds, const char* property) {
+    if (!holds) {
+        std::fprintf(stderr, "does not hold: %s\n", property);
+        std::abort();
+    }
+}
+
+/// The fuzzer's bytes as a text. ASCII stands for itself, so that inputs can be read and written by hand; a byte beyond
+/// it is the upper half of a UTF-16 unit whose lower half follows.
+static std::wstring TextOf(const std::uint8_t* data, std::size_t size) {
+    std::wstring text;
+    for (std::size_t i = 0; i < size; ++i) {
+        const std::uint8_t first = data[i];
+        text += static_cast<wchar_t>(first < 0x80 || i + 1 == size ? first : first << 8U | data[++i]);
+    }
+    return text;
+}
+
+/// One run over one input. The name is libFuzzer's.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using enum SendKeysStroke::Kind;
-    const std::wstring command = input.TextUpTo(L'\0');
+    const std::wstring command = TextOf(data, size);
     SendKeysProgram program = ParseSendKeys(command);
     std::wstring held, written; // the latter with groups and braces throughout
     for (SendKeysStroke& stroke : program.strokes) {
