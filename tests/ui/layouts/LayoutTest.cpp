@@ -68,9 +68,7 @@ HWND GiveFile(const App& app, int command, const std::wstring& path) {
 TEST(Layouts, TheSystemsIsCapturedAndTypedIntoNoOtherProgram) {
     if (!HasAmericanKeyboard())
         GTEST_SKIP() << "the keyboard is not American";
-    Stage stage("Keyboard Layout=Config\r\n[Row 1 Lower Case]\r\nKey 1=first\r\n[Row 4 Lower Case]\r\nKey 10=last\r\n");
-    Layout partly = LayoutOf(stage.sandbox.Folder() / Sandbox::settingsName);
-    partly.captions.At(0) = KeyCaptions().At(0); // what was captured before the interruption stays
+    Stage stage("Keyboard Layout=Config\r\n[Row 4 Lower Case]\r\nKey 10=last\r\n");
     stage.pointer.Click(stage.target.Field(target::editField));
     {
         stage.app->Activate();
@@ -84,7 +82,6 @@ TEST(Layouts, TheSystemsIsCapturedAndTypedIntoNoOtherProgram) {
         EXPECT_NE(TextOf(GetDlgItem(message, 0xFFFF)).find(L"another window came to the front"), std::wstring::npos);
         stage.app->Dismiss(message, IDOK);
         EXPECT_EQ(stage.sandbox.Setting(L"Keyboard Layout"), L"Config");
-        ExpectShown(*stage.app, partly);
     }
     stage.app->Activate();
     Keys::Stroke(VK_CAPITAL);
