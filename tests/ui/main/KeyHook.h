@@ -17,7 +17,7 @@ class KeyHook {
     /// @param see is told a key and whether it goes up; true keeps it from everybody else.
     explicit KeyHook(const std::function<bool(DWORD key, bool up)>& see) {
         see_ = see;
-        thread_ = std::thread([this] {
+        thread_ = std::jthread([this] {
             const HHOOK hook = SetWindowsHookExW(WH_KEYBOARD_LL, &Procedure, GetModuleHandleW(nullptr), 0);
             threadId_ = GetCurrentThreadId();
             MSG message;
@@ -26,10 +26,7 @@ class KeyHook {
         });
         Await("the hook is set", [this] { return threadId_ != 0; });
     }
-    ~KeyHook() {
-        Await("the hook ends", [this] { return PostThreadMessageW(threadId_, WM_QUIT, 0, 0) != FALSE; });
-        thread_.join();
-    }
+    ~KeyHook() { PostThreadMessageW(threadId_, WM_QUIT, 0, 0); }
 
   private:
     static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam) noexcept {
@@ -39,7 +36,7 @@ class KeyHook {
 
     static inline std::function<bool(DWORD, bool)> see_;
     std::atomic<DWORD> threadId_{0};
-    std::thread thread_;
+    std::jthread thread_;
 };
 
 } // namespace vextrel::driver
