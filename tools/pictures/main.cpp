@@ -6,7 +6,7 @@
 #include "core/WindowGeometry.h"
 #include "core/ids.h"
 #include "driver/App.h"
-#include "driver/Screen.h"
+#include "pictures/Screen.h"
 
 #include <algorithm>
 #include <iostream>

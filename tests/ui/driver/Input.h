@@ -55,7 +55,7 @@ class Pointer : Pinned {
         Press();
         Release();
     }
-    /// A press or a release of any button where the pointer stands, as SendInput names it.
+    /// A press or a release of any button where the pointer stands.
     static void SendButton(DWORD flags, DWORD which = 0) { mouse_event(flags, 0, 0, which, 0); }
 
     /// Presses at one place and moves to the other, slowly enough for OLE to follow; the button stays down.
@@ -64,15 +64,9 @@ class Pointer : Pinned {
         const HWND pressed = WindowFromPoint(from);
         Press();
         // Whoever drags takes the mouse first. A program that still has messages to handle comes to the press late,
-        // and would find the pointer gone; one that never takes it is another than the test meant.
-        wchar_t name[64] = {};
-        GetClassNameW(pressed, name, 64);
-        const auto taken = [thread = GetWindowThreadProcessId(pressed, nullptr)] {
-            GUITHREADINFO information{};
-            information.cbSize = sizeof information;
-            return GetGUIThreadInfo(thread, &information) != FALSE && information.hwndCapture != nullptr;
-        };
-        Await("a window of class " + Narrow(name) + " takes the press", taken, Milliseconds(60000));
+        // and would find the pointer gone.
+        const auto taken = [&] { return GuiOf(pressed).hwndCapture != nullptr; };
+        Await("the press is taken", taken, Milliseconds(60000));
         MoveTo(to, 12, dragPace);
     }
     /// Pull() and Release().
@@ -109,8 +103,8 @@ class Pointer : Pinned {
 
 /// Strokes on the real keyboard, by virtual-key code.
 struct Keys {
-    static void Down(WORD key) { Send(key, static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)), 0); }
-    static void Up(WORD key) { Send(key, static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)), KEYEVENTF_KEYUP); }
+    static void Down(WORD key, DWORD flags = 0) { Send(key, MapVirtualKeyW(key, MAPVK_VK_TO_VSC), flags); }
+    static void Up(WORD key) { Down(key, KEYEVENTF_KEYUP); }
     /// One stroke while the modifiers are held.
     static void Stroke(WORD key, std::initializer_list<WORD> modifiers = {}) {
         for (const WORD modifier : modifiers)
@@ -124,26 +118,25 @@ struct Keys {
     static void Type(std::wstring_view text) {
         for (const wchar_t unit : text)
             for (const DWORD flags : {DWORD{KEYEVENTF_UNICODE}, DWORD{KEYEVENTF_UNICODE | KEYEVENTF_KEYUP}})
-                Send(0, static_cast<WORD>(unit), flags);
+                Send(0, unit, flags);
     }
 
   private:
-    static void Send(WORD key, WORD code, DWORD flags) {
+    static void Send(WORD key, UINT code, DWORD flags) {
         INPUT input{};
         input.type = INPUT_KEYBOARD;
-        input.ki = {key, code, flags, 0, 0};
+        input.ki = {key, static_cast<WORD>(code), flags, 0, 0};
         Check(SendInput(1, &input, sizeof input) == 1, "SendInput");
     }
 };
 
-/// The pointer's shape.
 [[nodiscard]] inline HCURSOR ShownPointer() {
     CURSORINFO info{};
     info.cbSize = sizeof info;
     Check(GetCursorInfo(&info) != FALSE, "GetCursorInfo");
     return info.hCursor;
 }
-/// What it is once it no longer changes.
+/// Once it no longer changes.
 [[nodiscard]] inline HCURSOR SettledPointer() {
     HCURSOR pointer = nullptr;
     Await("the pointer settles", [&pointer, same = 0]() mutable {

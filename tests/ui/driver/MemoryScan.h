@@ -10,86 +10,73 @@
 #include <cstring>
 #include <random>
 #include <sstream>
-#include <unordered_map>
+#include <unordered_set>
 
 namespace vextrel::driver {
 
 /// A piece of a secret in another process's memory.
 struct Trace {
     std::uintptr_t address;
-    std::size_t characters;
-    const char* encoding;
+    std::size_t bytes;
 };
 
-inline constexpr std::size_t shortestPiece = 8;
+/// The eight bytes from every place on, in the forms that are looked for: UTF-16 and the code page, both also with
+/// their bytes in reverse.
+class Pieces {
+  public:
+    explicit Pieces(const std::wstring& secret) {
+        const std::string wide(reinterpret_cast<const char*>(secret.data()), secret.size() * sizeof(wchar_t));
+        for (std::string form : {wide, Narrow(secret)})
+            for (int turn = 0; turn < 2; ++turn, std::ranges::reverse(form))
+                for (std::size_t at = 0; at + 8 <= form.size(); ++at) {
+                    words_.insert(WordAt(&form[at]));
+                    beginnings_.set(WordAt(&form[at]) & 0xFFFF);
+                }
+    }
+    /// How many bytes from here on are of the secret; 0 if fewer than eight characters.
+    [[nodiscard]] std::size_t LengthAt(const char* memory, const char* end) const {
+        const char* at = memory;
+        while (at + 8 <= end && beginnings_.test(WordAt(at) & 0xFFFF) && words_.contains(WordAt(at)))
+            ++at;
+        if (at == memory)
+            return 0;
+        const std::size_t length = static_cast<std::size_t>(at - memory) + 7;
+        const bool isWide = memory[0] == 0 || memory[1] == 0;
+        return length >= (isWide ? 16 : 8) ? length : 0;
+    }
 
-/// The secret from some character on, as bytes in one of the forms that are looked for.
-struct Start {
-    const char* form;
-    std::size_t width; ///< bytes per character
-    std::string bytes;
+  private:
+    static std::uint64_t WordAt(const char* bytes) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes, sizeof word);
+        return word;
+    }
+
+    std::unordered_set<std::uint64_t> words_;
+    std::bitset<0x10000> beginnings_; ///< sorts most of the memory out, quickly
 };
 
-inline std::uint64_t WordAt(const char* bytes) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return word;
-}
-
-/// By the eight bytes with which they begin.
-inline std::unordered_map<std::uint64_t, Start> StartsOf(const std::wstring& secret) {
-    std::unordered_map<std::uint64_t, Start> starts;
-    const auto add = [&](const char* form, std::size_t width, const std::string& bytes) {
-        for (std::size_t at = 0; at + shortestPiece * width <= bytes.size(); at += width)
-            starts.emplace(WordAt(bytes.data() + at), Start{form, width, bytes.substr(at)});
-    };
-    const std::string narrow = Narrow(secret);
-    const std::string wide(reinterpret_cast<const char*>(secret.data()), secret.size() * sizeof(wchar_t));
-    add("UTF-16", 2, wide);
-    add("code page", 1, narrow);
-    add("UTF-16 reversed", 2, {wide.rbegin(), wide.rend()});
-    add("code page reversed", 1, {narrow.rbegin(), narrow.rend()});
-    return starts;
-}
-
-/// Reads all readable memory of a process and looks for pieces of the secret of 8 characters or more, in UTF-16 and in
-/// the code page, both also with their bytes in reverse. The secret repeats no character.
+/// Reads all readable memory of a process and looks for pieces of the secret, which repeats no character.
 [[nodiscard]] inline std::vector<Trace> FindTraces(const Process& process, const std::wstring& secret) {
-    const auto starts = StartsOf(secret);
-    const auto hash = [](std::uint64_t word) { return static_cast<std::size_t>(word * 0x9E3779B97F4A7C15U >> 48); };
-    std::bitset<0x10000> likely;
-    for (const auto& [word, start] : starts)
-        likely.set(hash(word));
+    const Pieces pieces(secret);
     std::vector<Trace> found;
     std::size_t total = 0;
     MEMORY_BASIC_INFORMATION region{};
-    for (std::uintptr_t at = 0;
-         VirtualQueryEx(process.Handle(), reinterpret_cast<const void*>(at), &region, sizeof region) == sizeof region;
-         at += region.RegionSize) {
+    for (const char* at = nullptr; VirtualQueryEx(process.Handle(), at, &region, sizeof region) == sizeof region;
+         at = static_cast<const char*>(region.BaseAddress) + region.RegionSize) {
         if (region.State != MEM_COMMIT || (region.Protect & (PAGE_NOACCESS | PAGE_GUARD)) != 0)
             continue;
         std::string memory(region.RegionSize, '\0');
         SIZE_T got = 0;
         ReadProcessMemory(process.Handle(), region.BaseAddress, memory.data(), memory.size(), &got);
-        memory.resize(got);
         total += got;
-        for (std::size_t i = 0; i + sizeof(std::uint64_t) <= got; ++i) {
-            const std::uint64_t word = WordAt(memory.data() + i);
-            const auto start = likely.test(hash(word)) ? starts.find(word) : starts.end();
-            if (start == starts.end())
-                continue;
-            const auto& [form, width, bytes] = start->second;
-            std::size_t same = sizeof word;
-            while (i + same < got && same < bytes.size() && memory[i + same] == bytes[same])
-                ++same;
-            if (same / width < shortestPiece)
-                continue;
-            found.push_back({std::bit_cast<std::uintptr_t>(region.BaseAddress) + i, same / width, form});
-            i += same - 1;
-        }
+        for (std::size_t i = 0; i < got; ++i)
+            if (const std::size_t bytes = pieces.LengthAt(&memory[i], &memory[0] + got)) {
+                found.push_back({std::bit_cast<std::uintptr_t>(region.BaseAddress) + i, bytes});
+                i += bytes - 1;
+            }
     }
-    if (total == 0)
-        throw Failure("no memory of the process could be read");
+    Check(total != 0, "reading the memory of the process");
     return found;
 }
 
@@ -98,8 +85,7 @@ inline std::unordered_map<std::uint64_t, Start> StartsOf(const std::wstring& sec
     std::ostringstream text;
     text << traces.size() << " traces";
     for (const Trace& trace : traces)
-        text << "; " << std::dec << trace.characters << " characters, " << trace.encoding << ", at " << std::hex
-             << trace.address;
+        text << "; " << std::dec << trace.bytes << " bytes at " << std::hex << trace.address;
     return text.str();
 }
 
@@ -110,36 +96,24 @@ inline std::unordered_map<std::uint64_t, Start> StartsOf(const std::wstring& sec
     return characters.substr(0, length);
 }
 
-/// Where a process ends itself. The system's libraries lie at the same address in every process.
-inline std::array<std::uintptr_t, 2> Exits() {
-    const auto address = [](const wchar_t* library, const char* function) {
-        return std::bit_cast<std::uintptr_t>(GetProcAddress(GetModuleHandleW(library), function));
-    };
-    return {address(L"kernel32.dll", "ExitProcess"), address(L"ntdll.dll", "RtlExitUserProcess")};
-}
-
-/// From now on the process stops where it would leave its own code for good: behind the end of its main function, with
+/// Closes the program and waits until it stands behind the end of its main function, where a process ends itself: with
 /// all of its memory still there. For processes that this one started: their handles have all rights.
-inline void StopAtExit(const Process& process) {
+inline void StopAtExit(const Process& process, HWND main) {
+    // The system's libraries lie at the same address in every process.
+    const FARPROC exit = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlExitUserProcess");
+    auto* const code = reinterpret_cast<void*>(exit);
     constexpr std::array<unsigned char, 2> jumpToItself{0xEB, 0xFE};
-    for (const std::uintptr_t address : Exits()) {
-        auto* const code = reinterpret_cast<void*>(address);
-        DWORD protection = 0;
-        Check(VirtualProtectEx(process.Handle(), code, 2, PAGE_EXECUTE_READWRITE, &protection) != FALSE &&
-                  WriteProcessMemory(process.Handle(), code, jumpToItself.data(), 2, nullptr) != FALSE,
-              "writing to the code of the program's exit");
-        VirtualProtectEx(process.Handle(), code, 2, protection, &protection);
-    }
-}
-
-/// Waits until the process stands there.
-inline void AwaitStop(const Process& process) {
+    DWORD protection = 0;
+    Check(VirtualProtectEx(process.Handle(), code, 2, PAGE_EXECUTE_READWRITE, &protection) != FALSE &&
+              WriteProcessMemory(process.Handle(), code, jumpToItself.data(), 2, nullptr) != FALSE,
+          "writing to the code of the program's exit");
+    PostMessageW(main, WM_CLOSE, 0, 0);
     Await("the program stands at its exit", [&] {
         SuspendThread(process.MainThread());
         alignas(16) CONTEXT context{};
         context.ContextFlags = CONTEXT_CONTROL;
-        const bool known = GetThreadContext(process.MainThread(), &context) != FALSE;
-        const bool stands = known && std::ranges::count(Exits(), context.Rip) > 0;
+        GetThreadContext(process.MainThread(), &context);
+        const bool stands = context.Rip == std::bit_cast<std::uintptr_t>(exit);
         if (!stands) // otherwise it would only burn time from here on
             ResumeThread(process.MainThread());
         return stands;

@@ -22,7 +22,7 @@ class Target {
     [[nodiscard]] HWND Window() const { return window_; }
     [[nodiscard]] HWND Field(int id) const {
         const HWND field = GetDlgItem(window_, id);
-        Check(field != nullptr, "finding the target's field " + std::to_string(id));
+        Check(field != nullptr, "finding the target's field");
         return field;
     }
     [[nodiscard]] std::wstring Text(int id = target::dropField) const { return TextOf(Field(id)); }
@@ -58,7 +58,7 @@ class Target {
         Await("the drop arrives", [&] { return Drops() > drops; });
         return Text();
     }
-    /// With --read=later: makes it read what was dropped on it.
+    /// With --read=always: asks what it has kept.
     void ReadNow() const { Ask(window_, target::readNow); }
     /// Moves it to a corner of the screen where it does not cover the given rectangle.
     void KeepClearOf(const RECT& other) const {
@@ -66,17 +66,15 @@ class Target {
         const LONG right = GetSystemMetrics(SM_CXSCREEN) - Width(own);
         const LONG bottom = GetSystemMetrics(SM_CYSCREEN) - Height(own);
         for (const POINT corner : {POINT{0, 0}, POINT{right, 0}, POINT{0, bottom}, POINT{right, bottom}}) {
-            RECT there = own;
+            const RECT there{corner.x, corner.y, corner.x + Width(own), corner.y + Height(own)};
             RECT common{};
-            OffsetRect(&there, corner.x - own.left, corner.y - own.top);
             if (IntersectRect(&common, &there, &other))
                 continue;
             SetWindowPos(window_, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-            Await("the target has moved", [&] {
+            return Await("the target has moved", [&] {
                 const RECT now = BoundsOf(window_);
                 return !IntersectRect(&common, &now, &other);
             });
-            return;
         }
         throw Failure("no corner of the screen is free for the target");
     }

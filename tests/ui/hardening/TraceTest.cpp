@@ -35,9 +35,7 @@ struct Secret : Stage {
     }
     /// Behind the end of its main function.
     void ExpectNoneOnceClosed() const {
-        StopAtExit(app->Running());
-        PostMessageW(app->Main(), WM_CLOSE, 0, 0);
-        AwaitStop(app->Running());
+        StopAtExit(app->Running(), app->Main());
         EXPECT_EQ(Describe(FindTraces(app->Running(), secret)), Describe({}));
     }
 

@@ -2,16 +2,19 @@
 
 #include "driver/Process.h"
 
+#include <algorithm>
+#include <array>
+
 #include <psapi.h>
 #include <winternl.h>
 
 namespace vextrel::driver {
 
-/// What a program holds, counted from outside. Windows answers three calls. Wine answers two of them with zero; there,
-/// the tables that these calls would read are counted instead.
+/// What a program holds, counted from outside. Where the system has no number for GDI objects and handles, as Wine has
+/// none, what it would count is counted instead.
 struct Resources {
     std::size_t gdi;       ///< GDI objects
-    std::size_t user;      ///< USER objects; under Wine those of all programs together
+    std::size_t windows;   ///< of its main thread
     std::size_t handles;   ///< handles of files, events and the like
     std::size_t kilobytes; ///< memory of its own
 };
@@ -31,21 +34,6 @@ inline std::size_t EntriesOfGdiTable(HANDLE process) {
     return static_cast<std::size_t>(std::ranges::count_if(entries, [](const auto& entry) { return entry[14] != 0; }));
 }
 
-/// Wine has one table of USER objects for all programs and uses freed entries first. Objects of our own fill these, up
-/// to the first entry that was never used: what lies below and is not ours is in use.
-inline std::size_t EntriesOfUserTable() {
-    constexpr DWORD firstHandle = 0x20;
-    std::vector<HMENU> fillers;
-    DWORD handle = 0;
-    do {
-        fillers.push_back(CreateMenu());
-        handle = static_cast<DWORD>(reinterpret_cast<UINT_PTR>(fillers.back()));
-        Check(handle != 0, "CreateMenu");
-    } while (HIWORD(handle) != 1); // how often the entry has been used
-    std::ranges::for_each(fillers, DestroyMenu);
-    return (LOWORD(handle) - firstHandle) / 2U + 1U - fillers.size();
-}
-
 /// Handles are multiples of four; one that can be duplicated exists.
 inline std::size_t HandlesThatExist(HANDLE process) {
     std::size_t count = 0;
@@ -60,15 +48,14 @@ inline std::size_t HandlesThatExist(HANDLE process) {
     return count;
 }
 
-inline Resources ResourcesOf(HANDLE process) {
+inline Resources ResourcesOf(HANDLE process, HWND main) {
     DWORD handles = 0;
     GetProcessHandleCount(process, &handles);
     const DWORD gdi = GetGuiResources(process, GR_GDIOBJECTS);
-    const DWORD user = GetGuiResources(process, GR_USEROBJECTS);
     PROCESS_MEMORY_COUNTERS memory{};
     Check(GetProcessMemoryInfo(process, &memory, sizeof memory) != FALSE, "GetProcessMemoryInfo");
     return {.gdi = gdi != 0 ? gdi : EntriesOfGdiTable(process),
-            .user = user != 0 ? user : EntriesOfUserTable(),
+            .windows = Process::AllBeside(main).size(),
             .handles = handles != 0 ? handles : HandlesThatExist(process),
             .kilobytes = memory.PagefileUsage / 1024};
 }

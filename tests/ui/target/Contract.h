@@ -4,15 +4,11 @@
 
 /// What the drop target and those who use it agree on.
 ///
-/// Options: --read=entry|drop|later|crossed|always
-///                                   when it asks the data object for text; "later" waits for the message `readNow`,
-///                                   which may come long after the source's drag has ended; "crossed" keeps the data of
-///                                   a drag that merely comes by, and asks it at `readNow`
-///          --ansi                   asks for CF_TEXT instead of CF_UNICODETEXT
-///          --refuse                 takes no drops
-///          --close-on-click         a click into editField destroys the window
+/// Options: --read=always    asks a drag's data for text at every move and, at `readNow`, that of one which has gone by
+///          --refuse         takes no drops
+///          --close-on-click a click into editField destroys the window
 ///          --topmost
-///          --at=X,Y                 place of the window, in pixels
+///          --at=X,Y         place of the window, in pixels
 namespace vextrel::target {
 
 inline constexpr const wchar_t* windowClass = L"VextrelTarget";

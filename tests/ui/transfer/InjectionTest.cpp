@@ -114,7 +114,7 @@ TEST_F(Injection, DoesNotWaitForATargetThatHangs) {
 TEST_F(Injection, IsFollowedByWhatWasAskedForMeanwhile) {
     app.ClickPassword(pointer, L"as");
     Pull(field);
-    EXPECT_NE(app.MenuState(ids::mnuKeyboardLayoutEnglish) & MF_GRAYED, 0U);
+    EXPECT_EQ(app.ToolState(ids::toolRefresh) & TBSTATE_ENABLED, 0);
     pointer.Release();
     Await("the wait has begun", [&] { return app.Hint() == nullptr; });
     app.Command(ids::toolClear);
