@@ -25,19 +25,14 @@ class App {
         : process_(program)
         , main_(process_.AwaitWindow(formClass, L"Vextrel")) {
         SettleInForeground(main_);
-        Await("the layer takes the clicks on the keys",
-              [this] { return LayerAlpha() > 0 && WindowFromPoint(CentreOf(Key(1))) == Layer(); });
+        const auto isReady = [this] { return LayerAlpha() > 0 && WindowFromPoint(CentreOf(Key(1))) == Layer(); };
+        Await("the layer takes the clicks on the keys", isReady);
     }
 
     [[nodiscard]] const Process& Running() const { return process_; }
     [[nodiscard]] HWND Main() const { return main_; }
     /// The protective layer over the keys; null while it is not shown.
-    [[nodiscard]] HWND Layer() const {
-        for (const HWND window : process_.Windows(formClass, L""))
-            if (GetWindow(window, GW_OWNER) == main_)
-                return window;
-        return nullptr;
-    }
+    [[nodiscard]] HWND Layer() const { return NamelessWith(ids::txtSetup); }
     /// -1 when it has none.
     [[nodiscard]] int LayerAlpha() const {
         BYTE alpha = 0;
@@ -164,7 +159,6 @@ class App {
             Keys::Stroke(key);
     }
 
-    /// Makes it the window that the keyboard writes to.
     void Activate() const { BringToFront(main_); }
     void MoveTo(POINT topLeft) const {
         SetWindowPos(main_, nullptr, topLeft.x, topLeft.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -183,19 +177,12 @@ class App {
     void ClickPassword(Pointer& pointer, const std::wstring& password) const {
         for (const wchar_t unit : password) {
             const std::wstring caption(1, unit);
-            const auto length = Ask(PasswordBox(), WM_GETTEXTLENGTH);
-            HWND key = FindKey(caption);
-            const bool shifted = key == nullptr;
-            if (shifted) {
+            const std::size_t length = Shown().size();
+            if (!FindKey(caption))
                 pointer.Click(Key(keys::leftShift));
-                Await("Shift brings the caption of " + Narrow(caption),
-                      [&] { return (key = FindKey(caption)) != nullptr; });
-            }
-            pointer.Click(key);
-            Await("a click on the key " + Narrow(caption) + " adds a character",
-                  [&] { return Ask(PasswordBox(), WM_GETTEXTLENGTH) == length + 1; });
-            if (shifted)
-                Await("Shift is up again", [&] { return TextOf(key) != caption; });
+            Await("a key " + Narrow(caption), [&] { return FindKey(caption) != nullptr; });
+            pointer.Click(FindKey(caption));
+            AwaitLength(length + 1);
         }
     }
 
@@ -215,16 +202,11 @@ class App {
     }
 
     /// The hint that a drag shows, or null.
-    [[nodiscard]] HWND Hint() const {
-        for (const HWND window : process_.Windows(formClass, L""))
-            if (GetDlgItem(window, ids::dragNoteHeader))
-                return window;
-        return nullptr;
-    }
+    [[nodiscard]] HWND Hint() const { return NamelessWith(ids::dragNoteHeader); }
     /// Until the next may begin.
     void AwaitEndOfDrag() const {
-        Await("the drag is over",
-              [this] { return !Hint() && (ToolState(ids::toolToggleMask) & TBSTATE_ENABLED) != 0; });
+        const auto isOver = [this] { return !Hint() && (ToolState(ids::toolToggleMask) & TBSTATE_ENABLED) != 0; };
+        Await("the drag is over", isOver);
     }
 
     /// Asks the main window to close, as its close button does; returns the program's exit code.
@@ -234,6 +216,13 @@ class App {
     }
 
   private:
+    [[nodiscard]] HWND NamelessWith(int control) const {
+        for (const HWND window : process_.Windows(formClass, L""))
+            if (GetDlgItem(window, control))
+                return window;
+        return nullptr;
+    }
+
     Process process_;
     HWND main_;
 };

@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace vextrel::driver {
@@ -18,7 +17,6 @@ namespace vextrel::driver {
     return narrow;
 }
 
-/// Folder of the running test program.
 [[nodiscard]] inline std::filesystem::path OwnFolder() {
     wchar_t path[MAX_PATH] = {};
     Check(GetModuleFileNameW(nullptr, path, MAX_PATH) < MAX_PATH, "GetModuleFileName");
@@ -41,10 +39,8 @@ class Process : Pinned {
               "starting " + Narrow(program.wstring()));
     }
     ~Process() {
-        if (Runs()) {
-            TerminateProcess(Handle(), 99);
-            WaitForSingleObject(Handle(), 5000);
-        }
+        TerminateProcess(Handle(), 99);
+        WaitForSingleObject(Handle(), 5000);
         CloseHandle(MainThread());
         CloseHandle(Handle());
     }
@@ -83,15 +79,10 @@ class Process : Pinned {
         const auto found = Windows(className, title);
         return found.empty() ? nullptr : found.front();
     }
-    /// Waits for such a window; throws if the program ends before it shows one.
     [[nodiscard]] HWND AwaitWindow(const std::wstring& className, const Title& title = {}) const {
         HWND window = nullptr;
-        Await("a window of class " + Narrow(className) + (title ? ", title " + Narrow(*title) : ""), [&] {
-            window = Window(className, title);
-            if (!window && !Runs())
-                throw Failure("the program ended with code " + std::to_string(ExitCode()) + " and shows no window");
-            return window != nullptr;
-        });
+        Await("a window of class " + Narrow(className) + ", title " + Narrow(title.value_or(L"any")),
+              [&] { return (window = Window(className, title)) != nullptr; });
         return window;
     }
     /// Every window of the thread that made this one, shown or not, and every one in those.
@@ -152,7 +143,6 @@ inline void SettleInForeground(HWND window) {
     return information;
 }
 
-/// Rectangle on the screen, in pixels.
 [[nodiscard]] inline RECT BoundsOf(HWND window) {
     RECT bounds{};
     Check(GetWindowRect(window, &bounds) != FALSE, "GetWindowRect");

@@ -6,18 +6,15 @@
 
 namespace vextrel::driver {
 
-/// A new temporary folder with a copy of vextrel.exe, so that a test has settings of its own. Removed at the end.
-///
-/// The program answers other programs, tests among them, only where its settings file says so. It does here, unless a
-/// test wants the program as users have it: that one key is written by whoever writes the file, and is not seen by
-/// those who read it.
+/// A new temporary folder with a copy of vextrel.exe, so that a test has settings of its own. The program answers other
+/// programs, tests among them, only where these say so. They do, unless a test wants the program as users have it: that
+/// one key is written by whoever writes the file, and is not seen by those who read it.
 class Sandbox : Pinned {
   public:
     enum class Others { Answered, Refused };
 
-    /// Copies the program from where the build leaves it, or from the path in the environment variable VEXTREL_EXE.
-    /// `folderName`, if given, becomes the name of the program's folder; `testBuild` names a build of the program
-    /// beside the tests that takes its place.
+    /// Copies the program from where the build leaves it or the environment variable VEXTREL_EXE says; `testBuild`
+    /// names a build beside the tests that takes its place.
     explicit Sandbox(const std::wstring& folderName = {}, const std::wstring& testBuild = {},
                      Others others = Others::Answered)
         : others_(others)
@@ -31,11 +28,9 @@ class Sandbox : Pinned {
         if (others_ == Others::Answered)
             LetOthersAsk(folder_);
     }
-    explicit Sandbox(Others others)
-        : Sandbox({}, {}, others) {}
     ~Sandbox() {
         std::error_code error; // the program may have ended so recently that its file is still mapped
-        const auto removed = [&] { return std::filesystem::remove_all(parent_, error), !error; };
+        const auto removed = [&] { return std::filesystem::remove_all(parent_, error) != ~std::uintmax_t{}; };
         static_cast<void>(WaitFor(removed, Milliseconds(3000)));
     }
 

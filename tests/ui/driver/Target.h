@@ -29,7 +29,6 @@ class Target {
     [[nodiscard]] int Drops() const { return std::stoi(Text(target::dropCount)); }
     /// How often a drag has entered the drop field and been looked at.
     [[nodiscard]] int Entries() const { return std::stoi(Text(target::enterCount)); }
-    /// The units that came to the edit field as characters, one by one.
     [[nodiscard]] std::wstring TypedCharacters() const {
         std::wistringstream record(Text(target::charRecord));
         std::wstring characters;
@@ -60,23 +59,17 @@ class Target {
     }
     /// With --read=always: asks what it has kept.
     void ReadNow() const { Ask(window_, target::readNow); }
-    /// Moves it to a corner of the screen where it does not cover the given rectangle.
+    /// Moves it to the corner of the screen that is furthest from another window.
     void KeepClearOf(const RECT& other) const {
         const RECT own = BoundsOf(window_);
-        const LONG right = GetSystemMetrics(SM_CXSCREEN) - Width(own);
-        const LONG bottom = GetSystemMetrics(SM_CYSCREEN) - Height(own);
-        for (const POINT corner : {POINT{0, 0}, POINT{right, 0}, POINT{0, bottom}, POINT{right, bottom}}) {
-            const RECT there{corner.x, corner.y, corner.x + Width(own), corner.y + Height(own)};
-            RECT common{};
-            if (IntersectRect(&common, &there, &other))
-                continue;
-            SetWindowPos(window_, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-            return Await("the target has moved", [&] {
-                const RECT now = BoundsOf(window_);
-                return !IntersectRect(&common, &now, &other);
-            });
-        }
-        throw Failure("no corner of the screen is free for the target");
+        const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+        const bool toTheRight = CentreOf(other).x < CentreOf(screen).x, down = CentreOf(other).y < CentreOf(screen).y;
+        SetWindowPos(window_, nullptr, toTheRight ? screen.right - Width(own) : 0,
+                     down ? screen.bottom - Height(own) : 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        Await("the target is clear of the window", [&, common = RECT{}]() mutable {
+            const RECT now = BoundsOf(window_);
+            return !IntersectRect(&common, &now, &other);
+        });
     }
 
   private:

@@ -3,11 +3,9 @@
 
 #include "target/Contract.h"
 
-#include <commctrl.h>
 #include <ole2.h>
 
 #include <cstdio>
-#include <cwchar>
 #include <string>
 #include <utility>
 
@@ -18,16 +16,12 @@ bool Has(const wchar_t* option) noexcept {
     return std::wcsstr(GetCommandLineW(), option) != nullptr;
 }
 
-void CountOneMore(HWND window, int id) noexcept {
-    SetDlgItemInt(window, id, GetDlgItemInt(window, id, nullptr, FALSE) + 1, FALSE);
-}
-
 std::wstring TextFrom(IDataObject& data) {
     FORMATETC format{CF_UNICODETEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
     STGMEDIUM medium{};
     if (const HRESULT result = data.GetData(&format, &medium); FAILED(result))
         return L"<no text: " + std::to_wstring(static_cast<unsigned long>(result)) + L">";
-    const std::wstring text = static_cast<const wchar_t*>(GlobalLock(medium.hGlobal));
+    std::wstring text = static_cast<const wchar_t*>(GlobalLock(medium.hGlobal));
     GlobalUnlock(medium.hGlobal);
     ReleaseStgMedium(&medium);
     return text;
@@ -55,7 +49,7 @@ class TextDropTarget final : public IDropTarget {
     HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL place, DWORD* effect) noexcept override {
         if (Has(L"--read="))
             Keep(data);
-        CountOneMore(window_, enterCount);
+        SetDlgItemInt(window_, enterCount, ++entries_, FALSE);
         return DragOver(keys, place, effect);
     }
     HRESULT STDMETHODCALLTYPE DragOver(DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept override {
@@ -71,7 +65,7 @@ class TextDropTarget final : public IDropTarget {
             return S_OK;
         // The count follows the text, so that who sees the new count finds the text in place.
         SetDlgItemTextW(window_, dropField, TextFrom(*data).c_str());
-        CountOneMore(window_, dropCount);
+        SetDlgItemInt(window_, dropCount, ++drops_, FALSE);
         return S_OK;
     }
 
@@ -84,6 +78,8 @@ class TextDropTarget final : public IDropTarget {
     }
 
     HWND window_;
+    UINT entries_ = 0;
+    UINT drops_ = 0;
     IDataObject* kept_ = nullptr;
 };
 
@@ -96,18 +92,17 @@ void Append(HWND window, int id, const wchar_t* format, WPARAM value) noexcept {
     SendDlgItemMessageW(window, id, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(entry));
 }
 
-LRESULT CALLBACK RecordKeys(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
-                            DWORD_PTR /*data*/) noexcept {
-    const HWND window = GetParent(field);
+/// What editField gets. @return whether that is all there is to it.
+bool Record(HWND window, UINT message, WPARAM value) noexcept {
     const bool isSystemKey = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
     if (message == WM_CHAR)
-        Append(window, charRecord, L"%04X ", wParam);
+        Append(window, charRecord, L"%04X ", value);
     else if (message == WM_KEYDOWN || message == WM_KEYUP || isSystemKey)
-        Append(window, keyRecord, message == WM_KEYDOWN || message == WM_SYSKEYDOWN ? L"+%02X " : L"-%02X ", wParam);
-    if (message == WM_LBUTTONDOWN && Has(L"--close-on-click"))
+        Append(window, keyRecord, message == WM_KEYDOWN || message == WM_SYSKEYDOWN ? L"+%02X " : L"-%02X ", value);
+    else if (message == WM_LBUTTONDOWN && Has(L"--close-on-click"))
         return DestroyWindow(window);
     // Left alone, a system key would open the window's menu, which takes the keys that follow.
-    return isSystemKey ? 0 : DefSubclassProc(field, message, wParam, lParam);
+    return isSystemKey;
 }
 
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -119,10 +114,6 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 }
 
 HWND CreateTarget() {
-    int x = 40;
-    int y = 40;
-    if (const wchar_t* const place = std::wcsstr(GetCommandLineW(), L"--at="))
-        static_cast<void>(std::swscanf(place, L"--at=%d,%d", &x, &y));
     WNDCLASSW definition{};
     definition.lpfnWndProc = WindowProcedure;
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -131,7 +122,7 @@ HWND CreateTarget() {
     RegisterClassW(&definition);
     const HWND window =
         CreateWindowExW(Has(L"--topmost") ? WS_EX_TOPMOST : 0, windowClass, L"Drop target",
-                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, x, y, 480, 235, nullptr, nullptr, nullptr, nullptr);
+                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, 40, 40, 480, 235, nullptr, nullptr, nullptr, nullptr);
     const auto add = [window](const wchar_t* kind, const wchar_t* text, RECT place, int id = 0, DWORD style = 0) {
         CreateWindowExW(id != 0 ? WS_EX_CLIENTEDGE : 0, kind, text, WS_CHILD | WS_VISIBLE | style, place.left,
                         place.top, place.right, place.bottom, window, reinterpret_cast<HMENU>(INT_PTR{id}), nullptr,
@@ -146,7 +137,6 @@ HWND CreateTarget() {
         top += 35;
     }
     add(L"STATIC", L"0", {}, enterCount);
-    SetWindowSubclass(GetDlgItem(window, editField), RecordKeys, 1, 0);
     return window;
 }
 
@@ -156,19 +146,19 @@ HWND CreateTarget() {
 int wmain() {
     using namespace vextrel::target;
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
-    if (FAILED(OleInitialize(nullptr)))
-        return 2;
+    OleInitialize(nullptr);
     const HWND window = CreateTarget();
     TextDropTarget target(window);
     dropTarget = &target;
-    const HWND field = GetDlgItem(window, dropField);
-    if (FAILED(RegisterDragDrop(field, &target)))
+    if (FAILED(RegisterDragDrop(GetDlgItem(window, dropField), &target)))
         return 2;
+    const HWND typed = GetDlgItem(window, editField);
     ShowWindow(window, SW_SHOW);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);
-        DispatchMessageW(&message);
+        if (message.hwnd != typed || !Record(window, message.message, message.wParam))
+            DispatchMessageW(&message);
     }
     OleUninitialize();
     return 0;
