@@ -4,8 +4,8 @@
 
 #include "core/ids.h"
 #include "driver/App.h"
-#include "driver/Screen.h"
 #include "driver/Target.h"
+#include "pictures/Screen.h"
 
 #include <iostream>
 

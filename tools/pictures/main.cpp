@@ -6,7 +6,7 @@
 #include "core/WindowGeometry.h"
 #include "core/ids.h"
 #include "driver/App.h"
-#include "driver/Screen.h"
+#include "pictures/Screen.h"
 
 #include <algorithm>
 #include <iostream>
@@ -201,7 +201,7 @@ void ChooseByKeys(const App& app, int menu, int item) {
 }
 
 void TakeManual(const std::filesystem::path& folder) {
-    const Sandbox sandbox(Sandbox::Others::Refused);
+    const Sandbox sandbox({}, {}, Sandbox::Others::Refused);
     const App app(sandbox);
     Photographer photographer(app, folder, L"");
     Pointer pointer;

@@ -3,8 +3,6 @@
 #include "driver/Process.h"
 
 #include <cstring>
-#include <initializer_list>
-#include <string_view>
 #include <utility>
 
 namespace vextrel::driver {
@@ -27,13 +25,11 @@ class Pointer : Pinned {
             Sleep(static_cast<DWORD>(pace.count()));
         }
         place_ = place;
-        Await("the pointer arrives at " + std::to_string(place.x) + ", " + std::to_string(place.y),
-              [&, polls = 0]() mutable {
-                  if (++polls % 50 == 0) // a late event of the X server has taken it elsewhere
-                      Send(0, place);
-                  const POINT now = Place();
-                  return now.x == place.x && now.y == place.y;
-              });
+        Await("the pointer arrives", [&, polls = 0]() mutable {
+            if (++polls % 50 == 0) // a late event of the X server has taken it elsewhere
+                Send(0, place);
+            return Place().x == place.x && Place().y == place.y;
+        });
     }
     /// Both happen where the pointer was moved to last.
     void Press() {
@@ -52,10 +48,9 @@ class Pointer : Pinned {
     void Click(HWND window) { Click(CentreOf(window)); }
     void DoubleClick(POINT place) {
         Click(place);
-        Press();
-        Release();
+        Click(place);
     }
-    /// A press or a release of any button where the pointer stands, as SendInput names it.
+    /// A press or a release of any button where the pointer stands.
     static void SendButton(DWORD flags, DWORD which = 0) { mouse_event(flags, 0, 0, which, 0); }
 
     /// Presses at one place and moves to the other, slowly enough for OLE to follow; the button stays down.
@@ -64,18 +59,13 @@ class Pointer : Pinned {
         const HWND pressed = WindowFromPoint(from);
         Press();
         // Whoever drags takes the mouse first. A program that still has messages to handle comes to the press late,
-        // and would find the pointer gone; one that never takes it is another than the test meant.
+        // and would find the pointer gone.
+        const auto taken = [&] { return GuiOf(pressed).hwndCapture != nullptr; };
         wchar_t name[64] = {};
         GetClassNameW(pressed, name, 64);
-        const auto taken = [thread = GetWindowThreadProcessId(pressed, nullptr)] {
-            GUITHREADINFO information{};
-            information.cbSize = sizeof information;
-            return GetGUIThreadInfo(thread, &information) != FALSE && information.hwndCapture != nullptr;
-        };
         Await("a window of class " + Narrow(name) + " takes the press", taken, Milliseconds(60000));
         MoveTo(to, 12, dragPace);
     }
-    /// Pull() and Release().
     void Drag(POINT from, POINT to) {
         Pull(from, to);
         // One more step on the spot, so that the target has seen the pointer before the button goes up.
@@ -93,9 +83,8 @@ class Pointer : Pinned {
     static constexpr Milliseconds dragPace{40};
 
   private:
-    /// Every press and release brings its place along. Under Wine the pointer's moves come back as events of the X
-    /// server, and one that comes late (from a window that has just appeared under the pointer's former place, say)
-    /// would otherwise put the press there; GetCursorPos asks the X server and does not show it.
+    /// Every press and release brings its place along: under Wine moves come back as events of the X server, and one
+    /// that comes late would put the press elsewhere. GetCursorPos asks the X server and does not show it.
     static void Send(DWORD flags, POINT place) {
         // A screen counts as 65536 units, and what is given is cut off; half a unit more hits the middle of the pixel.
         const auto units = [](LONG at, int extent) { return static_cast<DWORD>((at * 65536LL + 32768) / extent); };
@@ -109,8 +98,8 @@ class Pointer : Pinned {
 
 /// Strokes on the real keyboard, by virtual-key code.
 struct Keys {
-    static void Down(WORD key) { Send(key, static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)), 0); }
-    static void Up(WORD key) { Send(key, static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC)), KEYEVENTF_KEYUP); }
+    static void Down(WORD key, DWORD flags = 0) { Send(key, MapVirtualKeyW(key, MAPVK_VK_TO_VSC), flags); }
+    static void Up(WORD key) { Down(key, KEYEVENTF_KEYUP); }
     /// One stroke while the modifiers are held.
     static void Stroke(WORD key, std::initializer_list<WORD> modifiers = {}) {
         for (const WORD modifier : modifiers)
@@ -124,26 +113,25 @@ struct Keys {
     static void Type(std::wstring_view text) {
         for (const wchar_t unit : text)
             for (const DWORD flags : {DWORD{KEYEVENTF_UNICODE}, DWORD{KEYEVENTF_UNICODE | KEYEVENTF_KEYUP}})
-                Send(0, static_cast<WORD>(unit), flags);
+                Send(0, unit, flags);
     }
 
   private:
-    static void Send(WORD key, WORD code, DWORD flags) {
+    static void Send(WORD key, UINT code, DWORD flags) {
         INPUT input{};
         input.type = INPUT_KEYBOARD;
-        input.ki = {key, code, flags, 0, 0};
+        input.ki = {key, static_cast<WORD>(code), flags, 0, 0};
         Check(SendInput(1, &input, sizeof input) == 1, "SendInput");
     }
 };
 
-/// The pointer's shape.
 [[nodiscard]] inline HCURSOR ShownPointer() {
     CURSORINFO info{};
     info.cbSize = sizeof info;
     Check(GetCursorInfo(&info) != FALSE, "GetCursorInfo");
     return info.hCursor;
 }
-/// What it is once it no longer changes.
+/// Once it no longer changes.
 [[nodiscard]] inline HCURSOR SettledPointer() {
     HCURSOR pointer = nullptr;
     Await("the pointer settles", [&pointer, same = 0]() mutable {

@@ -5,12 +5,11 @@
 
 #include <filesystem>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace vextrel::driver {
 
-/// The narrow form for messages; what is not ASCII becomes '?'.
+/// For messages; what is not ASCII becomes '?'.
 [[nodiscard]] inline std::string Narrow(const std::wstring& text) {
     std::string narrow;
     for (const wchar_t c : text)
@@ -18,7 +17,6 @@ namespace vextrel::driver {
     return narrow;
 }
 
-/// Folder of the running test program.
 [[nodiscard]] inline std::filesystem::path OwnFolder() {
     wchar_t path[MAX_PATH] = {};
     Check(GetModuleFileNameW(nullptr, path, MAX_PATH) < MAX_PATH, "GetModuleFileName");
@@ -41,10 +39,8 @@ class Process : Pinned {
               "starting " + Narrow(program.wstring()));
     }
     ~Process() {
-        if (Runs()) {
-            TerminateProcess(Handle(), 99);
-            WaitForSingleObject(Handle(), 5000);
-        }
+        TerminateProcess(Handle(), 99);
+        WaitForSingleObject(Handle(), 5000);
         CloseHandle(MainThread());
         CloseHandle(Handle());
     }
@@ -53,18 +49,17 @@ class Process : Pinned {
     [[nodiscard]] HANDLE Handle() const { return information_.hProcess; }
     [[nodiscard]] HANDLE MainThread() const { return information_.hThread; }
     [[nodiscard]] bool Runs() const { return WaitForSingleObject(Handle(), 0) == WAIT_TIMEOUT; }
-    /// Waits for the end and returns the exit code.
     [[nodiscard]] DWORD ExitCode(Milliseconds limit = usualLimit) const {
         DWORD code = 0;
-        Await(
-            "the program ends", [&] { return !Runs(); }, limit);
+        const auto ended = [this] { return !Runs(); };
+        Await("the program ends", ended, limit);
         Check(GetExitCodeProcess(Handle(), &code) != FALSE, "GetExitCodeProcess");
         return code;
     }
 
+    using Title = std::optional<std::wstring>;
     /// Its visible top-level windows of one class, topmost first; with a title, only those that bear it.
-    [[nodiscard]] std::vector<HWND> Windows(const std::wstring& className,
-                                            const std::optional<std::wstring>& title = {}) const {
+    [[nodiscard]] std::vector<HWND> Windows(const std::wstring& className, const Title& title = {}) const {
         std::vector<HWND> windows;
         EnumWindows(Collect, reinterpret_cast<LPARAM>(&windows));
         std::erase_if(windows, [&](HWND window) {
@@ -80,19 +75,14 @@ class Process : Pinned {
         return windows;
     }
     /// The first of Windows(), or null.
-    [[nodiscard]] HWND Window(const std::wstring& className, const std::optional<std::wstring>& title = {}) const {
+    [[nodiscard]] HWND Window(const std::wstring& className, const Title& title = {}) const {
         const auto found = Windows(className, title);
         return found.empty() ? nullptr : found.front();
     }
-    /// Waits for such a window; throws if the program ends before it shows one.
-    [[nodiscard]] HWND AwaitWindow(const std::wstring& className, const std::optional<std::wstring>& title = {}) const {
+    [[nodiscard]] HWND AwaitWindow(const std::wstring& className, const Title& title = {}) const {
         HWND window = nullptr;
-        Await("a window of class " + Narrow(className) + (title ? ", title " + Narrow(*title) : ""), [&] {
-            window = Window(className, title);
-            if (!window && !Runs())
-                throw Failure("the program ended with code " + std::to_string(ExitCode()) + " and shows no window");
-            return window != nullptr;
-        });
+        Await("a window of class " + Narrow(className) + ", title " + Narrow(title.value_or(L"any")),
+              [&] { return (window = Window(className, title)) != nullptr; });
         return window;
     }
     /// Every window of the thread that made this one, shown or not, and every one in those.
@@ -123,7 +113,6 @@ inline LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam =
     return static_cast<LRESULT>(answer);
 }
 
-/// Text of a window or control of any process, asked with WM_GETTEXT; throws if it does not answer.
 [[nodiscard]] inline std::wstring TextOf(HWND window) {
     // The text may grow between the two questions; room to spare makes that harmless.
     std::wstring text(static_cast<std::size_t>(Ask(window, WM_GETTEXTLENGTH)) + 64, L'\0');
@@ -131,34 +120,39 @@ inline LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam =
     return text;
 }
 
-/// A condition: the window has been in front for some polls. A window manager may be about to bring another there, and
-/// the mouse is let go of whenever the front changes. Helped, it is brought back each time.
-[[nodiscard]] inline std::function<bool()> StaysInFront(HWND window, bool helped) {
-    return [window, helped, seen = 0]() mutable {
+/// Until the window has been in front for some polls: a window manager may be about to bring another there, and the
+/// mouse is let go of whenever the front changes. After so many polls it is helped: brought back each time.
+inline void BringToFront(HWND window, int unhelped = 0) {
+    Await("the window stays in front", [=, polls = 0, seen = 0]() mutable {
         seen = GetForegroundWindow() == window ? seen + 1 : 0;
-        if (helped && seen == 0)
+        if (++polls > unhelped && seen == 0)
             SetForegroundWindow(window);
         return seen == 15;
-    };
-}
-inline void BringToFront(HWND window) {
-    Await("the window stays in front", StaysInFront(window, true));
+    });
 }
 /// For a window that has just appeared, which comes to the front by itself: it is helped only if it does not.
 inline void SettleInForeground(HWND window) {
-    if (!WaitFor(StaysInFront(window, false), Milliseconds(2000)))
-        BringToFront(window);
+    BringToFront(window, 200);
 }
 
-/// Rectangle on the screen, in pixels.
+/// What the window's thread knows of focus, capture and menus.
+[[nodiscard]] inline GUITHREADINFO GuiOf(HWND window) {
+    GUITHREADINFO information{};
+    information.cbSize = sizeof information;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &information);
+    return information;
+}
+
 [[nodiscard]] inline RECT BoundsOf(HWND window) {
     RECT bounds{};
     Check(GetWindowRect(window, &bounds) != FALSE, "GetWindowRect");
     return bounds;
 }
+[[nodiscard]] inline POINT CentreOf(const RECT& area) {
+    return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+}
 [[nodiscard]] inline POINT CentreOf(HWND window) {
-    const RECT bounds = BoundsOf(window);
-    return {(bounds.left + bounds.right) / 2, (bounds.top + bounds.bottom) / 2};
+    return CentreOf(BoundsOf(window));
 }
 [[nodiscard]] inline int Width(const RECT& area) {
     return area.right - area.left;

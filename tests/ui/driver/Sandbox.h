@@ -6,18 +6,15 @@
 
 namespace vextrel::driver {
 
-/// A new temporary folder with a copy of vextrel.exe, so that a test has settings of its own. Removed at the end.
-///
-/// The program answers other programs, tests among them, only where its settings file says so. It does here, unless a
-/// test wants the program as users have it: that one key is written by whoever writes the file, and is not seen by
-/// those who read it.
+/// A new temporary folder with a copy of vextrel.exe, so that a test has settings of its own. The program answers other
+/// programs, tests among them, only where these say so. They do, unless a test wants the program as users have it: that
+/// one key is written by whoever writes the file, and is not seen by those who read it.
 class Sandbox : Pinned {
   public:
     enum class Others { Answered, Refused };
 
-    /// Copies the program from where the build leaves it, or from the path in the environment variable VEXTREL_EXE.
-    /// `folderName`, if given, becomes the name of the program's folder; `testBuild` names a build of the program
-    /// beside the tests that takes its place.
+    /// Copies the program from where the build leaves it or the environment variable VEXTREL_EXE says; `testBuild`
+    /// names a build beside the tests that takes its place.
     explicit Sandbox(const std::wstring& folderName = {}, const std::wstring& testBuild = {},
                      Others others = Others::Answered)
         : others_(others)
@@ -31,14 +28,9 @@ class Sandbox : Pinned {
         if (others_ == Others::Answered)
             LetOthersAsk(folder_);
     }
-    explicit Sandbox(Others others)
-        : Sandbox({}, {}, others) {}
     ~Sandbox() {
-        // The program may have ended so recently that its file is still mapped.
-        const auto removed = [&, error = std::error_code()]() mutable {
-            std::filesystem::remove_all(parent_, error);
-            return !error;
-        };
+        std::error_code error; // the program may have ended so recently that its file is still mapped
+        const auto removed = [&] { return std::filesystem::remove_all(parent_, error) != ~std::uintmax_t{}; };
         static_cast<void>(WaitFor(removed, Milliseconds(3000)));
     }
 
@@ -73,38 +65,32 @@ class Sandbox : Pinned {
     }
 
     /// One value of the settings file as Windows reads it; empty if there is none.
-    [[nodiscard]] std::wstring Setting(const std::wstring& key, const std::wstring& section = L"Settings") const {
+    [[nodiscard]] std::wstring Setting(const std::wstring& key) const {
         wchar_t value[1024] = {};
-        const auto file = folder_ / settingsName;
-        GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", value, 1024, file.c_str());
+        GetPrivateProfileStringW(L"Settings", key.c_str(), L"", value, 1024, (folder_ / settingsName).c_str());
         return value;
     }
-    void SetSetting(const std::wstring& key, const std::wstring& value,
-                    const std::wstring& section = L"Settings") const {
-        SetSettingIn(folder_, key, value, section);
-    }
+    void SetSetting(const std::wstring& key, const std::wstring& value) const { SetSettingIn(folder_, key, value); }
 
     static constexpr const wchar_t* settingsName = L"vxrconfig.ini";
 
     /// The key that makes the program in a folder answer other programs.
     static void LetOthersAsk(const std::filesystem::path& folder) {
-        SetSettingIn(folder, L"Answer Other Programs", L"True", L"Settings");
+        SetSettingIn(folder, L"Answer Other Programs", L"True");
     }
 
   private:
-    static void SetSettingIn(const std::filesystem::path& folder, const std::wstring& key, const std::wstring& value,
-                             const std::wstring& section) {
+    static void SetSettingIn(const std::filesystem::path& folder, const std::wstring& key, const std::wstring& value) {
         const auto file = folder / settingsName;
-        Check(WritePrivateProfileStringW(section.c_str(), key.c_str(), value.c_str(), file.c_str()) != FALSE,
+        Check(WritePrivateProfileStringW(L"Settings", key.c_str(), value.c_str(), file.c_str()) != FALSE,
               "writing the setting " + Narrow(key));
     }
     static std::filesystem::path NewFolder() {
-        for (int n = 0;; ++n) {
-            auto folder = std::filesystem::temp_directory_path() /
-                          (L"vextrel-ui-" + std::to_wstring(GetCurrentProcessId()) + L"-" + std::to_wstring(n));
-            if (std::filesystem::create_directory(folder))
+        const std::wstring name = L"vextrel-ui-" + std::to_wstring(GetCurrentProcessId()) + L"-";
+        for (int n = 0;; ++n)
+            if (auto folder = std::filesystem::temp_directory_path() / (name + std::to_wstring(n));
+                std::filesystem::create_directory(folder))
                 return folder;
-        }
     }
 
     Others others_;

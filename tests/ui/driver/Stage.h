@@ -14,9 +14,8 @@ struct Stage {
     explicit Stage(const std::string& settings = {}, const std::wstring& targetOptions = L"--topmost",
                    Sandbox::Others others = Sandbox::Others::Answered)
         : target(targetOptions)
-        , sandbox(others) {
-        if (!settings.empty())
-            sandbox.Write("[Settings]\r\n" + settings);
+        , sandbox({}, {}, others) {
+        sandbox.Write("[Settings]\r\n" + settings);
         Start();
     }
 

@@ -22,14 +22,13 @@ class Target {
     [[nodiscard]] HWND Window() const { return window_; }
     [[nodiscard]] HWND Field(int id) const {
         const HWND field = GetDlgItem(window_, id);
-        Check(field != nullptr, "finding the target's field " + std::to_string(id));
+        Check(field != nullptr, "finding the target's field");
         return field;
     }
     [[nodiscard]] std::wstring Text(int id = target::dropField) const { return TextOf(Field(id)); }
     [[nodiscard]] int Drops() const { return std::stoi(Text(target::dropCount)); }
     /// How often a drag has entered the drop field and been looked at.
     [[nodiscard]] int Entries() const { return std::stoi(Text(target::enterCount)); }
-    /// The units that came to the edit field as characters, one by one.
     [[nodiscard]] std::wstring TypedCharacters() const {
         std::wistringstream record(Text(target::charRecord));
         std::wstring characters;
@@ -58,27 +57,19 @@ class Target {
         Await("the drop arrives", [&] { return Drops() > drops; });
         return Text();
     }
-    /// With --read=later: makes it read what was dropped on it.
+    /// With --read=always: asks what it has kept.
     void ReadNow() const { Ask(window_, target::readNow); }
-    /// Moves it to a corner of the screen where it does not cover the given rectangle.
+    /// Moves it to the corner of the screen that is furthest from another window.
     void KeepClearOf(const RECT& other) const {
         const RECT own = BoundsOf(window_);
-        const LONG right = GetSystemMetrics(SM_CXSCREEN) - Width(own);
-        const LONG bottom = GetSystemMetrics(SM_CYSCREEN) - Height(own);
-        for (const POINT corner : {POINT{0, 0}, POINT{right, 0}, POINT{0, bottom}, POINT{right, bottom}}) {
-            RECT there = own;
-            RECT common{};
-            OffsetRect(&there, corner.x - own.left, corner.y - own.top);
-            if (IntersectRect(&common, &there, &other))
-                continue;
-            SetWindowPos(window_, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-            Await("the target has moved", [&] {
-                const RECT now = BoundsOf(window_);
-                return !IntersectRect(&common, &now, &other);
-            });
-            return;
-        }
-        throw Failure("no corner of the screen is free for the target");
+        const RECT screen{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+        const bool toTheRight = CentreOf(other).x < CentreOf(screen).x, down = CentreOf(other).y < CentreOf(screen).y;
+        SetWindowPos(window_, nullptr, toTheRight ? screen.right - Width(own) : 0,
+                     down ? screen.bottom - Height(own) : 0, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        Await("the target is clear of the window", [&, common = RECT{}]() mutable {
+            const RECT now = BoundsOf(window_);
+            return !IntersectRect(&common, &now, &other);
+        });
     }
 
   private:

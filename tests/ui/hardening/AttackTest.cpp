@@ -165,7 +165,8 @@ TEST(AttacksBesideTheGate, Fail) {
     v.ExpectSoon("a drag that no button began", [&] { return v.target.Drops() > 0; });
 
     // The user's own drag comes by a window that keeps the data, and asks it while it is there: two seconds.
-    const Target crossed(L"--read=crossed --topmost --at=700,20");
+    const Target crossed(L"--read=always --topmost");
+    MoveWindow(crossed.Window(), 700, 20, 480, 235, FALSE);
     v.app->Activate();
     crossed.PullHere(v.pointer, CentreOf(v.box));
     const POINT field = CentreOf(v.target.Field(target::dropField));

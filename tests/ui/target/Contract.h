@@ -4,15 +4,10 @@
 
 /// What the drop target and those who use it agree on.
 ///
-/// Options: --read=entry|drop|later|crossed|always
-///                                   when it asks the data object for text; "later" waits for the message `readNow`,
-///                                   which may come long after the source's drag has ended; "crossed" keeps the data of
-///                                   a drag that merely comes by, and asks it at `readNow`
-///          --ansi                   asks for CF_TEXT instead of CF_UNICODETEXT
-///          --refuse                 takes no drops
-///          --close-on-click         a click into editField destroys the window
+/// Options: --read=always    asks a drag's data for text at every move and, at `readNow`, that of one which has gone by
+///          --refuse         takes no drops
+///          --close-on-click a click into editField destroys the window
 ///          --topmost
-///          --at=X,Y                 place of the window, in pixels
 namespace vextrel::target {
 
 inline constexpr const wchar_t* windowClass = L"VextrelTarget";
@@ -21,10 +16,7 @@ inline constexpr int dropField = 101;  ///< edit field, shows the text that was 
 inline constexpr int editField = 102;  ///< ordinary edit field
 inline constexpr int charRecord = 103; ///< the UTF-16 units that came to editField as WM_CHAR, in hex: "0041 0062 "
 inline constexpr int dropCount = 104;  ///< how many drops it has had, refused ones not counted
-
-/// The keys that came to editField, by virtual-key code: "+10 +41 -41 -10 ". System keys (Alt, F10) are recorded and do
-/// nothing else.
-inline constexpr int keyRecord = 105;
+inline constexpr int keyRecord = 105;  ///< the keys that came to it, by virtual-key code: "+10 +41 -41 -10 "
 inline constexpr int enterCount = 106; ///< hidden: how often a drag has entered dropField
 
 inline constexpr UINT readNow = WM_APP + 1;

@@ -3,11 +3,9 @@
 
 #include "target/Contract.h"
 
-#include <commctrl.h>
 #include <ole2.h>
 
 #include <cstdio>
-#include <cwchar>
 #include <string>
 #include <utility>
 
@@ -18,42 +16,26 @@ bool Has(const wchar_t* option) noexcept {
     return std::wcsstr(GetCommandLineW(), option) != nullptr;
 }
 
-void CountOneMore(HWND window, int id) noexcept {
-    SetDlgItemInt(window, id, GetDlgItemInt(window, id, nullptr, FALSE) + 1, FALSE);
-}
-
 std::wstring TextFrom(IDataObject& data) {
-    const bool ansi = Has(L"--ansi");
-    FORMATETC format{static_cast<CLIPFORMAT>(ansi ? CF_TEXT : CF_UNICODETEXT), nullptr, DVASPECT_CONTENT, -1,
-                     TYMED_HGLOBAL};
+    FORMATETC format{CF_UNICODETEXT, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
     STGMEDIUM medium{};
     if (const HRESULT result = data.GetData(&format, &medium); FAILED(result))
         return L"<no text: " + std::to_wstring(static_cast<unsigned long>(result)) + L">";
-    std::wstring text;
-    if (const void* memory = GlobalLock(medium.hGlobal)) {
-        if (ansi)
-            for (const auto* c = static_cast<const unsigned char*>(memory); *c != 0; ++c)
-                text += static_cast<wchar_t>(*c);
-        else
-            text = static_cast<const wchar_t*>(memory);
-        GlobalUnlock(medium.hGlobal);
-    }
+    std::wstring text = static_cast<const wchar_t*>(GlobalLock(medium.hGlobal));
+    GlobalUnlock(medium.hGlobal);
     ReleaseStgMedium(&medium);
     return text;
 }
 
-/// Takes text by drag-and-drop at the time the options say. It lives as long as the program; nobody's references count.
+/// Takes text by drag-and-drop. It lives as long as the program; nobody's references count.
 class TextDropTarget final : public IDropTarget {
   public:
     explicit TextDropTarget(HWND window)
         : window_(window) {}
 
-    /// With --read=later or crossed: reads now what was kept before.
     void ReadNow() {
         if (kept_)
-            Receive(TextFrom(*kept_));
-        if (Has(L"--read=later"))
-            Keep(nullptr);
+            SetDlgItemTextW(window_, dropField, TextFrom(*kept_).c_str());
     }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) noexcept override {
@@ -65,31 +47,25 @@ class TextDropTarget final : public IDropTarget {
     ULONG STDMETHODCALLTYPE Release() noexcept override { return 1; }
 
     HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL place, DWORD* effect) noexcept override {
-        if (Has(L"--read=entry"))
-            readAtEntry_ = TextFrom(*data);
-        if (Has(L"--read=crossed") || Has(L"--read=always"))
+        if (Has(L"--read="))
             Keep(data);
-        CountOneMore(window_, enterCount);
+        SetDlgItemInt(window_, enterCount, ++entries_, FALSE);
         return DragOver(keys, place, effect);
     }
     HRESULT STDMETHODCALLTYPE DragOver(DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept override {
-        if (Has(L"--read=always") && kept_)
-            readAtEntry_ = TextFrom(*kept_);
+        ReadNow();
         *effect = Has(L"--refuse") ? DROPEFFECT_NONE : *effect & DROPEFFECT_COPY;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE DragLeave() noexcept override {
-        readAtEntry_.clear();
-        if (Has(L"--read=always"))
-            Keep(nullptr);
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE DragLeave() noexcept override { return S_OK; }
     HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL place, DWORD* effect) noexcept override {
         DragOver(keys, place, effect);
-        if (*effect == DROPEFFECT_NONE || Has(L"--read=crossed"))
+        Keep(nullptr);
+        if (*effect == DROPEFFECT_NONE)
             return S_OK;
-        Keep(Has(L"--read=later") ? data : nullptr);
-        Receive(kept_ ? L"" : Has(L"--read=entry") ? readAtEntry_ : TextFrom(*data));
+        // The count follows the text, so that who sees the new count finds the text in place.
+        SetDlgItemTextW(window_, dropField, TextFrom(*data).c_str());
+        SetDlgItemInt(window_, dropCount, ++drops_, FALSE);
         return S_OK;
     }
 
@@ -100,14 +76,10 @@ class TextDropTarget final : public IDropTarget {
         if (IDataObject* const before = std::exchange(kept_, data))
             before->Release();
     }
-    void Receive(const std::wstring& text) {
-        // The count follows the text, so that who sees the new count finds the text in place.
-        SetDlgItemTextW(window_, dropField, text.c_str());
-        CountOneMore(window_, dropCount);
-    }
 
     HWND window_;
-    std::wstring readAtEntry_;
+    UINT entries_ = 0;
+    UINT drops_ = 0;
     IDataObject* kept_ = nullptr;
 };
 
@@ -120,20 +92,17 @@ void Append(HWND window, int id, const wchar_t* format, WPARAM value) noexcept {
     SendDlgItemMessageW(window, id, EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(entry));
 }
 
-LRESULT CALLBACK RecordKeys(HWND field, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR /*id*/,
-                            DWORD_PTR /*data*/) noexcept {
-    const HWND window = GetParent(field);
+/// What editField gets. @return whether that is all there is to it.
+bool Record(HWND window, UINT message, WPARAM value) noexcept {
+    const bool isSystemKey = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
     if (message == WM_CHAR)
-        Append(window, charRecord, L"%04X ", wParam);
-    if (message == WM_KEYDOWN || message == WM_SYSKEYDOWN)
-        Append(window, keyRecord, L"+%02X ", wParam);
-    if (message == WM_KEYUP || message == WM_SYSKEYUP)
-        Append(window, keyRecord, L"-%02X ", wParam);
-    if (message == WM_LBUTTONDOWN && Has(L"--close-on-click"))
+        Append(window, charRecord, L"%04X ", value);
+    else if (message == WM_KEYDOWN || message == WM_KEYUP || isSystemKey)
+        Append(window, keyRecord, message == WM_KEYDOWN || message == WM_SYSKEYDOWN ? L"+%02X " : L"-%02X ", value);
+    else if (message == WM_LBUTTONDOWN && Has(L"--close-on-click"))
         return DestroyWindow(window);
     // Left alone, a system key would open the window's menu, which takes the keys that follow.
-    const bool isSystemKey = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
-    return isSystemKey ? 0 : DefSubclassProc(field, message, wParam, lParam);
+    return isSystemKey;
 }
 
 LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -145,10 +114,6 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 }
 
 HWND CreateTarget() {
-    int x = 40;
-    int y = 40;
-    if (const wchar_t* const place = std::wcsstr(GetCommandLineW(), L"--at="))
-        static_cast<void>(std::swscanf(place, L"--at=%d,%d", &x, &y));
     WNDCLASSW definition{};
     definition.lpfnWndProc = WindowProcedure;
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
@@ -157,26 +122,21 @@ HWND CreateTarget() {
     RegisterClassW(&definition);
     const HWND window =
         CreateWindowExW(Has(L"--topmost") ? WS_EX_TOPMOST : 0, windowClass, L"Drop target",
-                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, x, y, 480, 235, nullptr, nullptr, nullptr, nullptr);
-    const auto add = [window](const wchar_t* kind, const wchar_t* text, RECT place, int id, DWORD style) {
-        return CreateWindowExW(id != 0 ? WS_EX_CLIENTEDGE : 0, kind, text, WS_CHILD | style, place.left, place.top,
-                               place.right, place.bottom, window, reinterpret_cast<HMENU>(INT_PTR{id}), nullptr,
-                               nullptr);
+                        WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, 40, 40, 480, 235, nullptr, nullptr, nullptr, nullptr);
+    const auto add = [window](const wchar_t* kind, const wchar_t* text, RECT place, int id = 0, DWORD style = 0) {
+        CreateWindowExW(id != 0 ? WS_EX_CLIENTEDGE : 0, kind, text, WS_CHILD | WS_VISIBLE | style, place.left,
+                        place.top, place.right, place.bottom, window, reinterpret_cast<HMENU>(INT_PTR{id}), nullptr,
+                        nullptr);
     };
-    const std::pair<const wchar_t*, int> fields[] = {{L"Drop here:", dropField},
-                                                     {L"Type here:", editField},
-                                                     {L"Characters:", charRecord},
-                                                     {L"Drops:", dropCount},
-                                                     {L"Keys:", keyRecord}};
     int top = 10;
-    for (const auto& [label, id] : fields) {
-        const DWORD style = id == dropField || id == editField ? WS_VISIBLE : WS_VISIBLE | ES_READONLY;
-        add(L"STATIC", label, {10, top + 4, 90, 20}, 0, WS_VISIBLE);
-        add(L"EDIT", id == dropCount ? L"0" : L"", {110, top, 340, 26}, id, style | ES_AUTOHSCROLL);
+    for (const wchar_t* label : {L"Drop here:", L"Type here:", L"Characters:", L"Drops:", L"Keys:"}) {
+        const int id = dropField + top / 35;
+        add(L"STATIC", label, {10, top + 4, 90, 20});
+        add(L"EDIT", id == dropCount ? L"0" : L"", {110, top, 340, 26}, id,
+            id > editField ? ES_AUTOHSCROLL | ES_READONLY : ES_AUTOHSCROLL);
         top += 35;
     }
-    add(L"STATIC", L"0", {}, enterCount, 0);
-    SetWindowSubclass(GetDlgItem(window, editField), RecordKeys, 1, 0);
+    add(L"STATIC", L"0", {}, enterCount);
     return window;
 }
 
@@ -186,19 +146,19 @@ HWND CreateTarget() {
 int wmain() {
     using namespace vextrel::target;
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
-    if (FAILED(OleInitialize(nullptr)))
-        return 2;
+    OleInitialize(nullptr);
     const HWND window = CreateTarget();
     TextDropTarget target(window);
     dropTarget = &target;
-    const HWND field = GetDlgItem(window, dropField);
-    if (FAILED(RegisterDragDrop(field, &target)))
+    if (FAILED(RegisterDragDrop(GetDlgItem(window, dropField), &target)))
         return 2;
+    const HWND typed = GetDlgItem(window, editField);
     ShowWindow(window, SW_SHOW);
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);
-        DispatchMessageW(&message);
+        if (message.hwnd != typed || !Record(window, message.message, message.wParam))
+            DispatchMessageW(&message);
     }
     OleUninitialize();
     return 0;

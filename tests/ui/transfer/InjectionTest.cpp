@@ -99,6 +99,7 @@ TEST_F(Injection, DoesNotWaitForATargetThatHangs) {
 TEST_F(Injection, IsFollowedByWhatWasAskedForMeanwhile) {
     app.ClickPassword(pointer, L"as");
     Pull(field);
+    EXPECT_EQ(app.ToolState(ids::toolRefresh) & TBSTATE_ENABLED, 0);
     Ask(app.Main(), WM_COMMAND, ids::toolClear);
     Ask(app.Main(), WM_CLOSE);
     pointer.Release();

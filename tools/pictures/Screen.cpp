@@ -1,4 +1,4 @@
-#include "driver/Screen.h"
+#include "pictures/Screen.h"
 
 #include "driver/Process.h"
 
