@@ -97,17 +97,17 @@ TEST(ScreenCapture, IsDeniedOfEveryWindowBeforeItIsSeenUnlessTheUserAllowsIt) {
     }
 }
 
-/// One that the program loads by name; of most others Wine takes its own wherever the program looks.
 TEST(PlantedLibraries, BesideTheProgramAreNotLoaded) {
     const Sandbox sandbox;
     sandbox.SetSetting(L"Harden Process", L"False"); // it would keep them out by itself
     CopyFileW((OwnFolder() / L"vextrel_planted.dll").c_str(), (sandbox.Folder() / L"comdlg32.dll").c_str(), TRUE);
-    const wchar_t* usual = _wgetenv(L"WINEDLLOVERRIDES");
-    SetEnvironmentVariableW(L"WINEDLLOVERRIDES", L"comdlg32=n,b");
+    // Wine takes its own libraries wherever a program looks, unless it is told otherwise.
+    const std::wstring key = L"Software\\Wine\\AppDefaults\\vextrel.exe";
+    RegSetKeyValueW(HKEY_CURRENT_USER, (key + L"\\DllOverrides").c_str(), L"comdlg32", REG_SZ, L"native,builtin", 30);
     const App app(sandbox);
-    SetEnvironmentVariableW(L"WINEDLLOVERRIDES", usual);
     app.Command(ids::mnuKeyboardLayoutImport);
     app.Dismiss(app.AwaitDialog(), IDCANCEL);
+    RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
     EXPECT_FALSE(sandbox.Read(L"comdlg32.dll.loaded"));
 }
 
