@@ -49,7 +49,6 @@ class FaultyApp : public App {
         order_.times = times;
     }
     [[nodiscard]] LONG TimesLeft() const { return order_.times; }
-    [[nodiscard]] std::string Ordered() const { return Narrow(order_.handler); }
 
   private:
     faults::Order& order_ = faults::Order::To(Running().Id());
