@@ -17,8 +17,8 @@ packagesToBench="cmake ninja-build g++ googletest libbenchmark-dev"
 packagesToPackage="cmake ninja-build g++-mingw-w64-x86-64-posix googletest git zip nsis python3-markdown"
 packagesToTest="$packagesToRun $packagesToFuzz $packagesToPackage g++ python3 libxkbcommon-tools unzip x11-xkb-utils"
 # All that differs between Debian 12 and 13. Those two tools judge otherwise in each version, and the sources follow that
-# of Debian 12; elsewhere tests/checks/llvm.sh has their checks skipped. picom 12 leaves parts black, now and then, if it
-# draws only what has changed.
+# of Debian 12; elsewhere their checks are skipped. picom 12 leaves parts black, now and then, if it draws only what has
+# changed.
 compositorOptions=()
 if [ "$(sed -n 's/^VERSION_ID="\([0-9]*\)"$/\1/p' /etc/os-release 2>/dev/null)" = 12 ]; then
     packagesToTest+=" clang-format clang-tidy"

@@ -9,9 +9,10 @@
 #include <gtest/gtest.h>
 #include <psapi.h>
 #include <shellapi.h>
-#include <tlhelp32.h>
 
 #include <fstream>
+#include <regex>
+#include <span>
 
 namespace vextrel::driver {
 namespace {
@@ -77,19 +78,16 @@ TEST_F(Claims, LibraryFolders) {
     DWORD bytes = 0;
     EnumProcessModules(Program().Running().Handle(), modules, sizeof modules, &bytes);
     Program().Dismiss(dialog, IDCANCEL);
-    std::wstring windows(MAX_PATH, L'\0');
-    windows.resize(GetWindowsDirectoryW(windows.data(), MAX_PATH));
+    const std::span loaded = std::span(modules).first(bytes / sizeof(HMODULE));
+    ASSERT_GT(loaded.size(), 10U);
+    const std::wregex ofWindows(LR"(\w:\\Windows\\(System32|WinSxS)\\.*)", std::regex::icase);
     std::string elsewhere;
-    for (std::size_t i = 1; i < bytes / sizeof(HMODULE); ++i) {
+    for (const HMODULE module : loaded.subspan(1)) {
         wchar_t path[MAX_PATH] = {};
-        GetModuleFileNameExW(Program().Running().Handle(), modules[i], path, MAX_PATH);
-        const auto isIn = [&](const std::wstring& folder) {
-            return _wcsnicmp(path, (windows + folder).c_str(), windows.size() + folder.size()) == 0;
-        };
-        if (!isIn(L"\\System32\\") && !isIn(L"\\WinSxS\\"))
+        GetModuleFileNameExW(Program().Running().Handle(), module, path, MAX_PATH);
+        if (!std::regex_match(path, ofWindows))
             elsewhere += Narrow(std::filesystem::path(path).filename().wstring()) + " ";
     }
-    EXPECT_GT(bytes / sizeof(HMODULE), 10U);
     Expect(elsewhere.empty(), "from elsewhere: " + elsewhere);
 }
 
@@ -113,29 +111,20 @@ TEST_F(Claims, LockedPage) {
     Expect(page.VirtualAttributes.Locked != 0, "locked: " + std::to_string(page.VirtualAttributes.Locked));
 }
 
-/// A program that comes with Windows, and what it shows of ours; its window's title has the marker then.
+/// A program that comes with Windows, and what of ours it opens; its window's title has the marker then. An editor has
+/// a class of window by which one that somebody has open is known.
 struct Guest {
     const char* name;
     const wchar_t* program;
-    const wchar_t* process; ///< that this starts
-    enum { Editor, Folder, Browser } kind;
+    const wchar_t* file; ///< in the folder, or the folder itself
+    const wchar_t* editor = nullptr;
 };
-constexpr Guest guests[] = {{"Notepad", L"notepad.exe", L"notepad.exe", Guest::Editor},
-                            {"WordPad", L"write.exe", L"wordpad.exe", Guest::Editor},
-                            {"Explorer's search field", L"explorer.exe", L"explorer.exe", Guest::Folder},
-                            {"Edge", L"msedge.exe", L"msedge.exe", Guest::Browser}};
 constexpr const wchar_t* marker = L"vextrel-guest";
-
-bool IsOpen(const std::wstring& program) {
-    const HANDLE list = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-    PROCESSENTRY32W entry{};
-    entry.dwSize = sizeof entry;
-    bool found = false;
-    for (BOOL more = Process32FirstW(list, &entry); more != FALSE && !found; more = Process32NextW(list, &entry))
-        found = _wcsicmp(entry.szExeFile, program.c_str()) == 0;
-    CloseHandle(list);
-    return found;
-}
+constexpr const wchar_t* page = L"vextrel-guest.html";
+constexpr Guest guests[] = {{"Notepad", L"notepad.exe", L"vextrel-guest.txt", L"Notepad"},
+                            {"WordPad", L"write.exe", L"vextrel-guest.txt", L"WordPadClass"},
+                            {"Explorer's search field", L"explorer.exe", L""},
+                            {"Edge", L"msedge.exe", page}};
 
 std::wstring TitleOf(HWND window) {
     wchar_t title[256] = {};
@@ -144,105 +133,88 @@ std::wstring TitleOf(HWND window) {
 }
 
 /// A guest's window and its field; gone again with this object.
-class Visit {
-  public:
-    explicit Visit(const Guest& guest)
-        : guest_(guest) {
-        if (guest.kind == Guest::Editor && IsOpen(guest.process))
+struct Visit : Pinned {
+    explicit Visit(const Guest& whom)
+        : guest(whom) {}
+    void Open() {
+        if (guest.editor && FindWindowW(guest.editor, nullptr))
             throw Failure("open already, perhaps with somebody's text");
-        const auto file =
-            folder_.Folder() / (std::wstring(marker) + (guest.kind == Guest::Editor ? L".txt" : L".html"));
-        std::ofstream(file) << (guest.kind == Guest::Editor
-                                    ? ""
-                                    : "<title>vextrel-guest</title><textarea style='width:95vw;height:90vh' "
-                                      "oninput=\"document.title='vextrel-guest '+this.value\"></textarea>");
-        std::wstring opened = L"\"" + (guest.kind == Guest::Folder ? folder_.Folder() : file).wstring() + L"\"";
-        if (guest.kind == Guest::Browser)
-            opened = L"--no-first-run --user-data-dir=\"" + folder_.Folder().wstring() + L"\" --app=" + opened;
-        if (reinterpret_cast<INT_PTR>(
-                ShellExecuteW(nullptr, nullptr, guest.program, opened.c_str(), nullptr, SW_SHOWNORMAL)) <= 32)
+        folder.Write("", L"vextrel-guest.txt");
+        folder.Write("<title>vextrel-guest</title><textarea style='width:95vw;height:90vh' "
+                     "oninput=\"document.title='vextrel-guest '+this.value\"></textarea>",
+                     page);
+        std::wstring opened = L"\"" + (folder.Folder() / guest.file).wstring() + L"\"";
+        if (guest.file == page)
+            opened = L"--no-first-run --user-data-dir=\"" + folder.Folder().wstring() + L"\" --app=" + opened;
+        const HINSTANCE shown = ShellExecuteW(nullptr, nullptr, guest.program, opened.c_str(), nullptr, SW_SHOWNORMAL);
+        if (reinterpret_cast<INT_PTR>(shown) <= 32)
             throw Failure("not there");
-        Await("its window", [&] { return EnumWindows(&Visit::Find, reinterpret_cast<LPARAM>(&window_)) == FALSE; });
-        SettleInForeground(window_);
-        SetWindowPos(window_, nullptr, 0, 0, 640, 400, SWP_NOZORDER);
+        Await("its window", [&] { return TitleOf(GetForegroundWindow()).find(marker) != std::wstring::npos; });
+        window = GetForegroundWindow();
+        SetWindowPos(window, nullptr, 0, 0, 640, 400, SWP_NOZORDER);
         Sleep(2000); // nothing tells when such a program has come to rest
-        field_ = WindowFromPoint(CentreOf(window_));
-        if (guest.kind == Guest::Folder) {
-            Keys::Stroke('F', {VK_CONTROL});
-            Sleep(1000);
+        field = WindowFromPoint(CentreOf(window));
+        if (*guest.file != L'\0')
+            return;
+        Keys::Stroke('F', {VK_CONTROL});
+        Await("a search field that is a window of its own", [&] {
             GUITHREADINFO input{};
             input.cbSize = sizeof input;
-            GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &input);
+            GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &input);
+            field = input.hwndFocus;
             wchar_t name[64] = {};
-            if (GetClassNameW(input.hwndFocus, name, 64) == 0 || std::wcsstr(name, L"Edit") == nullptr)
-                throw Failure("its field is no window of its own");
-            field_ = input.hwndFocus;
-        }
+            return GetClassNameW(field, name, 64) != 0 && std::wcsstr(name, L"Edit") != nullptr;
+        });
     }
-    /// Editors would ask what to do with a changed text, so their program is ended; that of folders is the desktop,
-    /// too.
+    /// Editors are ended, since they would ask what to do with the text; Explorer is the desktop, too.
     ~Visit() {
         DWORD id = 0;
-        GetWindowThreadProcessId(window_, &id);
-        const HANDLE process = guest_.kind == Guest::Editor ? OpenProcess(PROCESS_TERMINATE, FALSE, id) : nullptr;
+        GetWindowThreadProcessId(window, &id);
+        const HANDLE process = guest.editor ? OpenProcess(PROCESS_TERMINATE, FALSE, id) : nullptr;
         if (!process || !TerminateProcess(process, 0))
-            PostMessageW(window_, WM_CLOSE, 0, 0);
+            PostMessageW(window, WM_CLOSE, 0, 0);
         CloseHandle(process);
-        static_cast<void>(WaitFor([&] { return !IsWindow(window_); }));
+        static_cast<void>(WaitFor([&] { return !IsWindow(window); }));
     }
-    Visit(const Visit&) = delete;
-    Visit& operator=(const Visit&) = delete;
+    [[nodiscard]] std::wstring Text() const { return guest.file == page ? TitleOf(window) : TextOf(field); }
 
-    [[nodiscard]] POINT Place() const { return CentreOf(guest_.kind == Guest::Folder ? field_ : window_); }
-    [[nodiscard]] std::wstring Text() const {
-        return guest_.kind == Guest::Browser ? TitleOf(window_) : TextOf(field_);
-    }
-
-  private:
-    static BOOL CALLBACK Find(HWND window, LPARAM found) {
-        if (!IsWindowVisible(window) || TitleOf(window).find(marker) == std::wstring::npos)
-            return TRUE;
-        *reinterpret_cast<HWND*>(found) = window;
-        return FALSE;
-    }
-
-    const Guest& guest_;
-    const Sandbox folder_{marker};
-    HWND window_ = nullptr;
-    HWND field_ = nullptr;
+    const Guest& guest;
+    const Sandbox folder{marker};
+    HWND window = nullptr;
+    HWND field = nullptr;
 };
 
 /// The password arrives whole, or not at all; after a drag that hands over nothing the box keeps it.
 void TakeElsewhere(bool inject) {
     std::string seen;
-    int tried = 0;
+    bool tried = false;
     for (const Guest& guest : guests) {
-        seen += std::string(seen.empty() ? "" : ", ") + guest.name + ": ";
+        seen += std::string(guest.name) + ": ";
         try {
-            const Visit visit(guest);
+            Visit visit(guest);
+            visit.Open();
+            const std::wstring before = visit.Text();
             const Sandbox sandbox;
             sandbox.SetSetting(L"Drag Drop Mode", inject ? L"Inject" : L"Drag Drop");
             const App app(sandbox);
             Pointer pointer;
             const std::wstring secret = RandomSecret(10);
-            const std::wstring before = visit.Text();
             app.ClickPassword(pointer, secret);
             app.MoveTo({660, 420}); // to the right of the guest and below it
             app.Activate();
-            pointer.Drag(CentreOf(app.PasswordBox()), visit.Place());
+            pointer.Drag(CentreOf(app.PasswordBox()), CentreOf(visit.field));
             const bool whole =
                 WaitFor([&] { return visit.Text().find(secret) != std::wstring::npos; }, Milliseconds(5000));
-            const bool nothing = !whole && visit.Text() == before;
-            seen += whole ? "arrived whole" : nothing ? "took nothing" : "took a part";
-            EXPECT_TRUE(whole || nothing) << guest.name;
+            EXPECT_TRUE(whole || visit.Text() == before) << guest.name << " took a part";
             EXPECT_TRUE(inject || app.Shown().size() == (whole ? 0 : 10)) << guest.name << ", left in the box";
-            ++tried;
+            seen += whole ? "arrived whole; " : "did not; ";
+            tried = true;
         } catch (const Failure& failure) {
-            seen += failure.what();
+            seen += failure.what() + std::string("; ");
         }
     }
     testing::Test::RecordProperty("seen", seen);
-    if (tried == 0)
+    if (!tried)
         GTEST_SKIP() << "nothing to try it with";
 }
 

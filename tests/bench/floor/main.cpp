@@ -1,7 +1,6 @@
 // The floor under the measurements: the windows, controls, timer and system DLLs of the real program, and nothing of
-// what it does. What this needs, any program of that shape needs. It is operated as the real one is: by the same window
-// class, numbers and messages. Its second box only counts and times the characters that come; WM_APP asks for the
-// microseconds from the first to the last of so many.
+// what it does. It is operated as the real one is: by the same window class, numbers and messages. Its second box only
+// counts and times the characters that come; WM_APP asks for the microseconds from the first to the last of so many.
 
 #include "core/ids.h"
 #include "win32/resources.h"
@@ -34,25 +33,29 @@ HWND Add(HWND window, const wchar_t* kind, DWORD style, RECT place, int id = 0) 
 void AddToolbar(HWND window, LONG width) {
     const HWND bar = Add(window, TOOLBARCLASSNAMEW, TBSTYLE_FLAT | CCS_NOPARENTALIGN | CCS_NORESIZE, {0, 0, width, 28});
     SendMessageW(bar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    const HIMAGELIST pictures = ImageList_LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDB_TOOLBAR_100), 16,
-                                                     0, CLR_NONE, IMAGE_BITMAP, LR_CREATEDIBSECTION);
-    SendMessageW(bar, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures));
+    const TBADDBITMAP pictures{GetModuleHandleW(nullptr), IDB_TOOLBAR_100};
+    SendMessageW(bar, TB_ADDBITMAP, 15, reinterpret_cast<LPARAM>(&pictures));
     for (int tool = 0; tool < 15; ++tool) {
         const TBBUTTON button{tool, 300 + tool, TBSTATE_ENABLED, BTNS_BUTTON, {}, 0, 0};
         SendMessageW(bar, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
     }
 }
 
-/// Left, top, width and height of a button, or of the layer over all of them.
-RECT ButtonPlace(int index, const RECT& client) {
-    const LONG unitX = client.right / perRow;
-    const LONG unitY = (client.bottom - aroundKeys) / 5;
-    return {index % perRow * unitX, keysTop + index / perRow * unitY, unitX - 2, unitY - 2};
-}
-RECT LayerPlace(HWND window, const RECT& client) {
+/// Puts buttons and layer where they belong in a window of this size.
+void LayOut(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    const int unitX = client.right / perRow;
+    const int unitY = (client.bottom - aroundKeys) / 5;
+    HDWP all = BeginDeferWindowPos(buttonCount);
+    for (int n = 0; n < buttonCount; ++n)
+        all = DeferWindowPos(all, GetDlgItem(window, ids::firstKey + n), nullptr, n % perRow * unitX,
+                             keysTop + n / perRow * unitY, unitX - 2, unitY - 2, still);
+    EndDeferWindowPos(all);
     POINT keys{0, keysTop};
     ClientToScreen(window, &keys);
-    return {keys.x, keys.y, client.right, client.bottom - aroundKeys};
+    SetWindowPos(reinterpret_cast<HWND>(GetWindowLongPtrW(window, GWLP_USERDATA)), nullptr, keys.x, keys.y,
+                 client.right, client.bottom - aroundKeys, still);
 }
 
 void Create() {
@@ -67,36 +70,17 @@ void Create() {
     Add(window, className, WS_BORDER, {360, 30, 340, 26}, ids::txtText);
     Add(window, TRACKBAR_CLASSW, TBS_NOTICKS, {10, 64, 340, 26});
     Add(window, TRACKBAR_CLASSW, TBS_NOTICKS, {360, 64, 340, 26});
-    for (int index = 0; index < buttonCount; ++index)
-        Add(window, WC_BUTTONW, BS_PUSHBUTTON, ButtonPlace(index, client), ids::firstKey + index);
+    for (int n = 0; n < buttonCount; ++n)
+        Add(window, WC_BUTTONW, BS_PUSHBUTTON, {}, ids::firstKey + n);
     Add(window, STATUSCLASSNAMEW, CCS_NOPARENTALIGN | CCS_NORESIZE, {0, client.bottom - 22, client.right, 22});
-    const auto [left, top, width, height] = LayerPlace(window, client);
-    const HWND layer = CreateWindowExW(WS_EX_LAYERED | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, className, L"", WS_POPUP,
-                                       left, top, width, height, window, nullptr, nullptr, nullptr);
+    const HWND layer = CreateWindowExW(WS_EX_LAYERED | WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE, className, L"", WS_POPUP, 0,
+                                       0, 0, 0, window, nullptr, nullptr, nullptr);
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(layer));
     SetLayeredWindowAttributes(layer, 0, 5, LWA_ALPHA);
     SetTimer(layer, 1, 50, nullptr);
+    LayOut(window);
     ShowWindow(window, SW_SHOW);
     ShowWindow(layer, SW_SHOWNA);
-}
-
-void PlaceAnew(HWND window, int turn) {
-    // Sizes and places as far apart as those of the real program.
-    const int width = 500 + turn * 97 % 440;
-    SetWindowPos(window, nullptr, turn * 131 % 700, turn * 71 % 400, width, width / 2 + 20, still);
-    RECT client{};
-    GetClientRect(window, &client);
-    HDWP positions = BeginDeferWindowPos(buttonCount);
-    for (int n = 0; n < buttonCount; ++n) {
-        const auto [left, top, wide, high] = ButtonPlace(n, client);
-        positions =
-            DeferWindowPos(positions, GetDlgItem(window, ids::firstKey + n), nullptr, left, top, wide, high, still);
-    }
-    EndDeferWindowPos(positions);
-    const auto layer = reinterpret_cast<HWND>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    const auto [left, top, wide, high] = LayerPlace(window, client);
-    SetWindowPos(layer, nullptr, left, top, wide, high, still);
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void Obey(HWND window, int command) {
@@ -108,7 +92,11 @@ void Obey(HWND window, int command) {
     } else if (command == ids::mnuViewPasswordMask) {
         SetDlgItemTextW(window, ids::txtPassword, std::wstring(1000, odd ? L'*' : L'a').c_str());
     } else if (command == ids::toolRefresh) {
-        PlaceAnew(window, turn);
+        // Sizes and places as far apart as those of the real program.
+        const int width = 500 + turn * 97 % 440;
+        SetWindowPos(window, nullptr, turn * 131 % 700, turn * 71 % 400, width, width / 2 + 20, still);
+        LayOut(window);
+        RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     }
 }
 
@@ -134,7 +122,7 @@ LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     OleInitialize(nullptr);
-    // The real program's other DLLs; this one would not need them.
+    // The real program's other DLLs.
     for (const wchar_t* name : {L"imm32.dll", L"advapi32.dll", L"oleacc.dll", L"oleaut32.dll"})
         LoadLibraryW(name);
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_BAR_CLASSES | ICC_LINK_CLASS};

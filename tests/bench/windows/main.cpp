@@ -1,4 +1,4 @@
-// Measures the real program against the floor, and how its cost grows with length. --quick: a first impression.
+// Measures the real program against the floor, and how its cost grows with length.
 
 #include "core/ids.h"
 #include "driver/Sandbox.h"
@@ -17,13 +17,6 @@ namespace {
 using namespace vextrel;
 using namespace vextrel::driver;
 
-struct Subject;
-using Measure = std::function<double(const Subject&)>;
-
-constexpr int firstLetter = ids::firstKey + 16; // q, the first of ten letters in a row
-constexpr int leftShift = ids::firstKey + 41;
-constexpr int longText = 1000;
-
 double Now() {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
@@ -41,15 +34,6 @@ std::string BytesOf(const std::filesystem::path& file) {
     std::ostringstream bytes;
     bytes << std::ifstream(file, std::ios::binary).rdbuf();
     return bytes.str();
-}
-
-BOOL CALLBACK NeedsNoPaint(HWND window, LPARAM /*none*/) noexcept {
-    return !IsWindowVisible(window) || !GetUpdateRect(window, nullptr, FALSE);
-}
-
-/// For a folder, so that the system below Wine has one program of that path.
-std::wstring UniqueName() {
-    return std::to_wstring(GetTickCount64());
 }
 
 /// A program under measurement, shown and painted: the real one or the floor. Closed when it goes.
@@ -76,22 +60,21 @@ struct Subject {
         WaitForSingleObject(process.Handle(), 10000);
     }
 
-    /// Leaves the left half of the screen to others.
-    void GoRight() const { SetWindowPos(main, nullptr, 960, 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE); }
     HWND Control(int id) const { return GetDlgItem(main, id); }
-    bool IsPainted() const { return NeedsNoPaint(main, 0) && EnumChildWindows(main, NeedsNoPaint, 0); }
+    bool IsPainted() const {
+        return std::ranges::none_of(Process::AllBeside(main), [](HWND window) {
+            return IsWindowVisible(window) && GetUpdateRect(window, nullptr, FALSE);
+        });
+    }
     /// How long it takes to carry a message out and to paint what that changes.
     double TimeOf(HWND window, UINT message, WPARAM wParam = 0) const {
         return Time([&] { Ask(window, message, wParam); }, [&] { return IsPainted(); });
     }
     double TimeOf(int command) const { return TimeOf(main, WM_COMMAND, static_cast<WPARAM>(command)); }
+    LRESULT Length() const { return Ask(Control(ids::txtPassword), WM_GETTEXTLENGTH); }
     double TimeUntilLonger(int characters, const std::function<void()>& action) const {
-        const HWND box = Control(ids::txtPassword);
-        const LRESULT length = Ask(box, WM_GETTEXTLENGTH) + characters;
-        return Time(action, [&] { return Ask(box, WM_GETTEXTLENGTH) == length; });
+        return Time(action, [&, length = Length() + characters] { return Length() == length; });
     }
-    double PrivateKb() const { return MemoryKb("Private_Clean:") + MemoryKb("Private_Dirty:"); }
-    double ResidentKb() const { return MemoryKb("Rss:"); }
     double MemoryKb(const std::string& name) const {
         const std::string lines = BytesOf(system / L"smaps_rollup"); // "name:   123 kB"
         return std::stod(lines.substr(lines.find(name) + name.size()));
@@ -102,11 +85,6 @@ struct Subject {
             nanoseconds += std::stod(BytesOf(thread.path() / L"schedstat"));
         return nanoseconds / 1e6;
     }
-    double IdlePercent() const {
-        const double used = ProcessorMs();
-        Sleep(10000);
-        return (ProcessorMs() - used) / 100;
-    }
 
     double startMs = -Now();
     Process process;
@@ -115,17 +93,10 @@ struct Subject {
     std::filesystem::path system;
 };
 
-/// Median and quartiles.
-std::string Spread(std::vector<double> values) {
-    std::ranges::sort(values);
-    const auto at = [&](std::size_t quarter) { return values[(values.size() - 1) * quarter / 4]; };
-    char text[80];
-    std::snprintf(text, sizeof text, "%.2f (%.2f .. %.2f)", at(2), at(1), at(3));
-    return text;
-}
+using Measure = std::function<double(const Subject&)>;
 
-/// Measures one thing and another in turn, and writes a line of a table. The ratios are those of the pairs, so that a
-/// busy moment hits both.
+/// Measures one thing and another in turn, and writes a line of a table: medians and quartiles. The ratios are those of
+/// the pairs, so that a busy moment hits both.
 void Compare(const std::string& name, const char* target, int pairs, const std::function<double(bool)>& measure) {
     std::array<std::vector<double>, 3> columns;
     for (int pair = 0; pair < pairs; ++pair) {
@@ -134,25 +105,33 @@ void Compare(const std::string& name, const char* target, int pairs, const std::
         columns[2].push_back(columns[0].back() / columns[1].back());
     }
     std::printf("| %s ", name.c_str());
-    for (const auto& column : columns)
-        std::printf("| %s ", Spread(column).c_str());
+    for (auto& column : columns) {
+        std::ranges::sort(column);
+        const auto at = [&](std::size_t quarter) { return column[(column.size() - 1) * quarter / 4]; };
+        std::printf("| %.2f (%.2f .. %.2f) ", at(2), at(1), at(3));
+    }
     std::printf("| %s |\n", target);
     std::fflush(stdout);
 }
 
-void CompareAtRest(bool quick) {
-    const Sandbox sandbox(UniqueName(), {}, Sandbox::Others::Refused); // closed, as users have it
-    Compare("start to shown and painted, ms", "at most 1.05 x", quick ? 8 : 30,
+void CompareAtRest() {
+    const Sandbox sandbox(L"measured", {}, Sandbox::Others::Refused); // closed, as users have it
+    Compare("start to shown and painted, ms", "at most 1.05 x", 30,
             [&](bool floor) { return floor ? Subject().startMs : Subject(sandbox.Program()).startMs; });
     const Subject program(sandbox.Program());
     const Subject floor;
     Sleep(1000); // for what a start leaves to be done
     const auto compare = [&](const char* name, const char* target, const Measure& measure) {
-        Compare(name, target, quick ? 1 : 3, [&](bool isFloor) { return measure(isFloor ? floor : program); });
+        Compare(name, target, 3, [&](bool isFloor) { return measure(isFloor ? floor : program); });
     };
-    compare("private memory, KB", "at most 1.15 x", &Subject::PrivateKb);
-    compare("resident memory, KB", "at most 1.15 x", &Subject::ResidentKb);
-    compare("processor while idle, % of a core", "at most 2 x, under 0.5", &Subject::IdlePercent);
+    compare("private memory, KB", "at most 1.15 x",
+            [](const Subject& of) { return of.MemoryKb("Private_Clean:") + of.MemoryKb("Private_Dirty:"); });
+    compare("resident memory, KB", "at most 1.15 x", [](const Subject& of) { return of.MemoryKb("Rss:"); });
+    compare("processor while idle, % of a core", "at most 2 x, under 0.5", [](const Subject& of) {
+        const double used = of.ProcessorMs();
+        Sleep(10000);
+        return (of.ProcessorMs() - used) / 100;
+    });
 }
 
 double Paste(const Subject& program, int count) {
@@ -169,95 +148,59 @@ double TimeTyped(const Subject& floor, LRESULT count) {
 }
 
 double Inject(const Subject& program, const Subject& floor) {
-    const HWND box = program.Control(ids::txtPassword);
     SettleInForeground(program.main);
-    Pointer().Drag(CentreOf(box), CentreOf(floor.Control(ids::txtText)));
-    return TimeTyped(floor, Ask(box, WM_GETTEXTLENGTH));
+    Pointer().Drag(CentreOf(program.Control(ids::txtPassword)), CentreOf(floor.Control(ids::txtText)));
+    return TimeTyped(floor, program.Length());
 }
 
-/// Changes captions many times by a posted message, and looks at one of ten keys as they change. A look that finds
-/// neither the picture before the change nor the one after it has seen flicker.
-void LookForFlicker(const char* who, const Subject& subject, int changes) {
-    constexpr int size = 20; // pixels in the middle of a key
-    using Picture = std::array<DWORD, std::size_t{size} * size>;
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, size, size);
-    SelectObject(memory, bitmap);
-    std::ptrdiff_t looks = 0;
-    std::ptrdiff_t flickers = 0;
-    Pointer().MoveTo({0, 0}); // away from what is looked at
-    for (int n = 0; n < changes; ++n) {
-        SettleInForeground(subject.main);
-        const POINT key = CentreOf(subject.Control(firstLetter + n % 10));
-        std::vector<Picture> seen;
-        const auto look = [&] {
-            BitBlt(memory, 0, 0, size, size, screen, key.x - size / 2, key.y - size / 2, SRCCOPY | CAPTUREBLT);
-            GetBitmapBits(bitmap, sizeof(Picture), &seen.emplace_back());
-        };
-        look();
-        Time([&] { PostMessageW(subject.Control(leftShift), BM_CLICK, 0, 0); },
-             [&] { return look(), seen.front() != seen.back(); });
-        for (const double begun = Now(); Now() - begun < 150;)
-            look();
-        looks += std::ssize(seen);
-        flickers += std::ranges::count_if(seen, [&](auto& it) { return it != seen.front() && it != seen.back(); });
-    }
-    std::printf("flicker of %s: %td looks at changing captions, %td at neither\n", who, looks, flickers);
-}
-
-void CompareOperations(bool quick) {
-    const Sandbox sandbox(UniqueName());
+void CompareOperations() {
+    const Sandbox sandbox(L"measured");
     const Subject program(sandbox.Program());
     const Subject floor;
-    program.GoRight();
-    const int repetitions = quick ? 15 : 50;
-    LookForFlicker("Vextrel", program, repetitions);
-    LookForFlicker("the floor", floor, repetitions);
-    std::puts("\n| median (quartiles) of | Vextrel | floor | ratio | target |\n|---|---|---|---|---|");
+    SetWindowPos(program.main, nullptr, 960, 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE); // beside the others
+    std::puts("| median (quartiles) of | Vextrel | floor | ratio | target |\n|---|---|---|---|---|");
     const auto compare = [&](const char* name, const char* target, int pairs, const Measure& measure) {
         Compare(name, target, pairs, [&](bool isFloor) { return measure(isFloor ? floor : program); });
     };
-    compare("click to character, ms", "under 2 more", quick ? 50 : 200, [n = 0](const Subject& of) mutable {
-        POINT place = CentreOf(of.Control(firstLetter + n++ / 2 % 10));
+    compare("click to character, ms", "under 2 more", 200, [n = 0](const Subject& of) mutable {
+        // The ten letters from q to p.
+        POINT place = CentreOf(of.Control(ids::firstKey + 16 + n++ / 2 % 10));
         ScreenToClient(of.layer, &place);
         const LPARAM at = MAKELPARAM(place.x, place.y);
         Ask(of.layer, WM_LBUTTONDOWN, MK_LBUTTON, at);
         return of.TimeUntilLonger(1, [&] { PostMessageW(of.layer, WM_LBUTTONUP, 0, at); });
     });
-    compare("captions of 47 keys (Shift), ms", "at most 1.5 x", repetitions,
-            [](const Subject& of) { return of.TimeOf(of.Control(leftShift), BM_CLICK); });
+    compare("captions of 47 keys (Shift), ms", "at most 1.5 x", 50,
+            [](const Subject& of) { return of.TimeOf(of.Control(ids::firstKey + 41), BM_CLICK); });
     program.TimeOf(ids::toolClear);
-    Paste(program, longText);
-    compare("mask switch, 1,000 characters, ms", "at most 1.5 x", repetitions,
+    Paste(program, 1000);
+    compare("mask switch, 1,000 characters, ms", "at most 1.5 x", 50,
             [](const Subject& of) { return of.TimeOf(ids::mnuViewPasswordMask); });
     program.TimeOf(ids::mnuOptionsKeepPasswordAfterDragDrop);
     program.TimeOf(ids::mnuOptionsInjectMode);
-    const HWND field = floor.Control(ids::txtText);
-    compare("injection of 1,000 characters, after its wait, ms", "at most 1.5 x", quick ? 2 : 10,
-            [&](const Subject& of) {
-                if (&of == &program)
-                    return Inject(program, floor);
-                for (int n = 0; n < longText; ++n)
-                    PostMessageA(field, WM_CHAR, 'a', 0);
-                return TimeTyped(floor, longText);
-            });
-    compare("random size and place, ms", "at most 1.5 x", repetitions,
+    compare("injection of 1,000 characters, after its wait, ms", "at most 1.5 x", 10, [&](const Subject& of) {
+        if (&of == &program)
+            return Inject(program, floor);
+        for (int n = 0; n < 1000; ++n)
+            PostMessageA(floor.Control(ids::txtText), WM_CHAR, 'a', 0);
+        return TimeTyped(floor, 1000);
+    });
+    compare("random size and place, ms", "at most 1.5 x", 50,
             [](const Subject& of) { return of.TimeOf(ids::toolRefresh); });
 }
 
 void MeasureGrowth() {
-    const Sandbox sandbox(UniqueName());
+    const Sandbox sandbox(L"measured");
     sandbox.SetSetting(L"Save Settings in INI", L"False"); // so that the layout's file is only read
     const Subject program(sandbox.Program());
     const Subject floor;
     const Target target;
-    program.GoRight();
+    SetWindowPos(program.main, nullptr, 960, 0, 0, 0, SWP_NOSIZE | SWP_NOACTIVATE); // beside the others
     program.TimeOf(ids::mnuOptionsKeepPasswordAfterDragDrop);
     const HWND box = program.Control(ids::txtPassword);
     const auto choose = [&](int command) {
-        const HWND tools = program.Control(ids::tbToolbar);
-        Await("a transfer's end", [&] { return Ask(tools, TB_ISBUTTONENABLED, ids::toolToggleMask) != 0; });
+        Await("a transfer's end",
+              [&] { return Ask(program.Control(ids::tbToolbar), TB_ISBUTTONENABLED, ids::toolToggleMask) != 0; });
         return program.TimeOf(command);
     };
     std::puts("\n| median (quartiles) of | so much, ms | a tenth, ms | ratio | linear |\n|---|---|---|---|---|");
@@ -314,15 +257,13 @@ void MeasureGrowth() {
 
 } // namespace
 
-int main(int argc, char** /*argv*/) {
+int main() {
     SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
-    const bool quick = argc > 1;
     try {
         const Target other; // so that nobody is charged for what the first program with a window costs
-        CompareOperations(quick);
-        CompareAtRest(quick);
-        if (!quick)
-            MeasureGrowth();
+        CompareOperations();
+        CompareAtRest();
+        MeasureGrowth();
     } catch (const std::exception& error) {
         std::printf("not measured: %s\n", error.what());
         return 1;
