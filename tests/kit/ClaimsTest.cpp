@@ -199,9 +199,9 @@ void TakeElsewhere(bool inject) {
             const App app(sandbox);
             Pointer pointer;
             const std::wstring secret = RandomSecret(10);
-            app.ClickPassword(pointer, secret);
             app.MoveTo({660, 420}); // to the right of the guest and below it
             app.Activate();
+            app.ClickPassword(pointer, secret);
             pointer.Drag(CentreOf(app.PasswordBox()), CentreOf(visit.field));
             const bool whole =
                 WaitFor([&] { return visit.Text().find(secret) != std::wstring::npos; }, Milliseconds(5000));
