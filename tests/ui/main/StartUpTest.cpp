@@ -50,6 +50,14 @@ TEST(StartUp, TakesTheDefaultsAndSwallowsPrintScreenUntilTheEnd) {
     EXPECT_TRUE(PrintScreenComes());
 }
 
+TEST(StartUp, WithoutHooksLeavesPrintScreenAloneAndShowsTheLayer) {
+    const KeyHook hook(&CountKeys);
+    const Sandbox sandbox({}, L"vextrel_unhooked.exe");
+    const App app(sandbox);
+    app.AwaitLayerAlpha(100);
+    EXPECT_TRUE(PrintScreenComes());
+}
+
 TEST(SettingsFile, NeverStopsTheProgram) {
     const std::string good = "[Settings]\r\nTransparency=100\r\n";
     std::string large = good;

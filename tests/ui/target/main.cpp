@@ -54,7 +54,7 @@ class TextDropTarget final : public IDropTarget {
     }
     HRESULT STDMETHODCALLTYPE DragOver(DWORD /*keys*/, POINTL /*place*/, DWORD* effect) noexcept override {
         ReadNow();
-        *effect = Has(L"--refuse") ? DROPEFFECT_NONE : *effect & DROPEFFECT_COPY;
+        *effect &= DROPEFFECT_COPY;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE DragLeave() noexcept override { return S_OK; }
@@ -99,8 +99,6 @@ bool Record(HWND window, UINT message, WPARAM value) noexcept {
         Append(window, charRecord, L"%04X ", value);
     else if (message == WM_KEYDOWN || message == WM_KEYUP || isSystemKey)
         Append(window, keyRecord, message == WM_KEYDOWN || message == WM_SYSKEYDOWN ? L"+%02X " : L"-%02X ", value);
-    else if (message == WM_LBUTTONDOWN && Has(L"--close-on-click"))
-        return DestroyWindow(window);
     // Left alone, a system key would open the window's menu, which takes the keys that follow.
     return isSystemKey;
 }
