@@ -1,19 +1,9 @@
 // Send-keys commands: modifiers close as they opened, and what was read, written down again, is read the same.
 
+#include "Require.h"
 #include "core/SendKeysParser.h"
 
-#include <cstdio>
-#include <cstdlib>
-
 using namespace vextrel;
-
-/// Ends the run with a finding if the property does not hold; the fuzzer then keeps the input.
-static void Require(bool holds, const char* property) {
-    if (!holds) {
-        std::fprintf(stderr, "does not hold: %s\n", property);
-        std::abort();
-    }
-}
 
 /// The fuzzer's bytes as a text. ASCII stands for itself, so that inputs can be read and written by hand; a byte beyond
 /// it is the upper half of a UTF-16 unit whose lower half follows.
@@ -26,8 +16,7 @@ static std::wstring TextOf(const std::uint8_t* data, std::size_t size) {
     return text;
 }
 
-/// One run over one input. The name is libFuzzer's.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using enum SendKeysStroke::Kind;
     const std::wstring command = TextOf(data, size);
     SendKeysProgram program = ParseSendKeys(command);
