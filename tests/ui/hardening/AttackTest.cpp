@@ -88,7 +88,7 @@ TEST(AttacksOnTheGate, FailAndWorkOnceItIsOpen) {
         EXPECT_FALSE(WaitFor([&] { return v.target.Drops() > 0; }, timeToFail)) << "whoever is answered";
         v.Expect("the length of the box", Ask(v.box, WM_GETTEXTLENGTH) != 0);
         Post(v.app->Layer(), {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP}, 0, MAKELPARAM(40, 60));
-        Ask(v.app->FindKey(L"q"), BM_CLICK);
+        Ask(v.app->Key(17), BM_CLICK); // the letter q, or its capital
         Post(v.box, {WM_CHAR}, 'x', 1);
         Post(v.box, {WM_KEYDOWN}, VK_DELETE, 1);
         v.Expect("keys by messages", !v.HoldsSecret());
