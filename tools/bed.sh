@@ -15,7 +15,7 @@ packagesToRun="cmake ninja-build g++-mingw-w64-x86-64-posix googletest wine wine
 packagesToFuzz="cmake ninja-build googletest clang libclang-rt-dev"
 packagesToBench="cmake ninja-build g++ googletest libbenchmark-dev"
 packagesToPackage="cmake ninja-build g++-mingw-w64-x86-64-posix googletest git zip nsis python3-markdown"
-packagesToTest="$packagesToRun $packagesToFuzz $packagesToPackage g++ python3 libxkbcommon-tools unzip x11-xkb-utils"
+packagesToTest="$packagesToRun $packagesToFuzz $packagesToPackage g++ python3 libxkbcommon-tools unzip"
 # All that differs between Debian 12 and 13. Those two tools judge otherwise in each version, and the sources follow that
 # of Debian 12; elsewhere their checks are skipped. picom 12 leaves parts black, now and then, if it draws only what has
 # changed.

@@ -58,6 +58,20 @@ TEST(StartUp, WithoutHooksLeavesPrintScreenAloneAndShowsTheLayer) {
     EXPECT_TRUE(PrintScreenComes());
 }
 
+TEST(StartUp, OpensNormallyHoweverAShortcutShowsIt) {
+    for (const WORD show : {WORD{SW_SHOWMAXIMIZED}, WORD{SW_SHOWMINNOACTIVE}}) {
+        SCOPED_TRACE(show);
+        const Sandbox sandbox({}, L"vextrel_faults.exe"); // shows its window as Windows would
+        const Process process(sandbox.Program(), {}, show);
+        const HWND main = process.AwaitWindow(formClass, L"Vextrel");
+        static_cast<void>(process.AwaitWindow(formClass, L"")); // the layer
+        EXPECT_FALSE(IsZoomed(main));
+        EXPECT_FALSE(IsIconic(main));
+        PostMessageW(main, WM_CLOSE, 0, 0);
+        EXPECT_EQ(process.ExitCode(), 0U);
+    }
+}
+
 TEST(SettingsFile, NeverStopsTheProgram) {
     const std::string good = "[Settings]\r\nTransparency=100\r\n";
     std::string large = good;
