@@ -32,7 +32,7 @@ class DropSource final : public ComObject<IDropSource> {
 
     TextDataObject& data_; ///< outlives the drag
     bool keepFromHung_;
-    bool seenDown_ = IsPrimaryButtonDown() || WasPrimaryButtonDown();
+    bool seenDown_ = IsPrimaryButtonHeld();
     bool released_ = false;
     HWND answering_ = nullptr; ///< the window that the pointer was over last and that answered
 };

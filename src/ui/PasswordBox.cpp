@@ -356,7 +356,7 @@ void PasswordBox::StartDrag() {
     // Button already up, the pointer may be anywhere by now: a drop would land there. Nor does a drag begin that no
     // button began, whatever messages say.
     MSG release{};
-    const bool isUp = !(IsPrimaryButtonDown() || WasPrimaryButtonDown()) ||
+    const bool isUp = !IsPrimaryButtonHeld() ||
                       ::PeekMessageW(&release, Handle(), WM_LBUTTONUP, WM_LBUTTONUP, PM_NOREMOVE | PM_NOYIELD) != FALSE;
     if (!isUp) {
         // The edit control tracks the mouse until its button goes up, and so does OLE: end the one before the other

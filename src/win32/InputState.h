@@ -36,9 +36,13 @@ template <typename... Keys>
     return ::GetKeyState(virtualKey) < 0;
 }
 
-/// Wine's answer for now may be 50 ms old; neither is moved by what anybody posts.
 [[nodiscard]] inline bool WasPrimaryButtonDown() noexcept {
     return WasDown(PrimaryButton());
+}
+
+/// Now or at that message: Wine's answer for now may be 50 ms old. Neither is moved by what anybody posts.
+[[nodiscard]] inline bool IsPrimaryButtonHeld() noexcept {
+    return IsPrimaryButtonDown() || WasPrimaryButtonDown();
 }
 
 [[nodiscard]] inline bool WasToggled(int virtualKey) noexcept {
