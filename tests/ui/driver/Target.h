@@ -57,7 +57,7 @@ class Target {
         Await("the drop arrives", [&] { return Drops() > drops; });
         return Text();
     }
-    /// With --read=always: asks what it has kept.
+    /// With --read=always --keep: asks what it has kept.
     void ReadNow() const { Ask(window_, target::readNow); }
     /// Moves it to the corner of the screen that is furthest from another window.
     void KeepClearOf(const RECT& other) const {

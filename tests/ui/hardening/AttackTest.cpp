@@ -122,7 +122,7 @@ TEST(AttacksBesideTheGate, Fail) {
     // targets stand above the program.
     v.app->MoveTo({40, 260});
     v.target.KeepClearOf(BoundsOf(v.main));
-    const Target crossed(L"--read=always --topmost");
+    const Target crossed(L"--read=always --keep --topmost");
     crossed.KeepClearOf(BoundsOf(v.target.Window()));
     v.app->Activate();
     crossed.PullHere(v.pointer, CentreOf(v.box));

@@ -73,7 +73,9 @@ TEST(TracesOfATransfer, AreNoneWhenItHasTakenThePasswordAway) {
     Secret stage;
     const App& app = *stage.app;
     app.Switch(ids::mnuOptionsInjectMode, true);
-    stage.pointer.Drag(CentreOf(app.PasswordBox()), CentreOf(stage.target.Field(target::editField)));
+    stage.target.PullHere(stage.pointer, CentreOf(app.PasswordBox())); // crossed on the way
+    stage.pointer.MoveTo(CentreOf(stage.target.Field(target::editField)), 10, Pointer::dragPace);
+    stage.pointer.Release();
     app.AwaitShown({});
     EXPECT_EQ(stage.Traces("after an injection"), 0U);
 

@@ -4,7 +4,8 @@
 
 /// What the drop target and those who use it agree on.
 ///
-/// Options: --read=always asks a drag's data for text at every move and, at `readNow`, that of one which has gone by
+/// Options: --read=always asks a drag's data for text at every move
+///          --keep also keeps that of one which has gone by, and asks it at `readNow`
 ///          --topmost
 namespace vextrel::target {
 

@@ -57,7 +57,12 @@ class TextDropTarget final : public IDropTarget {
         *effect &= DROPEFFECT_COPY;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE DragLeave() noexcept override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE DragLeave() noexcept override {
+        // Wine 8 takes the data of a later drag for the same object as long as this is held.
+        if (!Has(L"--keep"))
+            Keep(nullptr);
+        return S_OK;
+    }
     HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL place, DWORD* effect) noexcept override {
         DragOver(keys, place, effect);
         Keep(nullptr);
