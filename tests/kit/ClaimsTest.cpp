@@ -187,7 +187,7 @@ struct Visit : Pinned {
 /// The password arrives whole, or not at all; after a drag that hands over nothing the box keeps it.
 void TakeElsewhere(bool inject) {
     std::string seen;
-    bool tried = false;
+    bool taken = false;
     for (const Guest& guest : guests) {
         seen += std::string(guest.name) + ": ";
         try {
@@ -207,20 +207,23 @@ void TakeElsewhere(bool inject) {
             EXPECT_TRUE(whole || visit.Text() == before) << guest.name << " took a part";
             EXPECT_TRUE(inject || app.Shown().size() == (whole ? 0 : 10)) << guest.name << ", left in the box";
             seen += whole ? "arrived whole; " : "did not; ";
-            tried = true;
+            taken = taken || whole;
         } catch (const Failure& failure) {
             seen += failure.what() + std::string("; ");
         }
     }
     testing::Test::RecordProperty("seen", seen);
-    if (!tried)
-        GTEST_SKIP() << "nothing to try it with";
+    if (!taken)
+        GTEST_SKIP() << "nothing here has taken it";
 }
 
+// The last ones: the program that the others share would stand in the way.
 TEST_F(Claims, DragElsewhere) {
+    stage.reset();
     TakeElsewhere(false);
 }
 TEST_F(Claims, InjectElsewhere) {
+    stage.reset();
     TakeElsewhere(true);
 }
 
