@@ -1,5 +1,6 @@
 #include "transfer/TextDataObject.h"
 
+#include "win32/FreedMemory.h"
 #include "win32/SystemLibrary.h"
 #include "win32/handles.h"
 
@@ -41,9 +42,13 @@ class HandedMemory final : public ComObject<IUnknown> {
 
   private:
     ~HandedMemory() override {
-        const LockScope lock(lock_);
-        std::erase(living_, this);
-        Wipe();
+        {
+            const LockScope lock(lock_);
+            std::erase(living_, this);
+            Wipe();
+        }
+        // The receiver lets go on the thread of the transport that copied the text for it.
+        OverwriteFreedMemoryOfThread(::GlobalSize(memory_.get()));
     }
     void Wipe() noexcept {
         if (void* bytes = ::GlobalLock(memory_.get()); bytes != nullptr) {

@@ -47,43 +47,63 @@ std::vector<SIZE_T> SizesOfFreeBlocks(HANDLE heap) {
     return sizes;
 }
 
+/// Blocks that are held to be overwritten, and freed together.
+class Taken {
+  public:
+    explicit Taken(HANDLE heap) noexcept
+        : heap_(heap) {}
+    Taken(const Taken&) = delete;
+    Taken& operator=(const Taken&) = delete;
+    ~Taken() {
+        while (last_ != nullptr) {
+            void* const before = *static_cast<void**>(last_);
+            ::HeapFree(heap_, 0, last_);
+            last_ = before;
+        }
+    }
+
+    void Take(SIZE_T size) noexcept {
+        if (void* block = ::HeapAlloc(heap_, HEAP_ZERO_MEMORY, std::max(size, sizeof(void*)))) {
+            *static_cast<void**>(block) = last_;
+            last_ = block;
+        }
+    }
+    /// Of every size between the two, from the largest down: a group may serve several, and the largest overwrites the
+    /// most of a block.
+    void TakeGrouped(SIZE_T least, SIZE_T most) noexcept {
+        for (SIZE_T size = most; size >= least; size -= grain) {
+            for (int i = 0; i < ofEachSize; ++i) {
+                Take(size);
+            }
+        }
+    }
+
+  private:
+    HANDLE heap_;
+    void* last_ = nullptr; ///< linked through their own first bytes: a list of them would need memory, too
+};
+
 void OverwriteFreedMemoryOf(HANDLE heap) noexcept {
     const bool locked = ::HeapLock(heap) != FALSE; // against other threads
-    // Linked through their own first bytes: a list of them would need memory, too.
-    void* taken = nullptr;
-    const auto take = [&](SIZE_T size) {
-        if (void* block = ::HeapAlloc(heap, HEAP_ZERO_MEMORY, std::max(size, sizeof(void*)))) {
-            *static_cast<void**>(block) = taken;
-            taken = block;
+    {
+        Taken taken(heap);
+        try {
+            std::ranges::for_each(SizesOfFreeBlocks(heap), [&](SIZE_T size) { taken.Take(size); });
+        } catch (...) {
+            // Without room for the list, there is hardly a free block to overwrite.
         }
-    };
-    try {
-        std::ranges::for_each(SizesOfFreeBlocks(heap), take);
-    } catch (...) {
-        // Without room for the list, there is hardly a free block to overwrite.
-    }
-    // Over the edge of what the heap has committed: what it gave back there before may have left a few bytes.
-    take(growth);
-    // A group may serve several sizes: the largest overwrites the most of a block.
-    for (SIZE_T size = largestGrouped; size >= grain; size -= grain) {
-        for (int i = 0; i < ofEachSize; ++i) {
-            take(size);
-        }
-    }
-    while (taken != nullptr) {
-        void* const next = *static_cast<void**>(taken);
-        ::HeapFree(heap, 0, taken);
-        taken = next;
+        // Over the edge of what the heap has committed: what it gave back there before may have left a few bytes.
+        taken.Take(growth);
+        taken.TakeGrouped(grain, largestGrouped);
     }
     if (locked) {
         ::HeapUnlock(heap);
     }
 }
 
-} // namespace
-
-void OverwriteFreedMemory() noexcept {
-    OverwriteFreedMemoryOf(::GetProcessHeap());
+template <typename Use>
+void ForEachHeap(Use use) noexcept {
+    use(::GetProcessHeap());
     // Where a C library has a heap of its own, the system's libraries that are written in C have it, too: so does OLE's
     // transport under Wine.
     for (const wchar_t* library : {L"ucrtbase.dll", L"msvcrt.dll"}) {
@@ -94,9 +114,24 @@ void OverwriteFreedMemory() noexcept {
         }
         const auto heapOf = reinterpret_cast<std::intptr_t(__cdecl*)()>(reinterpret_cast<void*>(found));
         if (const auto heap = reinterpret_cast<HANDLE>(heapOf()); heap != ::GetProcessHeap()) {
-            OverwriteFreedMemoryOf(heap);
+            use(heap);
         }
     }
+}
+
+} // namespace
+
+void OverwriteFreedMemory() noexcept {
+    ForEachHeap(OverwriteFreedMemoryOf);
+}
+
+void OverwriteFreedMemoryOfThread(std::size_t size) noexcept {
+    constexpr SIZE_T around = 256; // more than a transport puts before and behind it
+    ForEachHeap([&](HANDLE heap) {
+        if (size <= largestGrouped) {
+            Taken(heap).TakeGrouped(std::max<SIZE_T>(size, grain), size + around);
+        }
+    });
 }
 
 void GiveBackUnusedStack() noexcept {
