@@ -84,7 +84,7 @@ TEST(TracesOfATransfer, AreNoneWhenItHasTakenThePasswordAway) {
     EXPECT_EQ(stage.Dragged(), stage.secret);
     app.AwaitShown({});
     // The target may read for two seconds after the drop.
-    EXPECT_TRUE(WaitFor([&] { return stage.Traces("after a drag") == 0; }, Milliseconds(3000)));
+    EXPECT_TRUE(WaitFor([&] { return stage.Traces("after a drag") == 0; }));
 
     stage.Enter();
     stage.target.PullHere(stage.pointer, CentreOf(app.PasswordBox()));
