@@ -1,6 +1,7 @@
 #include "core/Captions.h"
 #include "core/CaptionText.h"
 #include "core/KeyText.h"
+#include "core/SlotTable.h"
 #include "core/SpokenName.h"
 
 #include "Each.h"
@@ -19,6 +20,38 @@ TEST(KeyTable, SlotsRunThroughTheRowsAndLieOnButtonsOfTheirOwn) {
     for (const auto& [row, key, slot, button] : rows) {
         EXPECT_TRUE(SlotOf(row, key) == slot && StandardButtonOfSlot(slot) == button) << slot;
     }
+}
+
+TEST(SlotTable, ShufflingSortsTheDrawnNumbersAsTextAndLosesNoButton) {
+    const struct {
+        double ofLast;
+        double ofOthers;
+        std::size_t slotOfLast;
+    } drawn[] = {{0.999, 0.001, 0},    // 1000 before 2
+                 {0.9999, 0.0, 46},    // 1001 after 1
+                 {0.1875, 0.18775, 0}, // 188.5 is 188, before 189
+                 {0.0625, 0.062, 46}}; // 63.5 is 64, after 63
+    for (const auto& numbers : drawn) {
+        KeySlotTable table;
+        int draws = 0;
+        table.Rebuild(true, [&] { return ++draws == characterKeyCount ? numbers.ofLast : numbers.ofOthers; });
+        EXPECT_EQ(table.ButtonOfSlot(numbers.slotOfLast), StandardButtonOfSlot(46)) << numbers.ofLast;
+        std::set<int> buttons;
+        for (std::size_t slot = 0; slot < characterKeyCount; ++slot) {
+            buttons.insert(table.ButtonOfSlot(slot));
+        }
+        EXPECT_EQ(buttons.size(), 47U) << numbers.ofLast;
+        table.Rebuild(false, {});
+        EXPECT_EQ(table.ButtonOfSlot(46), StandardButtonOfSlot(46));
+    }
+}
+
+TEST(SlotTable, ScrambledInputEntersWhatTheKeyAtTheTypedPositionShows) {
+    const auto entered = [](wchar_t typed) {
+        return ScrambledInput(typed,
+                              [](int button) { return button == 17 ? L"&&" : L"<" + std::to_wstring(button) + L">"; });
+    };
+    EXPECT_EQ(OfEach(entered, L'q', L'`', L'|', L'?', L':', L' ', L'\b', L'\u00E4'), L"&|<1>|<65>|<52>|<40>| |||");
 }
 
 TEST(Captions, ModifiersChooseTheCaptionOfACharacterKey) {
