@@ -75,7 +75,7 @@ TEST(AttacksOnTheGate, FailAndWorkOnceItIsOpen) {
         v.ExpectSoon("a posted command unmasks", shows);
         // Any program may ask for a menu to be opened.
         Post(v.main, {WM_SYSCOMMAND}, SC_KEYMENU, 'v');
-        Post(v.main, {WM_KEYDOWN}, VK_RETURN);
+        v.app->AwaitMenu();
         Post(v.main, {WM_KEYDOWN, WM_CHAR}, 'P', 1);
         v.ExpectSoon("a menu that posted keys work unmasks", shows);
         Keys::Stroke(VK_ESCAPE);
