@@ -1,5 +1,6 @@
 #include "win32/FreedMemory.h"
 
+#include "core/Pinned.h"
 #include "win32/Windows.h"
 
 #include <algorithm>
@@ -48,12 +49,10 @@ std::vector<SIZE_T> SizesOfFreeBlocks(HANDLE heap) {
 }
 
 /// Blocks that are held to be overwritten, and freed together.
-class Taken {
+class Taken : private Pinned {
   public:
     explicit Taken(HANDLE heap) noexcept
         : heap_(heap) {}
-    Taken(const Taken&) = delete;
-    Taken& operator=(const Taken&) = delete;
     ~Taken() {
         while (last_ != nullptr) {
             void* const before = *static_cast<void**>(last_);
@@ -127,11 +126,9 @@ void OverwriteFreedMemory() noexcept {
 
 void OverwriteFreedMemoryOfThread(std::size_t size) noexcept {
     constexpr SIZE_T around = 256; // more than a transport puts before and behind it
-    ForEachHeap([&](HANDLE heap) {
-        if (size <= largestGrouped) {
-            Taken(heap).TakeGrouped(std::max<SIZE_T>(size, grain), size + around);
-        }
-    });
+    if (size <= largestGrouped) {
+        ForEachHeap([&](HANDLE heap) { Taken(heap).TakeGrouped(std::max<SIZE_T>(size, grain), size + around); });
+    }
 }
 
 void GiveBackUnusedStack() noexcept {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace vextrel::driver {
 namespace {
 
@@ -102,12 +104,13 @@ TEST(PlantedLibraries, BesideTheProgramAreNotLoaded) {
     sandbox.SetSetting(L"Harden Process", L"False"); // it would keep them out by itself
     CopyFileW((OwnFolder() / L"vextrel_planted.dll").c_str(), (sandbox.Folder() / L"comdlg32.dll").c_str(), TRUE);
     // Wine takes its own libraries wherever a program looks, unless it is told otherwise.
-    const std::wstring key = L"Software\\Wine\\AppDefaults\\vextrel.exe";
-    RegSetKeyValueW(HKEY_CURRENT_USER, (key + L"\\DllOverrides").c_str(), L"comdlg32", REG_SZ, L"native,builtin", 30);
+    const auto forget = [](const wchar_t* key) { RegDeleteTreeW(HKEY_CURRENT_USER, key); };
+    const std::unique_ptr<const wchar_t, decltype(forget)> told(L"Software\\Wine\\AppDefaults\\vextrel.exe", forget);
+    RegSetKeyValueW(HKEY_CURRENT_USER, (told.get() + std::wstring(L"\\DllOverrides")).c_str(), L"comdlg32", REG_SZ,
+                    L"native,builtin", 30);
     const App app(sandbox);
     app.Command(ids::mnuKeyboardLayoutImport);
     app.Dismiss(app.AwaitDialog(), IDCANCEL);
-    RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
     EXPECT_FALSE(sandbox.Read(L"comdlg32.dll.loaded"));
 }
 

@@ -17,7 +17,8 @@ namespace {
 
 /// What a program holds, counted from outside.
 struct Resources {
-    std::size_t gdi;       ///< GDI objects
+    std::size_t gdi; ///< GDI objects
+    ULONG handles;
     std::size_t windows;   ///< of its main thread
     std::size_t kilobytes; ///< memory of its own
 };
@@ -37,11 +38,26 @@ std::size_t EntriesOfGdiTable(HANDLE process) {
     return static_cast<std::size_t>(std::ranges::count_if(entries, [](const auto& entry) { return entry[14] != 0; }));
 }
 
+/// From the list of all processes: asked for one, Wine answers zero.
+ULONG HandlesOf(HANDLE process) {
+    std::vector<char> list(1 << 20);
+    Check(NtQuerySystemInformation(SystemProcessInformation, list.data(), ULONG(list.size()), nullptr) == 0,
+          "NtQuerySystemInformation");
+    const auto* entry = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(list.data());
+    while (HandleToULong(entry->UniqueProcessId) != GetProcessId(process)) {
+        Check(entry->NextEntryOffset != 0, "finding the process");
+        const auto* const next = reinterpret_cast<const char*>(entry) + entry->NextEntryOffset;
+        entry = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(next);
+    }
+    return entry->HandleCount;
+}
+
 Resources ResourcesOf(HANDLE process, HWND main) {
     const DWORD gdi = GetGuiResources(process, GR_GDIOBJECTS);
     PROCESS_MEMORY_COUNTERS memory{};
     Check(GetProcessMemoryInfo(process, &memory, sizeof memory) != FALSE, "GetProcessMemoryInfo");
     return {.gdi = gdi != 0 ? gdi : EntriesOfGdiTable(process),
+            .handles = HandlesOf(process),
             .windows = Process::AllBeside(main).size(),
             .kilobytes = memory.PagefileUsage / 1024};
 }
@@ -207,13 +223,14 @@ TEST(Soak, RandomActionsAgreeWithTheModelAndLeaveNothingBehind) {
             continue;
         now = user.AtRest();
         settled = settled.value_or(now);
-        std::cout << "[ measured ] " << action << " actions: " << now.gdi << " GDI objects, " << now.windows
-                  << " windows, " << now.kilobytes << " KB" << std::endl;
+        std::cout << "[ measured ] " << action << " actions: " << now.gdi << " GDI objects, " << now.handles
+                  << " handles, " << now.windows << " windows, " << now.kilobytes << " KB" << std::endl;
     }
-    // Room for what the system loads when it is first needed and then keeps (its pointers and icons), and for its heap.
-    // It does not grow with the number of actions, so that a slow leak shows in a long run.
+    // Room for what the system loads when it is first needed and then keeps (its pointers, icons and threads), and for
+    // its heap. It does not grow with the number of actions, so that a slow leak shows in a long run.
     ASSERT_TRUE(settled);
     EXPECT_LE(now.gdi, settled->gdi + 16);
+    EXPECT_LE(now.handles, settled->handles + 16);
     EXPECT_LE(now.windows, settled->windows);
     EXPECT_LE(now.kilobytes, settled->kilobytes + 4096);
 }
